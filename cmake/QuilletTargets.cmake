@@ -1,0 +1,104 @@
+# Options of the build and the four kinds of target of this project.
+
+option(QUILLET_WERROR "Treat warnings as errors" OFF)
+option(QUILLET_FUZZ "Build the libFuzzer targets (clang) instead of their replay programs" OFF)
+set(QUILLET_SANITIZE "" CACHE STRING "Value of -fsanitize= for all code, empty for none")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_INCLUDE_CURRENT_DIR OFF)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+find_package(Threads REQUIRED)
+
+# What every hand-written target is compiled with.
+add_library(quillet_build INTERFACE)
+target_include_directories(quillet_build INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(quillet_build INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor
+                                               $<$<COMPILE_LANGUAGE:CXX>:-Wconversion>)
+if(QUILLET_WERROR)
+  target_compile_options(quillet_build INTERFACE -Werror)
+endif()
+
+if(QUILLET_SANITIZE)
+  add_compile_options(-fsanitize=${QUILLET_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${QUILLET_SANITIZE})
+endif()
+if(QUILLET_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# quillet_library(NAME SOURCES file... DEPENDS target...)
+#   A static library of one floor. DEPENDS are public: who links the floor sees what it is made of.
+function(quillet_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC ${arg_DEPENDS} PRIVATE quillet_build)
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+endfunction()
+
+# quillet_test(NAME SOURCES file... DEPENDS target... [ENVIRONMENT var=value...])
+#   A GoogleTest program, each of whose cases is a test of its own under the name NAME.Suite.Case.
+#   Tests find the project's folder in the macro QUILLET_SOURCE_DIR.
+function(quillet_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS;ENVIRONMENT" ${ARGN})
+  if(QUILLET_FUZZ)
+    return()
+  endif()
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE quillet_build ${arg_DEPENDS} GTest::gmock GTest::gtest_main Threads::Threads)
+  target_compile_definitions(${name} PRIVATE QUILLET_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_compile_options(${name} PRIVATE -Wno-conversion)
+  gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
+                       PROPERTIES TIMEOUT 300 ENVIRONMENT "${arg_ENVIRONMENT}")
+endfunction()
+
+# quillet_fuzz_target(NAME SOURCES file... DEPENDS target...)
+#   Under the fuzz preset a libFuzzer program; otherwise a program that runs every file of
+#   fuzz/corpus/NAME through the same entry, as the test fuzz.NAME.
+function(quillet_fuzz_target name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(fuzz_${name} ${arg_SOURCES})
+  target_link_libraries(fuzz_${name} PRIVATE quillet_build ${arg_DEPENDS})
+  if(QUILLET_FUZZ)
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  else()
+    target_sources(fuzz_${name} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz/replay_main.cpp)
+    add_test(NAME fuzz.${name} COMMAND fuzz_${name} ${PROJECT_SOURCE_DIR}/fuzz/corpus/${name})
+    set_tests_properties(fuzz.${name} PROPERTIES TIMEOUT 300)
+  endif()
+endfunction()
+
+# quillet_bench(NAME SOURCES file... DEPENDS target...)
+#   A Google Benchmark program; built on request only: cmake --build DIR --target benches.
+if(NOT TARGET benches)
+  add_custom_target(benches)
+endif()
+function(quillet_bench name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  if(QUILLET_FUZZ)
+    return()
+  endif()
+  find_package(benchmark REQUIRED)
+  add_executable(${name} EXCLUDE_FROM_ALL ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE quillet_build ${arg_DEPENDS} benchmark::benchmark_main)
+  add_dependencies(benches ${name})
+endfunction()
