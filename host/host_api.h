@@ -73,7 +73,7 @@ enum {
 /* hostTypeInfo: what `what` asks for. */
 enum {
     hostInfoCapability = 1, /* capability word; both bits of hostTextCapable set: converts to and from text */
-    hostInfoClass = 2,      /* class word of the type (mask hostClassMask) */
+    hostInfoClass = 2,      /* class word of the type (mask hostClassMask); of an alias, bits 0-11 hold the base type */
     hostTextCapable = 12
 };
 
@@ -163,8 +163,11 @@ typedef struct HostApi {
 
     /* Lists. */
     int (*hostListLength)(HostList* list);
+    /* With a class where the elements have one: hostClassArray for a list of arrays, hostClassUnion for a list of any;
+       0 when the list has no element type. hostFlagDynamic: elements may be appended. */
     HostType (*hostListElemType)(HostList* list);
-    /* The handle after `previous` (null to begin), null at the end. */
+    /* The handle after `previous` (null to begin), null at the end. `type` is the item's own type word: 0 with a union
+       as the value, an array with hostClassArray. */
     void* (*hostListNext)(HostList* list, void* previous, HostType* type, HostValue* value);
     /* 0 on success. The last argument is 0. */
     int (*hostListAppend)(HostContext* context, HostList* list, HostType type, HostValue value, int reserved);
@@ -175,6 +178,8 @@ typedef struct HostApi {
 
     /* Unions: the kind held is 0 nothing, 1 integer, 2 real, 3 text, 4 boolean, above that another type. */
     int (*hostUnionGet)(HostContext* context, void* object, HostValue* value);
+    /* The type of what it holds, hostTypeAny when it holds nothing; with hostTypeAny, hostValueFromText takes the union
+       itself as its object. */
     HostType (*hostUnionType)(void* object);
     int (*hostUnionSet)(HostContext* context, void* object, int kind, HostValue value);
     int (*hostUnionClear)(HostContext* context, void* object);
