@@ -2,6 +2,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace vellum {
@@ -9,6 +10,7 @@ namespace vellum {
 class LastError;
 class Palette;
 class StringPool;
+class StrMap;
 class Xls;
 template <class CharT>
 class FontImplT;
@@ -17,9 +19,9 @@ class FormatImplT;
 template <class CharT>
 class IFormatT;
 template <class CharT>
-class SheetImplT;
+class IRichStringT;
 template <class CharT>
-class StrMapT;
+class SheetImplT;
 
 /// `vers` of a `Bof` as this engine writes it, and of files of the generation before.
 inline constexpr std::uint16_t bofVersBiff8 = 0x0600;
@@ -48,7 +50,7 @@ struct SheetLoad {
 ///     void load(Xls&, const SheetLoad&);          // from the stream's place to the sheet's EOF
 ///     void save(Xls&);                            // from Bof to EOF, always as BIFF8
 ///     void cloneFrom(const SheetImplT& source);   // source may belong to another book
-///     void releaseStrings();                      // takes its uses out of StrMapT, before it goes
+///     void releaseStrings();                      // takes its uses out of StrMap, before it goes
 ///     const wchar_t* name() const;                // pool memory of the book, never null
 ///     void setName(const wchar_t* pooled);        // no checks; see renameSheet below
 ///     std::uint16_t dt() const;                   // of its Bof: 16 worksheet, 32 chart, ...
@@ -78,8 +80,18 @@ public:
     [[nodiscard]] virtual bool bookUsesR1C1() const = 0;
 
     /// The shared strings (biff/str_map.h), with the table of uses per index.
-    virtual StrMapT<CharT>& strings() = 0;
-    virtual const StrMapT<CharT>& strings() const = 0;
+    virtual StrMap& strings() = 0;
+    [[nodiscard]] virtual const StrMap& strings() const = 0;
+    /// A caller's text as wide characters, in a buffer that the next call reuses. Null gives an empty
+    /// text. Throws what the conversion throws.
+    virtual std::wstring_view widen(const CharT* text) = 0;
+    /// The same text in the pool, for as long as the book lives.
+    virtual const wchar_t* widenToPool(const CharT* text) = 0;
+    /// The rich string object of a caller as an index in `strings()`, with a use of the shared text
+    /// counted as `StrMap::add` does. A rich string of another book is copied.
+    virtual std::uint32_t addRichString(const IRichStringT<CharT>* text) = 0;
+    /// The object for reading the runs of a string; made when first asked for.
+    virtual IRichStringT<CharT>* richString(std::uint32_t isst) = 0;
     /// The index in `strings()` of a string of another book, copied with its fonts.
     virtual std::uint32_t adoptString(const BookContext& from, std::uint32_t isst) = 0;
 
