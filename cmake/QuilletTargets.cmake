@@ -30,7 +30,7 @@ find_package(Threads REQUIRED)
 # What every hand-written target is compiled with.
 add_library(quillet_build INTERFACE)
 target_include_directories(quillet_build INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(quillet_build INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor
+target_compile_options(quillet_build INTERFACE -Wall -Wextra -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
                                                $<$<COMPILE_LANGUAGE:CXX>:-Wconversion>)
 if(QUILLET_WERROR)
   target_compile_options(quillet_build INTERFACE -Werror)

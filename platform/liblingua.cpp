@@ -63,7 +63,9 @@ bool addLine(std::string_view line, Catalogue& texts) {
 
 #define LING_EXPORT extern "C" __attribute__((visibility("default")))
 
-LING_EXPORT LingDomain* LINGopenmsgdom(const char* domain, const char*) { return new LingDomain{domain}; }
+LING_EXPORT LingDomain* LINGopenmsgdom(const char* domain, const char*) {
+    return new LingDomain{domain};
+}
 
 LING_EXPORT const char* LINGgettext(LingDomain*, const char* messageId) {
     const auto found = catalogue().find(std::string_view(messageId));

@@ -1,0 +1,23 @@
+// What a field of a csv file is: a number, a boolean or a text.
+#pragma once
+#include <cstddef>
+
+namespace quillet {
+
+class CsvTable;
+
+enum class CsvFieldKind { number, boolean, text };
+
+struct CsvField {
+    CsvFieldKind kind;
+    double number;  // of a number
+    int boolean;    // of a boolean
+};
+
+/// Types a field of `length` bytes, none of them NUL; `field[length]` must be writable and is NUL on return, and the
+/// separators and boolean texts are the table's. A number begins with a digit or the decimal separator behind an
+/// optional sign, has no leading zero before another digit, and loses nothing: integers of more than 10 characters
+/// must lie within 2^53.
+CsvField typeCsvField(char* field, std::size_t length, const CsvTable& table);
+
+}  // namespace quillet
