@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bindery/raw_node.h"
+
+namespace bindery {
+
+/// Where an unknown element stood: behind repeat `ordinal` (from 1) of the known child `slot`
+/// (1 is the first child of the class's table, 0: before all).
+struct Placed {
+    std::uint16_t slot;
+    std::uint32_t ordinal;
+    c_raw_node node;
+};
+
+/// An unknown attribute on a child element of simple type, such as `xml:space` on a text.
+struct PlacedAttr {
+    std::uint16_t slot;
+    std::uint32_t ordinal;
+    Attr attr;
+};
+
+/// What the schema does not know of one element, in document order.
+struct Extras {
+    std::vector<Attr> attrs;
+    std::vector<NsDecl> decls;
+    std::vector<Placed> elements;
+    std::vector<PlacedAttr> childAttrs;
+
+    bool empty() const { return attrs.empty() && decls.empty() && elements.empty() && childAttrs.empty(); }
+
+    /// Value of an unknown attribute by its name as written ("x14ac:dyDescent"); null when there is none.
+    const std::string* attribute(std::string_view asWritten) const;
+    void setAttribute(std::string_view asWritten, std::string_view uri, std::string_view value);
+    bool removeAttribute(std::string_view asWritten);
+    const NsDecl* declaration(std::string_view prefix) const;
+    /// First kept element of that local name, null when there is none.
+    const c_raw_node* element(std::string_view local) const;
+};
+
+}  // namespace bindery

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "bindery/class_info.h"
+#include "bindery/node.h"
+#include "bindery/reader.h"
+
+namespace bindery {
+
+/// Engine that reads one element, whose start tag the reader has just scanned, up to and with its end tag.
+/// Its handlers say what belongs to which member.
+class c_unmarshal_helper {
+public:
+    virtual ~c_unmarshal_helper();
+
+    /// 0, or the code that was not forgiven.
+    int unmarshal();
+
+protected:
+    c_unmarshal_helper(c_xml_reader& reader, bool mayBeEmpty) : _reader(reader), _mayBeEmpty(mayBeEmpty) {}
+
+    /// Takes one attribute; false when it is none of the class.
+    virtual bool attributeHandler(c_xml_reader& reader, const RawAttribute& attribute, int& error);
+    /// Called behind the last attribute: looks for what is missing. Gives a code.
+    virtual int attributeCheck();
+    /// Reads the body of a class of simple content up to its end tag; false when the class has none.
+    virtual bool textHandler(c_xml_reader& reader, int& error);
+    /// Reads the children and stands on the end tag or on what no member took. Gives a code.
+    virtual int elementHandler(c_xml_reader& reader);
+    virtual bool hasSimpleContent() const;
+    /// Whether what the element handler left is skipped.
+    virtual bool skipsUnknownContent() const;
+
+    c_xml_reader& _reader;
+    std::string_view _name;    // of the element, in the reader's pool
+    bool _mayBeEmpty;
+    const char* _sourceFile = "";
+    int _sourceLine = 0;
+};
+
+/// The handlers of every generated class, driven by its tables. Children may come in any order.
+class c_table_unmarshal_helper : public c_unmarshal_helper {
+public:
+    c_table_unmarshal_helper(c_xml_reader& reader, c_node& object, const ClassInfo& info);
+
+protected:
+    bool attributeHandler(c_xml_reader& reader, const RawAttribute& attribute, int& error) override;
+    int attributeCheck() override;
+    bool textHandler(c_xml_reader& reader, int& error) override;
+    int elementHandler(c_xml_reader& reader) override;
+    bool hasSimpleContent() const override;
+
+private:
+    int takeChild(c_node& object, const ClassInfo& info, std::size_t index);
+    int readSimpleElement(void* holder, const MemberInfo& member);
+    int keepUnknownChild();
+    int checkElements(const c_node& object, const ClassInfo& info);
+
+    c_node& _object;
+    const ClassInfo& _info;
+    std::uint64_t _seen[4] = {};    // attributes read so far, by token
+    std::uint16_t _slot = 0;        // place of the child read last, see Placed
+    std::uint32_t _ordinal = 0;
+};
+
+/// Reads the element that the reader has just scanned into an object of the class.
+int unmarshalObject(c_xml_reader& reader, c_node& object, const ClassInfo& info);
+
+/// Reads a document: a root of another name or namespace gives code 16.
+int unmarshalRoot(c_xml_reader& reader, c_node& object, const RootInfo& root);
+
+/// Reads a document whose root may be one of several elements: the token of the one found, with its start tag
+/// scanned, or 0 with `error` set.
+int unmarshalRootName(c_xml_reader& reader, const NameEntry* roots, std::span<const NamespaceEntry> namespaces,
+                      const char* sourceFile, int line, int& error);
+
+/// Keeps what an element declares and the attributes that nobody knows in the extras of its object.
+void keepDeclarations(c_xml_reader& reader, c_bound& object);
+int keepAttribute(c_xml_reader& reader, c_bound& object, const RawAttribute& attribute);
+
+}  // namespace bindery
