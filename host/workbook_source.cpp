@@ -89,7 +89,7 @@ void* openWorkbook(HostContext* context, std::uint32_t* openFlags, const char* n
     source->hostContext = context;
     source->ops = &workbookTableOps;
     source->autoIndexBase = autoBase;
-    source->optionFlags = flags | (update ? optUpdate : 0);
+    source->optionFlags = update ? flags | optUpdate : flags;
     *source->specialValues = specialValues;
     source->backing = book.release();
     *openFlags &= ~std::uint32_t{hostOpenFound};
