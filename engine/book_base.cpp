@@ -276,6 +276,16 @@ bool BookBaseT<CharT>::isWriteProtected() {
     return notAvailable<bool>(false);
 }
 
+template <class CharT>
+int BookBaseT<CharT>::keptTotal() {
+    return 0;
+}
+
+template <class CharT>
+const char* BookBaseT<CharT>::keptAt(int, std::size_t*) {
+    return nullptr;
+}
+
 template class BookBaseT<char>;
 template class BookBaseT<wchar_t>;
 

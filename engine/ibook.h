@@ -120,4 +120,15 @@ public:
     virtual ~IBookT() = default;
 };
 
+/// What a book carries from load to save without modelling it, for reports to people.
+class IBookKept {
+public:
+    virtual int keptTotal() = 0;
+    /// Its name, such as the path of a part or of a stream, and its size in bytes. Null when the index is out of range.
+    virtual const char* keptAt(int index, std::size_t* size) = 0;
+
+protected:
+    ~IBookKept() = default;
+};
+
 }  // namespace vellum

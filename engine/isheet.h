@@ -239,4 +239,16 @@ public:
     virtual ~ISheetT() = default;
 };
 
+/// The walk over the cells that are there: what a visitor of all cells uses, since the used area of a sparse
+/// sheet may be huge. Both engines' sheets have it, see SheetBaseT.
+class ISheetCells {
+public:
+    /// Moves (row, col) to the first cell at or behind it, in row order, whose `cellType` is not empty or that holds
+    /// a formula. False when there is none.
+    virtual bool cellFrom(int* row, int* col) = 0;
+
+protected:
+    ~ISheetCells() = default;
+};
+
 }  // namespace vellum

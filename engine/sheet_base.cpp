@@ -1,5 +1,7 @@
 #include "engine/sheet_base.h"
 
+#include <algorithm>
+
 #include "engine/enums.h"
 #include "engine/messages.h"
 
@@ -785,6 +787,23 @@ int SheetBaseT<CharT>::formControlTotal() {
 template <class CharT>
 IFormControlT<CharT>* SheetBaseT<CharT>::formControlAt(int) {
     return notAvailable<IFormControlT<CharT>*>(nullptr);
+}
+
+template <class CharT>
+bool SheetBaseT<CharT>::cellFrom(int* row, int* col) {
+    const int firstRow = this->firstRow(), endRow = this->lastRow(), firstCol = this->firstCol(),
+              endCol = this->lastCol();
+    int r = *row, c = *col;
+    if (r < firstRow) r = firstRow, c = firstCol;
+    for (; r < endRow; ++r, c = firstCol) {
+        for (c = std::max(c, firstCol); c < endCol; ++c) {
+            if (this->cellType(r, c) == cellEmpty && !this->isFormulaCell(r, c)) continue;
+            *row = r;
+            *col = c;
+            return true;
+        }
+    }
+    return false;
 }
 
 template class SheetBaseT<char>;

@@ -9,7 +9,7 @@ namespace vellum {
 /// A sheet of either engine as far as nothing is built: every operation fails with the interface's
 /// failure value and "function is not available yet". An engine overrides what it has.
 template <class CharT>
-class SheetBaseT : public ISheetT<CharT> {
+class SheetBaseT : public ISheetT<CharT>, public ISheetCells {
 public:
     using typename ISheetT<CharT>::Format;
 
@@ -171,6 +171,9 @@ public:
     bool removeValidationRules() override;
     int formControlTotal() override;
     IFormControlT<CharT>* formControlAt(int) override;
+
+    /// Asks every cell of the used area.
+    bool cellFrom(int* row, int* col) override;
 
 protected:
     /// The last error of the book that the object belongs to.

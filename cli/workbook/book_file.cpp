@@ -1,0 +1,34 @@
+#include "cli/workbook/book_file.h"
+
+#include <fstream>
+#include <string_view>
+
+#include "engine/factories.h"
+
+namespace cli {
+
+bool isPackage(const std::string& path) {
+    char magic[4] = {};
+    std::ifstream(path, std::ios::binary).read(magic, sizeof magic);
+    const std::string_view found(magic, sizeof magic);
+    // A local entry, the end of an empty archive, or the mark of an archive in several volumes.
+    return found == "PK\3\4" || found == "PK\5\6" || found == "PK\7\10";
+}
+
+BookPtr loadBook(const std::string& path, std::string& error) {
+    BookPtr book(isPackage(path) ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
+    if (!book) {
+        error = "cannot create book";
+        return book;
+    }
+    book->setLocale("UTF-8");
+    if (!book->loadFile(path.c_str())) {
+        error = book->errorMessage();
+        book.reset();
+        return book;
+    }
+    book->setLocale("UTF-8");  // a Strict package comes up in a new book, which knows nothing of the first call
+    return book;
+}
+
+}  // namespace cli

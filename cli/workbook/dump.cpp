@@ -1,0 +1,140 @@
+#include "cli/workbook/dump.h"
+
+#include <string_view>
+
+#include "cli/workbook/book_file.h"
+#include "cli/workbook/json_lines.h"
+#include "engine/enums.h"
+#include "engine/isheet.h"
+
+namespace cli {
+namespace {
+
+const char* errorText(int code) {
+    switch (code) {
+        case vellum::errorNull:
+            return "#NULL!";
+        case vellum::errorDivisionByZero:
+            return "#DIV/0!";
+        case vellum::errorValue:
+            return "#VALUE!";
+        case vellum::errorReference:
+            return "#REF!";
+        case vellum::errorName:
+            return "#NAME?";
+        case vellum::errorNumber:
+            return "#NUM!";
+        case vellum::errorNotAvailable:
+            return "#N/A";
+        default:
+            return "#UNKNOWN!";
+    }
+}
+
+std::string cellName(int row, int col) {
+    std::string name;
+    for (int rest = col + 1; rest > 0; rest = (rest - 1) / 26) {
+        name.insert(name.begin(), static_cast<char>('A' + (rest - 1) % 26));
+    }
+    return name + std::to_string(row + 1);
+}
+
+class SheetDump {
+public:
+    SheetDump(vellum::IBookT<char>& book, vellum::ISheetT<char>& sheet, JsonLines& out, std::ostream& errors)
+        : _book(book), _sheet(sheet), _out(out), _errors(errors) {}
+
+    void run() {
+        auto* const cells = dynamic_cast<vellum::ISheetCells*>(&_sheet);
+        if (!cells) return;
+        for (int row = 0, col = 0; cells->cellFrom(&row, &col); ++col) cell(row, col);
+    }
+
+private:
+    void cell(int row, int col) {
+        _out.raw(R"({"r":)").integer(row).raw(R"(,"c":)").integer(col);
+        switch (_sheet.cellType(row, col)) {
+            case vellum::cellNumber:
+                number(row, col);
+                break;
+            case vellum::cellString:
+                text(row, col, R"(,"k":"s","v":)");
+                break;
+            case vellum::cellDate:
+                text(row, col, R"(,"k":"d","v":)");
+                break;
+            case vellum::cellBoolean:
+                _out.raw(_sheet.readBool(row, col) ? R"(,"k":"b","v":true)" : R"(,"k":"b","v":false)");
+                break;
+            case vellum::cellError:
+                _out.raw(R"(,"k":"e","v":)").text(errorText(_sheet.readError(row, col)));
+                break;
+            default:
+                _out.raw(R"(,"k":"z")");
+                break;
+        }
+        _out.raw(_sheet.isFormulaCell(row, col) ? R"(,"f":true})" : "}").endLine();
+    }
+
+    void number(int row, int col) {
+        const double value = _sheet.readNumber(row, col);
+        _out.raw(R"(,"k":"n","v":)");
+        // Failure looks like 0.0: the formula has no cached value, or what stands there is no number.
+        if (value == 0.0 && failed()) {
+            _out.raw("null");
+        } else {
+            _out.number(value);
+        }
+    }
+
+    void text(int row, int col, std::string_view before) {
+        const char* const value = _sheet.readString(row, col);
+        _out.raw(before);
+        if (value) {
+            _out.text(value);
+            return;
+        }
+        _out.raw("null");
+        if (failed())
+            _errors << _sheet.sheetName() << '!' << cellName(row, col) << ": " << _book.errorMessage() << '\n';
+    }
+
+    bool failed() { return std::string_view(_book.errorMessage()) != "ok"; }
+
+    vellum::IBookT<char>& _book;
+    vellum::ISheetT<char>& _sheet;
+    JsonLines& _out;
+    std::ostream& _errors;
+};
+
+}  // namespace
+
+void dumpBook(vellum::IBookT<char>& book, std::ostream& out, std::ostream& errors) {
+    JsonLines lines(out);
+    const int count = book.sheetCount();
+    for (int index = 0; index < count; ++index) {
+        const char* const name = book.sheetNameAt(index);
+        lines.raw(R"({"sheet":{"index":)").integer(index).raw(R"(,"name":)").text(name ? name : "");
+        const int kind = book.sheetKindAt(index);
+        if (kind == vellum::sheetChart) lines.raw(R"(,"kind":"chart")");
+        if (kind == vellum::sheetOther) lines.raw(R"(,"kind":"other")");
+        lines.raw("}}").endLine();
+        if (kind != vellum::sheetWorksheet) continue;
+        if (auto* const sheet = book.getSheet(index)) SheetDump(book, *sheet, lines, errors).run();
+    }
+}
+
+int dump(const std::string& path, std::ostream& out, std::ostream& errors) {
+    std::string error;
+    const BookPtr book = loadBook(path, error);
+    if (!book) {
+        errors << error << '\n';
+        return 1;
+    }
+    dumpBook(*book, out, errors);
+    if (out.flush()) return 0;
+    errors << "can't write the dump\n";
+    return 1;
+}
+
+}  // namespace cli

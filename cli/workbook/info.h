@@ -1,0 +1,12 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+
+namespace cli {
+
+/// `quillet info FILE`: what a workbook is and holds, for people. The exit status: 1, with the engine's text in
+/// `errors`, when the file does not load.
+int info(const std::string& path, std::ostream& out, std::ostream& errors);
+
+}  // namespace cli
