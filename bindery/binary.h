@@ -14,7 +14,7 @@ struct c_binary {
     /// Hexadecimal digits of any case; an odd number of them is read with a leading zero.
     bool fromHex(std::string_view text);
     bool fromBase64(std::string_view text);
-    std::string hex() const;    // upper case
+    std::string hex() const;  // upper case
     std::string base64() const;
 
     friend bool operator==(const c_binary&, const c_binary&) = default;

@@ -38,7 +38,7 @@ protected:
     void* _member;
 
 public:
-    std::string_view item;    // what reports name
+    std::string_view item;  // what reports name
 };
 
 /// Where a text to be written comes from.

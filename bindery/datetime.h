@@ -13,9 +13,9 @@ enum class DateKind : std::uint8_t { dateTime, date, time, gYearMonth, gYear, gM
 struct c_datetime {
     DateKind kind = DateKind::dateTime;
     bool hasZone = false;
-    std::uint8_t month = 0, day = 0;    // from 1
+    std::uint8_t month = 0, day = 0;  // from 1
     std::uint8_t hour = 0, minute = 0;
-    std::int16_t zoneMinutes = 0;    // east of Greenwich
+    std::int16_t zoneMinutes = 0;  // east of Greenwich
     std::int32_t year = 0;
     double second = 0;
 

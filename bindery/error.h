@@ -55,7 +55,7 @@ enum error_code : int {
     unknown_type = 44,
     type_not_set = 45,
     occurs_on_marshal = 46,
-    user_error_1 = 1000,    // to user_error_1 + 8
+    user_error_1 = 1000,  // to user_error_1 + 8
 };
 
 /// Text of a code, "" for a code that is none.
@@ -64,10 +64,10 @@ const char* errorText(int code);
 /// The record of one failure.
 struct c_error {
     int code = no_error;
-    std::string item;          // "@name" of an attribute, the name of an element
-    const char* file = "";     // program file, static text; never null
-    int line = 0;              // program line
-    int xmlLine = -1;          // line of the document, from 1; -1 when there is none
+    std::string item;       // "@name" of an attribute, the name of an element
+    const char* file = "";  // program file, static text; never null
+    int line = 0;           // program line
+    int xmlLine = -1;       // line of the document, from 1; -1 when there is none
 
     /// Prints the record, a line for each field; nothing but the code's text for code 0.
     void report(std::ostream& out) const;

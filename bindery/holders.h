@@ -14,7 +14,7 @@ namespace bindery {
 /// Policies: whether a class carries the text between its children.
 struct ct_non_mixed {};
 struct ct_mixed {
-    std::wstring textBefore;    // the text in front of this child
+    std::wstring textBefore;  // the text in front of this child
 };
 
 // The tables address a holder by the offset of its first byte: a value holder begins with its value, and

@@ -8,9 +8,9 @@ namespace bindery {
 
 /// What the last scan of a reader found. Names of a class's tables count up from `token_first_name`.
 enum Token : int {
-    token_unknown = 1,    // a name that is not in the table, or character data
+    token_unknown = 1,  // a name that is not in the table, or character data
     token_failed = 3,
-    token_end = 5,    // end of the input
+    token_end = 5,  // end of the input
     token_end_tag = 6,
     token_start_tag = 7,
     token_xsi_type = 8,
@@ -24,7 +24,7 @@ enum Token : int {
 /// Ids of namespaces. The tables of a unit count its own namespaces from 2 on and leave out 5;
 /// namespaces that no table knows get ids from `namespace_first_unknown` on, in the order met.
 enum NamespaceId : int {
-    namespace_unresolved = 0,    // a prefix that nobody declared
+    namespace_unresolved = 0,  // a prefix that nobody declared
     namespace_none = 1,
     namespace_first = 2,
     namespace_xsi = 5,
@@ -61,10 +61,10 @@ inline int findToken(const NameEntry* table, int ns, std::string_view name) {
 
 /// A namespace that the classes of a unit know.
 struct NamespaceEntry {
-    std::uint16_t id;      // as in the tables of names
-    const char* prefix;    // the one that the writer uses; "" for the default namespace
+    std::uint16_t id;    // as in the tables of names
+    const char* prefix;  // the one that the writer uses; "" for the default namespace
     const char* uri;
-    bool onRoot;    // always declared on the root element; others where they are first needed
+    bool onRoot;  // always declared on the root element; others where they are first needed
 };
 
 }  // namespace bindery

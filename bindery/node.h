@@ -10,7 +10,7 @@ struct Extras;
 /// Base of everything that can stand in a bound tree: three virtual slots, value semantics through `clone`.
 class c_node {
 public:
-    virtual c_node* clone() const = 0;    // owned by the caller
+    virtual c_node* clone() const = 0;  // owned by the caller
     virtual ~c_node() = default;
 
 protected:

@@ -30,13 +30,13 @@ struct NsDecl {
 /// declare stand in `needs` of its root, so that it can be written anywhere.
 class c_raw_node final : public c_node {
 public:
-    std::string name;    // as written, with its prefix; "" for text
+    std::string name;  // as written, with its prefix; "" for text
     std::string uri;
-    std::vector<NsDecl> decls;    // declared on this element
+    std::vector<NsDecl> decls;  // declared on this element
     std::vector<Attr> attrs;
     std::vector<std::unique_ptr<c_raw_node>> children;
     std::string text;           // of a piece of text
-    std::vector<NsDecl> needs;    // root of a kept subtree only
+    std::vector<NsDecl> needs;  // root of a kept subtree only
 
     c_raw_node() = default;
     c_raw_node(const c_raw_node& other);

@@ -14,14 +14,13 @@
 
 namespace bindery {
 
-
 /// What a `c_xml_reader` counts, and who is told. Severities: 0 ends the parse, 1 error, 2 warning, 3 remark.
 struct c_error_state {
     /// Told of each report; true lets the parse go on. Not asked for severity 0. Without one,
     /// severity 1 ends the parse and the others do not.
     std::function<bool(int severity, int code, std::string_view text, int line)> report;
 
-    int fatal = 0;    // the latch: once up, every further report is dropped and the input is at its end
+    int fatal = 0;  // the latch: once up, every further report is dropped and the input is at its end
     int errors = 0;
     int warnings = 0;
     int further = 0;
@@ -36,18 +35,18 @@ enum class Encoding : int { unknown, singleByte, utf8, utf16be, utf16le, ucs2be,
 
 /// One attribute of the current start tag.
 struct RawAttribute {
-    std::string_view name;      // as written, with its prefix
-    std::string_view prefix;    // "" for none
+    std::string_view name;    // as written, with its prefix
+    std::string_view prefix;  // "" for none
     std::string_view local;
-    std::string_view raw;    // between the quotes, references not yet expanded
+    std::string_view raw;  // between the quotes, references not yet expanded
     int ns = namespace_none;
-    bool plain = true;    // `raw` is the value: nothing in it has to be expanded or normalised
+    bool plain = true;  // `raw` is the value: nothing in it has to be expanded or normalised
 };
 
 /// A declaration in force, or one of the current start tag.
 struct NamespaceBinding {
     std::string prefix;
-    int ns;    // id of the URI, see `c_xml_reader::uriOf`
+    int ns;  // id of the URI, see `c_xml_reader::uriOf`
 };
 
 /// Non-validating pull reader for one document: decodes to UTF-8, expands entities, resolves
@@ -117,7 +116,7 @@ public:
     int tokenise(const NameEntry* table, const RawAttribute& attribute) const;
 
     /// Of the start tag just read; valid until the next scan.
-    std::string_view elementName() const { return _elementName; }    // as written
+    std::string_view elementName() const { return _elementName; }  // as written
     std::string_view elementLocal() const { return _elementLocal; }
     int elementNamespace() const { return _elementNs; }
     std::span<const RawAttribute> attributes() const { return _attributes; }
@@ -172,15 +171,15 @@ private:
     struct Entity {
         std::string name, value;
     };
-    struct Frame {    // the text that goes on behind an entity's value
+    struct Frame {  // the text that goes on behind an entity's value
         const char* cur;
         const char* end;
         std::size_t entity;
-        std::size_t open;    // elements open when the entity began
+        std::size_t open;  // elements open when the entity began
     };
     struct OpenElement {
-        std::uint32_t nameOffset, nameLength;    // in _names
-        std::uint32_t bindings;                  // bindings in force outside
+        std::uint32_t nameOffset, nameLength;  // in _names
+        std::uint32_t bindings;                // bindings in force outside
     };
 
     void start();
@@ -212,19 +211,19 @@ private:
 
     const char* _cur = nullptr;
     const char* _end = nullptr;
-    const char* _begin = nullptr;      // of the document's text
-    std::string _owned;                // decoded, or gathered from the source
-    std::string_view _bytes;           // as the source gave them
-    std::size_t _bytesFrom = 0;        // behind the byte order mark
-    bool _brokenEnd = false;           // the text ends at a character that could not be decoded
+    const char* _begin = nullptr;  // of the document's text
+    std::string _owned;            // decoded, or gathered from the source
+    std::string_view _bytes;       // as the source gave them
+    std::size_t _bytesFrom = 0;    // behind the byte order mark
+    bool _brokenEnd = false;       // the text ends at a character that could not be decoded
 
     std::vector<Frame> _frames;
-    std::vector<Entity> _entities;             // general
-    std::vector<Entity> _parameterEntities;    // of the document type
-    std::size_t _expanded = 0;                 // bytes of entity values read so far
+    std::vector<Entity> _entities;           // general
+    std::vector<Entity> _parameterEntities;  // of the document type
+    std::size_t _expanded = 0;               // bytes of entity values read so far
 
     bool _started = false;
-    bool _contentRead = false;    // anything but white space: no XML declaration may follow
+    bool _contentRead = false;  // anything but white space: no XML declaration may follow
     bool _doctypeRead = false;
 
     int _token = 0;
@@ -240,9 +239,9 @@ private:
     std::vector<RawAttribute> _attributes;
 
     std::vector<OpenElement> _open;
-    std::string _names;    // of the open elements, one behind the other
+    std::string _names;  // of the open elements, one behind the other
     std::vector<NamespaceBinding> _bindings;
-    std::size_t _tagBindings = 0;    // first binding of the last start tag
+    std::size_t _tagBindings = 0;  // first binding of the last start tag
     std::vector<std::string> _uris;
     std::vector<std::uint16_t> _uriIds;
 

@@ -35,7 +35,7 @@ protected:
     virtual bool skipsUnknownContent() const;
 
     c_xml_reader& _reader;
-    std::string_view _name;    // of the element, in the reader's pool
+    std::string_view _name;  // of the element, in the reader's pool
     bool _mayBeEmpty;
     const char* _sourceFile = "";
     int _sourceLine = 0;
@@ -61,8 +61,8 @@ private:
 
     c_node& _object;
     const ClassInfo& _info;
-    std::uint64_t _seen[4] = {};    // attributes read so far, by token
-    std::uint16_t _slot = 0;        // place of the child read last, see Placed
+    std::uint64_t _seen[4] = {};  // attributes read so far, by token
+    std::uint16_t _slot = 0;      // place of the child read last, see Placed
     std::uint32_t _ordinal = 0;
 };
 

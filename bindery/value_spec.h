@@ -14,24 +14,24 @@ struct ValueSpec;
 
 /// Atomic types, by what their text looks like.
 enum class Atomic : std::uint8_t {
-    narrow,    // std::string, UTF-8: references, ids, enumerations, URIs
-    wide,      // std::wstring: texts that people read or type
+    narrow,  // std::string, UTF-8: references, ids, enumerations, URIs
+    wide,    // std::wstring: texts that people read or type
     boolean,
-    onOff,    // bool; also "on" and "off"
-    int8,     // int
-    int16,    // int
+    onOff,  // bool; also "on" and "off"
+    int8,   // int
+    int16,  // int
     int32,
     int64,
     uint8,
     uint16,
     uint32,
     uint64,
-    float32,    // double
+    float32,  // double
     float64,
-    decimal,     // double, written with the `places` of its facets
-    hex,         // c_binary
-    base64,      // c_binary
-    dateTime,    // c_datetime from here to gMonth
+    decimal,   // double, written with the `places` of its facets
+    hex,       // c_binary
+    base64,    // c_binary
+    dateTime,  // c_datetime from here to gMonth
     date,
     time,
     gYearMonth,
@@ -39,7 +39,7 @@ enum class Atomic : std::uint8_t {
     gMonthDay,
     gDay,
     gMonth,
-    empty,    // c_empty
+    empty,  // c_empty
 };
 
 /// The C++ type that holds a value.
@@ -75,7 +75,7 @@ struct Facets {
     bool maximumExcluded = false;
     std::uint8_t totalDigits = anyDigits;
     std::uint8_t fractionDigits = anyDigits;
-    std::span<const c_regex* const> patterns = {};    // all have to match, one for each step of restriction
+    std::span<const c_regex* const> patterns = {};  // all have to match, one for each step of restriction
 };
 
 /// What a value test, a facet test and the two conversions of a type look like. Codes of error.h.
@@ -89,38 +89,51 @@ struct ValueSpec {
     Atomic atomic = Atomic::narrow;
     Storage storage = Storage::string;
     Whitespace whitespace = Whitespace::preserve;
-    std::uint8_t places = 0;     // decimal: digits behind the point, at most 15
-    const char* fixed = "";      // "" for none
+    std::uint8_t places = 0;  // decimal: digits behind the point, at most 15
+    const char* fixed = "";   // "" for none
     std::span<const std::string_view> enumeration = {};
-    std::span<const ValueSpec* const> members = {};    // of a union: the text has to be valid under one of them
-    const Facets* facets = nullptr;                    // null: no limits
+    std::span<const ValueSpec* const> members = {};  // of a union: the text has to be valid under one of them
+    const Facets* facets = nullptr;                  // null: no limits
     ValueTest valueTest = nullptr;
     FacetTest facetTest = nullptr;
-    FromText fromText = nullptr;    // stores; the text has passed the whitespace rule and the value test
-    ToText toText = nullptr;        // appends, not escaped
+    FromText fromText = nullptr;  // stores; the text has passed the whitespace rule and the value test
+    ToText toText = nullptr;      // appends, not escaped
 };
 
 constexpr Storage storageOf(Atomic atomic) {
     switch (atomic) {
-        case Atomic::narrow: return Storage::string;
-        case Atomic::wide: return Storage::wstring;
+        case Atomic::narrow:
+            return Storage::string;
+        case Atomic::wide:
+            return Storage::wstring;
         case Atomic::boolean:
-        case Atomic::onOff: return Storage::boolean;
+        case Atomic::onOff:
+            return Storage::boolean;
         case Atomic::int8:
         case Atomic::int16:
-        case Atomic::int32: return Storage::integer;
-        case Atomic::int64: return Storage::longInteger;
-        case Atomic::uint8: return Storage::unsignedChar;
-        case Atomic::uint16: return Storage::unsignedShort;
-        case Atomic::uint32: return Storage::unsignedInteger;
-        case Atomic::uint64: return Storage::unsignedLong;
+        case Atomic::int32:
+            return Storage::integer;
+        case Atomic::int64:
+            return Storage::longInteger;
+        case Atomic::uint8:
+            return Storage::unsignedChar;
+        case Atomic::uint16:
+            return Storage::unsignedShort;
+        case Atomic::uint32:
+            return Storage::unsignedInteger;
+        case Atomic::uint64:
+            return Storage::unsignedLong;
         case Atomic::float32:
         case Atomic::float64:
-        case Atomic::decimal: return Storage::real;
+        case Atomic::decimal:
+            return Storage::real;
         case Atomic::hex:
-        case Atomic::base64: return Storage::binary;
-        case Atomic::empty: return Storage::empty;
-        default: return Storage::datetime;
+        case Atomic::base64:
+            return Storage::binary;
+        case Atomic::empty:
+            return Storage::empty;
+        default:
+            return Storage::datetime;
     }
 }
 

@@ -34,8 +34,7 @@ constinit const bindery::ValueSpec ST_Level =
     bindery::valueSpec(bindery::Atomic::int32, bindery::Whitespace::collapse, {.facets = &ST_Level_facets});
 constinit const bindery::ValueSpec ST_Code =
     bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::collapse, {.facets = &ST_Code_facets});
-constinit const bindery::ValueSpec ST_Refs =
-    bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::collapse);
+constinit const bindery::ValueSpec ST_Refs = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::collapse);
 
 // ---- CT_Item
 
@@ -56,10 +55,8 @@ constinit const bindery::MemberInfo c_CT_Item::_attributes[] = {
 };
 static constexpr bindery::NameEntry c_CT_Item_attributeNames[] = {
     bindery::entry(1, "mode", 13), bindery::entry(1, "id", 14), bindery::entry(3, "id", 15), bindery::endOfNames};
-constinit const bindery::MemberInfo c_CT_Item::_text = {.kind = Kind::optional,
-                                                        .offset = offsetof(c_CT_Item, _value),
-                                                        .line = __LINE__,
-                                                        .spec = &bindery::builtin::string};
+constinit const bindery::MemberInfo c_CT_Item::_text = {
+    .kind = Kind::optional, .offset = offsetof(c_CT_Item, _value), .line = __LINE__, .spec = &bindery::builtin::string};
 constinit const bindery::ClassInfo c_CT_Item::info = {.name = "c_CT_Item",
                                                       .sourceFile = "tests/bindery/sample_classes",
                                                       .content = bindery::Content::text,
@@ -68,7 +65,9 @@ constinit const bindery::ClassInfo c_CT_Item::info = {.name = "c_CT_Item",
                                                       .text = &_text,
                                                       .create = bindery::makeNode<c_CT_Item>};
 
-c_CT_Item* c_CT_Item::clone() const { return std::make_unique<c_CT_Item>(*this).release(); }
+c_CT_Item* c_CT_Item::clone() const {
+    return std::make_unique<c_CT_Item>(*this).release();
+}
 
 int c_CT_Item::unmarshal(bindery::c_xml_reader& reader, const char*) {
     return bindery::unmarshalObject(reader, *this, info);
@@ -95,15 +94,14 @@ constinit const bindery::ClassInfo c_EG_Shape::info = {.name = "c_EG_Shape",
                                                        .choiceOffset = offsetof(c_EG_Shape, _choice),
                                                        .create = bindery::makeNode<c_EG_Shape>};
 
-c_EG_Shape* c_EG_Shape::clone() const { return std::make_unique<c_EG_Shape>(*this).release(); }
+c_EG_Shape* c_EG_Shape::clone() const {
+    return std::make_unique<c_EG_Shape>(*this).release();
+}
 
 // ---- CT_Root
 
 constinit const bindery::MemberInfo c_CT_Root::_attributes[] = {
-    {.name = "count",
-     .offset = offsetof(c_CT_Root, _count),
-     .line = __LINE__,
-     .spec = &bindery::builtin::unsignedInt},
+    {.name = "count", .offset = offsetof(c_CT_Root, _count), .line = __LINE__, .spec = &bindery::builtin::unsignedInt},
     {.name = "flag", .offset = offsetof(c_CT_Root, _flag), .line = __LINE__, .spec = &bindery::builtin::boolean},
     {.name = "size", .offset = offsetof(c_CT_Root, _size), .line = __LINE__, .spec = &bindery::builtin::real},
     {.name = "refs",
@@ -152,8 +150,9 @@ constinit const bindery::MemberInfo c_CT_Root::_elements[] = {
     {.name = "extLst", .ns = 2, .kind = Kind::raw, .offset = offsetof(c_CT_Root, _extLst), .line = __LINE__},
 };
 static constexpr bindery::NameEntry c_CT_Root_elementNames[] = {
-    bindery::entry(2, "title", 13),  bindery::entry(2, "item", 14),   bindery::entry(2, "note", 15),
-    bindery::entry(2, "last", 16),   bindery::entry(2, "circle", 17), bindery::entry(2, "square", 17),
+    bindery::entry(2, "title", 13),  bindery::entry(2, "item", 14),
+    bindery::entry(2, "note", 15),   bindery::entry(2, "last", 16),
+    bindery::entry(2, "circle", 17), bindery::entry(2, "square", 17),
     bindery::entry(2, "extLst", 18), bindery::endOfNames};
 constinit const bindery::ClassInfo c_CT_Root::info = {.name = "c_CT_Root",
                                                       .sourceFile = "tests/bindery/sample_classes",
@@ -164,7 +163,9 @@ constinit const bindery::ClassInfo c_CT_Root::info = {.name = "c_CT_Root",
                                                       .elements = _elements,
                                                       .create = bindery::makeNode<c_CT_Root>};
 
-c_CT_Root* c_CT_Root::clone() const { return std::make_unique<c_CT_Root>(*this).release(); }
+c_CT_Root* c_CT_Root::clone() const {
+    return std::make_unique<c_CT_Root>(*this).release();
+}
 
 int c_CT_Root::unmarshal(bindery::c_xml_reader& reader, const char*) {
     return bindery::unmarshalObject(reader, *this, info);
@@ -179,10 +180,16 @@ int c_CT_Root::marshal(bindery::c_xml_writer& writer, const char* name) const {
 constinit const bindery::RootInfo c_root::root = {
     .name = "root", .ns = 2, .type = &c_CT_Root::info, .namespaces = namespaces, .line = __LINE__};
 
-c_root* c_root::clone() const { return std::make_unique<c_root>(*this).release(); }
+c_root* c_root::clone() const {
+    return std::make_unique<c_root>(*this).release();
+}
 
-int c_root::unmarshal(bindery::c_xml_reader& reader) { return bindery::unmarshalRoot(reader, *this, root); }
+int c_root::unmarshal(bindery::c_xml_reader& reader) {
+    return bindery::unmarshalRoot(reader, *this, root);
+}
 
-int c_root::marshal(bindery::c_xml_writer& writer) const { return bindery::marshalRoot(writer, *this, root); }
+int c_root::marshal(bindery::c_xml_writer& writer) const {
+    return bindery::marshalRoot(writer, *this, root);
+}
 
 }  // namespace sample

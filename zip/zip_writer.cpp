@@ -1,0 +1,135 @@
+#include "zip/zip_writer.h"
+
+#include <minizip/zip.h>
+
+#include <algorithm>
+#include <ctime>
+
+#include "zip/zip_memory_buffer.h"
+
+namespace zip {
+namespace {
+
+// minizip's file calls over a ZipMemoryBuffer, which is both `opaque` and the stream.
+
+ZipMemoryBuffer* bufferOf(voidpf stream) {
+    return static_cast<ZipMemoryBuffer*>(stream);
+}
+
+voidpf openBuffer(voidpf opaque, const void*, int) {
+    return opaque;
+}
+
+uLong readBuffer(voidpf, voidpf stream, void* to, uLong size) {
+    return bufferOf(stream)->read(to, size);
+}
+
+uLong writeBuffer(voidpf, voidpf stream, const void* from, uLong size) {
+    return bufferOf(stream)->write(from, size) ? size : 0;
+}
+
+ZPOS64_T tellBuffer(voidpf, voidpf stream) {
+    return bufferOf(stream)->position();
+}
+
+long seekBuffer(voidpf, voidpf stream, ZPOS64_T offset, int origin) {
+    ZipMemoryBuffer& buffer = *bufferOf(stream);
+    switch (origin) {
+        case ZLIB_FILEFUNC_SEEK_SET:
+            buffer.seek(offset);
+            return 0;
+        case ZLIB_FILEFUNC_SEEK_CUR:
+            buffer.seek(buffer.position() + offset);
+            return 0;
+        case ZLIB_FILEFUNC_SEEK_END:
+            buffer.seek(buffer.size() + offset);
+            return 0;
+        default:
+            return -1;
+    }
+}
+
+int closeBuffer(voidpf, voidpf) {
+    return 0;
+}
+int bufferError(voidpf, voidpf) {
+    return 0;
+}
+
+zip_fileinfo entryInfo() {
+    zip_fileinfo info = {};  // a DOS date of 0: the time stamp holds
+    const std::time_t now = std::time(nullptr);
+    std::tm local;
+    localtime_r(&now, &local);
+    info.tmz_date.tm_sec = local.tm_sec;
+    info.tmz_date.tm_min = local.tm_min;
+    info.tmz_date.tm_hour = local.tm_hour;
+    info.tmz_date.tm_mday = local.tm_mday;
+    info.tmz_date.tm_mon = local.tm_mon;
+    info.tmz_date.tm_year = local.tm_year + 1900;
+    info.external_fa = 32;  // an ordinary file to be archived
+    return info;
+}
+
+/// General flag bit 11: the name is UTF-8. Set where it tells readers something.
+uLong nameFlag(const std::string& name) {
+    constexpr uLong utf8Name = 0x800;
+    return std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) > 127; }) ? utf8Name
+                                                                                                             : 0;
+}
+
+}  // namespace
+
+bool ZipWriter::createFile(const std::string& path) {
+    close();
+    _archive = zipOpen64(path.c_str(), APPEND_STATUS_CREATE);
+    return isOpen();
+}
+
+bool ZipWriter::createInBuffer(ZipMemoryBuffer& target) {
+    close();
+    zlib_filefunc64_def calls = {openBuffer, readBuffer,  writeBuffer, tellBuffer,
+                                 seekBuffer, closeBuffer, bufferError, &target};
+    _archive = zipOpen2_64("", APPEND_STATUS_CREATE, nullptr, &calls);
+    return isOpen();
+}
+
+bool ZipWriter::openEntry(const std::string& name) {
+    if (!isOpen() || _entryOpen) return false;
+    const zip_fileinfo info = entryInfo();
+    constexpr int memoryLevel = 8;
+    constexpr int zip64 = 1;
+    _entryOpen = zipOpenNewFileInZip4_64(_archive, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
+                                         Z_DEFAULT_COMPRESSION, 0, -MAX_WBITS, memoryLevel, Z_DEFAULT_STRATEGY, nullptr,
+                                         0, 0, nameFlag(name), zip64) == ZIP_OK;
+    return _entryOpen;
+}
+
+bool ZipWriter::writeEntry(const void* bytes, std::size_t count) {
+    constexpr std::size_t longest = 1 << 30;  // minizip counts in 32 bits
+    if (!_entryOpen) return false;
+    const auto* at = static_cast<const char*>(bytes);
+    while (count > 0) {
+        const std::size_t part = std::min(count, longest);
+        if (zipWriteInFileInZip(_archive, at, static_cast<unsigned>(part)) != ZIP_OK) return false;
+        at += part;
+        count -= part;
+    }
+    return true;
+}
+
+bool ZipWriter::closeEntry() {
+    if (!_entryOpen) return true;
+    _entryOpen = false;
+    return zipCloseFileInZip(_archive) == ZIP_OK;
+}
+
+bool ZipWriter::close() {
+    if (!isOpen()) return true;
+    const bool entryClosed = closeEntry();
+    const bool archiveClosed = zipClose(_archive, nullptr) == ZIP_OK;
+    _archive = nullptr;
+    return entryClosed && archiveClosed;
+}
+
+}  // namespace zip

@@ -1,0 +1,38 @@
+// Archives that are written entry by entry, as streams.
+#pragma once
+#include <cstddef>
+#include <string>
+
+namespace zip {
+
+class ZipMemoryBuffer;
+
+/// Deflates entries at the default level into a new archive, in a file (no side file is used) or in a buffer that
+/// outlives the writer. Operations answer false on failure; what to say of it is the caller's. Closes itself at the end
+/// of its life.
+class ZipWriter {
+public:
+    ZipWriter() = default;
+    ~ZipWriter() { close(); }
+    ZipWriter(const ZipWriter&) = delete;
+    ZipWriter& operator=(const ZipWriter&) = delete;
+
+    bool createFile(const std::string& path);
+    bool createInBuffer(ZipMemoryBuffer& target);
+    bool isOpen() const { return _archive != nullptr; }
+
+    /// False when the archive is not open or an entry is. The entry bears the present local time.
+    bool openEntry(const std::string& name);
+    bool writeEntry(const void* bytes, std::size_t count);
+    /// Does nothing when no entry is open.
+    bool closeEntry();
+
+    /// Closes an open entry, writes the central directory; true when all was flushed.
+    bool close();
+
+private:
+    void* _archive = nullptr;  // minizip's handle
+    bool _entryOpen = false;
+};
+
+}  // namespace zip
