@@ -121,7 +121,7 @@ class ClassBuilder:
                 Member("attribute", names.unique(accessor(a.name.local)), (a.name,), a.type, low, 1, a.default)
             )
         if type_.text:
-            made.text = Member("text", names.unique("text"), (), type_.text)
+            made.text = Member("text", names.unique("text"), (), type_.text, 0)
         if type_.content:
             if type_.content.kind == "choice":
                 self._choice(made, type_.content, 1, names, made)

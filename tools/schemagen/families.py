@@ -40,7 +40,9 @@ class Family:
     main: str  # target namespace of the schema
     classes: list = field(default_factory=list)
     roots: list = field(default_factory=list)
-    by_hand: dict = field(default_factory=dict)
+    missing: dict = field(default_factory=dict)  # by root: what the writer adds to it when it is not there
+    root_prefixes: dict = field(default_factory=dict)  # by root: prefixes declared there; others declare all
+    optional: frozenset = frozenset()  # required attributes that are written only when set, "Type/attribute"
 
 
 def load_config(path=os.path.join(HERE, "families.toml")):
@@ -61,7 +63,7 @@ def compile_family(entry, config, folder):
     content = ContentCompiler(schemas, simple, cut, amendments)
     main = next(iter(root_elements(schemas, path))).ns
     text_class = QName(main, rules["text_class"]) if "text_class" in rules else None
-    by_hand = {h["type"]: h for h in rules.get("by_hand", ())}
+    by_hand = {h["type"]: h["header"] for h in rules.get("by_hand", ())}
     builder = ClassBuilder(content, main, text_class, by_hand)
     for root in entry["roots"]:
         component = schemas.find("elements", QName(main, root))
@@ -74,9 +76,11 @@ def compile_family(entry, config, folder):
     for text in entry["prefixes"]:
         prefix, _, uri = text.partition("=")
         prefixes.append((prefix, uris.get(uri, uri)))
-    return Family(
-        entry["namespace"], entry["schema"], entry["units"], prefixes, main, builder.classes, builder.roots, by_hand
-    ), cut.unused()
+    made = Family(entry["namespace"], entry["schema"], entry["units"], prefixes, main, builder.classes, builder.roots)
+    made.missing = entry.get("missing", {})
+    made.root_prefixes = entry.get("root_prefixes", {})
+    made.optional = frozenset(rules.get("optional", ()))
+    return made, cut.unused()
 
 
 def root_elements(schemas, path):

@@ -125,11 +125,12 @@ def qualified(cls, of):
     return of
 
 
-def option_member(cls, member, number):
+def option_member(cls, member):
     """One option of a choice: its accessors select it."""
     out, name = Text(), member.name
     option = f"option_{name}"
     out.public.append(f"bool isset_{name}() const {{ return _choice.option() == {option}; }}")
+    out.public.append(f"void unset_{name}() {{ if (isset_{name}()) _choice.unset(); }}")
     if member.kind == "value":
         boxed = f"bindery::ct_boxed<{value_type(member.type)}>"
         out.public.append(f"{result_type(member.type)} {name}() const;")
@@ -157,21 +158,20 @@ def option_member(cls, member, number):
 
 
 def options_below(member):
-    """All options that a single choice or group leads to: (option, names of the compositors on the way)."""
+    """All options that a single choice or group leads to; a group's own class forwards to its choice."""
     found = []
     for option in member.type.children:
         if option.kind in ("choice", "group"):
-            if not option.repeats:
-                found += [(o, [option] + way) for o, way in options_below(option)]
+            found += [] if option.repeats else options_below(option)
         elif option.kind in ("child", "raw") and not option.repeats:
-            found.append((option, []))
+            found.append(option)
     return found
 
 
 def forwarded(cls, member, taken):
     """Accessors that reach the options of a choice from the class that it stands in."""
     out = Text()
-    for option, way in options_below(member):
+    for option in options_below(member):
         name = option.name
         if name in taken:
             continue
@@ -180,9 +180,6 @@ def forwarded(cls, member, taken):
         outer = f"_{member.name}"
         seen = of if of.startswith("bindery::") else option.type.path
         out.public += declared(name, seen) + [f"bool isset_{name}() const {{ return find_{name}() != nullptr; }}"]
-        if way:
-            # The group itself has the accessor: its own class forwards into its choice.
-            pass
         out.public.append(f"void unset_{name}() {{ if (isset_{name}()) _{member.name}.unset(); }}")
         out.source += defined(
             cls,
