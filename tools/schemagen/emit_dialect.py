@@ -23,11 +23,11 @@ def dialect_header(parts):
             lines.append(f"    struct {name} {{")
             both = shared(name, families)
             space = families[index].namespace
-            lines += [f"        using {c} = {space}::{c};" for c in both]
+            lines += [f"        using {c} = ::{space}::{c};" for c in both]
             lines.append("    };")
             for root in families[0].roots:
                 roots[root.name] = space
-        lines += [f"    using {name} = {space}::{name};" for name, space in roots.items()]
+        lines += [f"    using {name} = ::{space}::{name};" for name, space in roots.items()]
         lines.append("};")
     return text(lines + ["", "}  // namespace ooxml"])
 
