@@ -89,7 +89,7 @@ public:
     virtual const wchar_t* widenToPool(const CharT* text) = 0;
     /// The rich string object of a caller as an index in `strings()`, with a use of the shared text
     /// counted as `StrMap::add` does. A rich string of another book is copied.
-    virtual std::uint32_t addRichString(const IRichStringT<CharT>* text) = 0;
+    virtual std::uint32_t addRichString(IRichStringT<CharT>* text) = 0;
     /// The object for reading the runs of a string; made when first asked for.
     virtual IRichStringT<CharT>* richString(std::uint32_t isst) = 0;
     /// The index in `strings()` of a string of another book, copied with its fonts.

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "engine/messages.h"
+
 namespace vellum::msg {
 
 // Compound file, header and tables.
@@ -72,7 +74,6 @@ std::string unexpectedRecord(const char* record);  // "Blank: unexpected record"
 
 // Strings.
 inline constexpr const char* shortStringTooLong = "ShortXLUnicodeString: string is too long";
-inline constexpr const char* stringTooLong = "string is too long";
 inline constexpr const char* stringNotContinued = "error in XLUnicodeString record #1";
 inline constexpr const char* extStringSize = "can't read ExtString: size is incorrect";
 

@@ -1,0 +1,53 @@
+#include "biff/globals.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "biff/book_messages.h"
+#include "biff/cursor.h"
+#include "biff/names_raw.h"
+#include "engine/enums.h"
+#include "engine/vlerror.h"
+
+namespace vellum {
+
+void Globals::finishLoad() {
+    if (!hasRrTabId) {
+        rrTabId.resize(boundSheets.size());
+        std::iota(rrTabId.begin(), rrTabId.end(), std::uint16_t{1});
+    }
+    others.shrink();
+}
+
+const RawRecords& Globals::slot(std::uint16_t id) const {
+    const auto at = std::ranges::find(slotIds, id) - std::begin(slotIds);
+    return slots.at(static_cast<std::size_t>(at));
+}
+
+const NumFormat* Globals::findNumFormat(std::uint16_t ifmt) const {
+    const auto found = std::ranges::find(numFormats, ifmt, &NumFormat::ifmt);
+    return found == numFormats.end() ? nullptr : &*found;
+}
+
+std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
+    constexpr std::uint16_t lastCustom = 392;
+    for (const NumFormat& known : numFormats) {
+        if (known.text.view() == text) return known.ifmt;
+    }
+    for (std::uint16_t ifmt = firstCustomFormat; ifmt <= lastCustom; ++ifmt) {
+        if (findNumFormat(ifmt) != nullptr) continue;
+        NumFormat added;
+        added.ifmt = ifmt;
+        added.text.set(std::wstring(text).c_str(), pool, false);
+        numFormats.push_back(added);
+        return ifmt;
+    }
+    throw vlerror(msg::tooManyCustomFormats);
+}
+
+void Globals::renumber(std::span<const int> newIndex) {
+    renumberSheets(supBooks, newIndex);
+    renumberNames(names, newIndex);
+}
+
+}  // namespace vellum
