@@ -150,6 +150,7 @@ typedef struct HostApi {
     int (*hostArrayFirstTuple)(HostArray* array, int* indices);
     int (*hostArrayNextTuple)(HostArray* array, int* indices);
     int (*hostArrayFirstEntry)(HostArray* array, int* indices);
+    /* The first entry behind `indices`, which need not be an entry itself. */
     int (*hostArrayNextEntry)(HostArray* array, int* indices);
     void (*hostArrayGet)(HostArray* array, const int* indices, HostValue* value);
     int (*hostArrayExists)(HostArray* array, const int* indices);
@@ -234,7 +235,11 @@ enum {
 
 typedef void* (*HostOpenOp)(HostContext* context, uint32_t* openFlags, const char* name);
 typedef int (*HostCloseOp)(HostContext* context, void* source);
-/* The number of items not done. `counters` has one int for each item; a done item's value slot is set to 0. */
+/*
+ * The slot of an item points to the variable of a scalar (its HostValue for types 1 to 4, else its object), or holds
+ * the set, list or array itself. The result is the number of items not done. `counters` has one int for each item; a
+ * done item's value slot is set to 0.
+ */
 typedef int (*HostReadOp)(HostContext* context, void* source, int itemCount, const char* const* labels,
                           const HostType* types, HostValue* values, int* counters);
 typedef int (*HostWriteOp)(HostContext* context, void* source, int itemCount, const char* const* labels,
