@@ -15,7 +15,9 @@ void ContinueWriter::begin(std::uint16_t id) {
     _size = 0;
 }
 
-void ContinueWriter::finish() { _xls.patchInt16(_part + static_cast<std::uint32_t>(sizeof _continueId), _size); }
+void ContinueWriter::finish() {
+    _xls.patchInt16(_part + static_cast<std::uint32_t>(sizeof _continueId), _size);
+}
 
 void ContinueWriter::startContinue() {
     finish();

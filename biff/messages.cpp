@@ -8,8 +8,8 @@ std::string difatTooLong(std::uint32_t numDifatSectors) {
 }
 
 std::string difatTooShort(std::uint32_t found, std::uint32_t numDifatSectors) {
-    return "Xls::loadDifat(): difat chain sectors (" + std::to_string(found) +
-           ") not equal _header.numDifatSectors (" + std::to_string(numDifatSectors) + ")";
+    return "Xls::loadDifat(): difat chain sectors (" + std::to_string(found) + ") not equal _header.numDifatSectors (" +
+           std::to_string(numDifatSectors) + ")";
 }
 
 std::string fatCount(std::uint32_t found, std::uint32_t numFatSectors) {
@@ -21,8 +21,12 @@ std::string dirSectorNotInFat(std::uint32_t sector) {
     return "Xls::loadDir(): sector #" + std::to_string(sector) + " is not found in _fat";
 }
 
-std::string badSize(const char* record) { return std::string(record) + " size is incorrect"; }
+std::string badSize(const char* record) {
+    return std::string(record) + " size is incorrect";
+}
 
-std::string unexpectedRecord(const char* record) { return std::string(record) + ": unexpected record"; }
+std::string unexpectedRecord(const char* record) {
+    return std::string(record) + ": unexpected record";
+}
 
 }  // namespace vellum::msg

@@ -10,8 +10,7 @@ namespace vellum::msg {
 
 // Compound file, header and tables.
 inline constexpr const char* fileTooSmall = "readHeader: file is corrupt (size < 512 bytes)";
-inline constexpr const char* notCompoundFile =
-    "It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.";
+inline constexpr const char* notCompoundFile = "It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.";
 inline constexpr const char* sectorSizeZero = "Xls::readHeader(): _sectorSize can't be 0";
 inline constexpr const char* miniSectorSizeZero = "Xls::readHeader(): _miniSectorSize can't be 0";
 inline constexpr const char* sectorSizeUnusable =
@@ -19,7 +18,6 @@ inline constexpr const char* sectorSizeUnusable =
 inline constexpr const char* fileTooBig = "Xls::measure(): a xls file can't be 4 GB or more";
 inline constexpr const char* difatCorruptEntries = "loadDifat: file is corrupt [1]";
 inline constexpr const char* difatCorruptLink = "loadDifat: file is corrupt [2]";
-inline constexpr const char* fatIndex = "Xls::loadFat(): index is out of range of _fat";
 inline constexpr const char* fatCorrupt = "loadFat: file is corrupt";
 inline constexpr const char* miniFatSelfLink = "loadMiniFat: error in fat";
 inline constexpr const char* miniFatTooLong = "error in loading minifat";
@@ -28,12 +26,8 @@ inline constexpr const char* miniFatEndless = "Xls::loadMiniFat(): file is corru
 inline constexpr const char* dirCorruptCount = "loadDir: file is corrupt [1]";
 inline constexpr const char* dirCorruptRead = "loadDir: file is corrupt [2]";
 inline constexpr const char* dirSelfLinkCount = "loadDir: error in fat [1]";
-inline constexpr const char* dirSelfLinkRead = "loadDir: error in fat [2]";
-inline constexpr const char* dirUnexpectedEntry = "Xls::loadDir(): unexpected DirEntry found";
-inline constexpr const char* dirEndless = "Xls::loadDir(): file is corrupt";
 inline constexpr const char* dirEntryName = "DirEntry::DirEntry(): incorrect name";
-inline constexpr const char* dirEntryNameTooBig =
-    "DirEntry::DirEntry(): newName is too big (length must be less 32)";
+inline constexpr const char* dirEntryNameTooBig = "DirEntry::DirEntry(): newName is too big (length must be less 32)";
 
 std::string difatTooLong(std::uint32_t numDifatSectors);
 std::string difatTooShort(std::uint32_t found, std::uint32_t numDifatSectors);

@@ -10,8 +10,10 @@ struct Follower {
 };
 
 constexpr Follower followers[] = {
-    {record_id::AutoFilterInfo, record_id::AutoFilter},   {record_id::AutoFilterInfo, record_id::AutoFilter12},
-    {record_id::HLink, record_id::HLinkTooltip},          {record_id::TableStyles, record_id::TableStyle},
+    {record_id::AutoFilterInfo, record_id::AutoFilter},
+    {record_id::AutoFilterInfo, record_id::AutoFilter12},
+    {record_id::HLink, record_id::HLinkTooltip},
+    {record_id::TableStyles, record_id::TableStyle},
     {record_id::TableStyles, record_id::TableStyleElement},
 };
 
@@ -25,8 +27,8 @@ bool continuesRecord(std::uint16_t parent, std::uint16_t next) {
         case record_id::ContinueFrt12:
             return true;
         default:
-            return std::ranges::any_of(
-                followers, [=](const Follower& f) { return f.parent == parent && f.follower == next; });
+            return std::ranges::any_of(followers,
+                                       [=](const Follower& f) { return f.parent == parent && f.follower == next; });
     }
 }
 
@@ -66,6 +68,8 @@ std::span<std::byte> RawRecord::body() {
     return std::span(wire).subspan(recordHeaderSize, loadLe<std::uint16_t>(wire.data() + sizeof id));
 }
 
-void RawRecord::write(Xls& xls) const { xls.writeBytes(wire); }
+void RawRecord::write(Xls& xls) const {
+    xls.writeBytes(wire);
+}
 
 }  // namespace vellum

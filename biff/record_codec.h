@@ -22,8 +22,12 @@
 
 namespace vellum {
 
-[[noreturn]] inline void throwBadSize(const char* record) { throw vlerror(msg::badSize(record)); }
-[[noreturn]] inline void throwUnexpected(const char* record) { throw vlerror(msg::unexpectedRecord(record)); }
+[[noreturn]] inline void throwBadSize(const char* record) {
+    throw vlerror(msg::badSize(record));
+}
+[[noreturn]] inline void throwUnexpected(const char* record) {
+    throw vlerror(msg::unexpectedRecord(record));
+}
 
 template <class T>
 struct FieldCodec {
@@ -67,9 +71,8 @@ consteval std::size_t wireSize() {
 /// The fields one after the other, from a cursor that holds at least `wireSize` bytes.
 template <class Record>
 void readFields(Cursor& in, Record& r) {
-    Record::fields(r, [&](const char*, auto& field) {
-        field = FieldCodec<std::remove_reference_t<decltype(field)>>::get(in);
-    });
+    Record::fields(
+        r, [&](const char*, auto& field) { field = FieldCodec<std::remove_reference_t<decltype(field)>>::get(in); });
 }
 
 /// A body of exactly `wireSize` bytes; any other `size` throws "NAME size is incorrect".
@@ -98,9 +101,8 @@ Record readPrefix(Cursor& in, std::size_t size) {
 
 template <class Record>
 void writeFields(Sink& out, const Record& r) {
-    Record::fields(r, [&](const char*, const auto& field) {
-        FieldCodec<std::remove_cvref_t<decltype(field)>>::put(out, field);
-    });
+    Record::fields(
+        r, [&](const char*, const auto& field) { FieldCodec<std::remove_cvref_t<decltype(field)>>::put(out, field); });
 }
 
 /// Header and body.

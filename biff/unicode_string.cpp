@@ -13,7 +13,9 @@
 namespace vellum {
 namespace {
 
-std::size_t widthOf(std::uint8_t flags) { return (flags & wideText) != 0 ? 2 : 1; }
+std::size_t widthOf(std::uint8_t flags) {
+    return (flags & wideText) != 0 ? 2 : 1;
+}
 
 template <class T>
 T takeCount(Cursor& in, const char* record) {
@@ -28,7 +30,9 @@ std::size_t measuredLength(const char* text, bool utf8) {
     return characters == static_cast<std::size_t>(-1) ? 0 : characters;  // the conversion will say what is wrong
 }
 
-std::size_t measuredLength(const wchar_t* text, bool) { return std::wcslen(text); }
+std::size_t measuredLength(const wchar_t* text, bool) {
+    return std::wcslen(text);
+}
 
 template <class Count, class String, class CharT>
 void setText(String& string, const CharT* text, StringPool& pool, bool utf8, std::size_t limit, const char* tooLong) {
@@ -77,7 +81,9 @@ void ShortXLUnicodeString::write(Sink& out) const {
     writeCharacters(out, view(), (flags & wideText) != 0);
 }
 
-std::size_t ShortXLUnicodeString::wireSize() const { return sizeof cch + (noFlags ? 0 : 1) + cch * widthOf(flags); }
+std::size_t ShortXLUnicodeString::wireSize() const {
+    return sizeof cch + (noFlags ? 0 : 1) + cch * widthOf(flags);
+}
 
 template <class CharT>
 void ShortXLUnicodeString::set(const CharT* newText, StringPool& pool, bool utf8) {

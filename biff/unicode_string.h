@@ -20,8 +20,8 @@ enum class TextForm { withFlags, noFlags };
 /// 8-bit count, flags, characters: at most 255 of them, so never in two records.
 struct ShortXLUnicodeString {
     std::uint8_t cch = 0;
-    std::uint8_t flags = 0;    // bit 0: two bytes a character in the file
-    bool noFlags = false;      // write no flags byte; readers clear it, since all is saved in the later form
+    std::uint8_t flags = 0;  // bit 0: two bytes a character in the file
+    bool noFlags = false;    // write no flags byte; readers clear it, since all is saved in the later form
     const wchar_t* text = L"";
 
     /// A body that ends too early throws "RECORD size is incorrect".

@@ -10,7 +10,9 @@
 
 namespace vellum {
 
-Xls::Xls() { reset(true); }
+Xls::Xls() {
+    reset(true);
+}
 
 void Xls::reset(bool fresh) {
     dropFile();
@@ -84,7 +86,9 @@ RecordHeader Xls::readHeader() {
     return {loadLe<std::uint16_t>(bytes.data()), loadLe<std::uint16_t>(bytes.data() + sizeof(std::uint16_t))};
 }
 
-void Xls::mark(std::uint32_t value) { _marked = {_at, value}; }
+void Xls::mark(std::uint32_t value) {
+    _marked = {_at, value};
+}
 
 std::uint32_t Xls::rewind() {
     _at = std::min(_marked.at, _open.size());
@@ -201,8 +205,12 @@ void Xls::patch(std::uint32_t position, T value) {
     _stream->seekp(static_cast<std::streamoff>(_flushed) + _sectorSize);
 }
 
-void Xls::patchInt16(std::uint32_t position, std::uint16_t value) { patch(position, value); }
-void Xls::patchInt32(std::uint32_t position, std::uint32_t value) { patch(position, value); }
+void Xls::patchInt16(std::uint32_t position, std::uint16_t value) {
+    patch(position, value);
+}
+void Xls::patchInt32(std::uint32_t position, std::uint32_t value) {
+    patch(position, value);
+}
 
 // The slot of the header stays blank until `close`, so that an interrupted save leaves no valid file.
 void Xls::beginWriting() {
@@ -238,19 +246,12 @@ void dumpSectors(std::wostream& out, const wchar_t* title, const std::vector<std
 
 void dumpEntry(std::wostream& out, const DirEntry& entry) {
     out << L"[DirEntry]\n"
-        << L"name: " << entry.name() << L'\n'
-        << L"length: " << entry.length << L'\n'
-        << L"type: " << int{entry.type} << L'\n'
-        << L"color: " << int{entry.color} << L'\n'
-        << L"leftSiblingID: " << entry.leftSiblingID << L'\n'
-        << L"rightSiblingID: " << entry.rightSiblingID << L'\n'
-        << L"childID: " << entry.childID << L'\n'
-        << L"clsid: ";
+        << L"name: " << entry.name() << L'\n' << L"length: " << entry.length << L'\n' << L"type: " << int{entry.type}
+        << L'\n' << L"color: " << int{entry.color} << L'\n' << L"leftSiblingID: " << entry.leftSiblingID << L'\n'
+        << L"rightSiblingID: " << entry.rightSiblingID << L'\n' << L"childID: " << entry.childID << L'\n' << L"clsid: ";
     for (const std::uint8_t byte : entry.clsid) out << int{byte} << L' ';
-    out << L"\nstate: " << entry.state << L'\n'
-        << L"creationTime: " << entry.creationTime << L'\n'
-        << L"modifiedTime: " << entry.modifiedTime << L'\n'
-        << L"startingSectorLocation: " << entry.startingSectorLocation << L'\n'
+    out << L"\nstate: " << entry.state << L'\n' << L"creationTime: " << entry.creationTime << L'\n' << L"modifiedTime: "
+        << entry.modifiedTime << L'\n' << L"startingSectorLocation: " << entry.startingSectorLocation << L'\n'
         << L"streamSize: " << entry.streamSize << L'\n';
 }
 

@@ -88,10 +88,12 @@ void Xls::loadDifat(std::uint64_t& counter) {
     for (std::uint32_t sector = _header.firstDifatSector; sector < endOfChain; ++found) {
         if (found == _header.numDifatSectors) throw vlerror(msg::difatTooLong(_header.numDifatSectors));
         const auto bytes = sectorBytes(sector);
-        counter += _sectorSize - sizeof sector;
-        if (!bytes || counter > _fileSize) throw vlerror(msg::difatCorruptEntries);
-        counter += sizeof sector;
-        if (counter > _fileSize) throw vlerror(msg::difatCorruptLink);
+        if (!bytes) {
+            const std::uint64_t link = (std::uint64_t{sector} + 2) * _sectorSize - sizeof sector;
+            throw vlerror(link > _fileSize ? msg::difatCorruptEntries : msg::difatCorruptLink);
+        }
+        counter += _sectorSize;
+        if (counter > _fileSize) throw vlerror(msg::difatCorruptEntries);
         appendEntries(_difat, bytes->first(_sectorSize - sizeof sector));
         sector = loadLe<std::uint32_t>(bytes->last(sizeof sector).data());
     }

@@ -69,8 +69,8 @@ Xls::Chain Xls::miniChain(std::uint32_t start) const {
             chain.broken = true;
             break;
         }
-        const std::uint64_t at = (std::uint64_t{rootSectors[step]} + 1) * _sectorSize +
-                                 std::uint64_t{mini % perSector} * _miniSectorSize;
+        const std::uint64_t at =
+            (std::uint64_t{rootSectors[step]} + 1) * _sectorSize + std::uint64_t{mini % perSector} * _miniSectorSize;
         if (!chain.append(at, _miniSectorSize, _fileSize)) break;
     }
     return chain;
@@ -106,7 +106,9 @@ void Xls::openStream(const DirEntry& entry) {
                                                    : miniChain(start));
 }
 
-void Xls::openEntry(std::size_t entry) { openStream(_dir[entry]); }
+void Xls::openEntry(std::size_t entry) {
+    openStream(_dir[entry]);
+}
 
 std::uint32_t Xls::openEncryptedPackage() {
     _encryptedPackage = findEntry(L"EncryptedPackage");
