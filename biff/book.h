@@ -89,7 +89,7 @@ public:
     bool isWriteProtected() override { return _globals.isWriteProtected; }
     void release() override;
 
-    // For the book's sheets: book_context.cpp.
+    // For the book's sheets: where each concerns, see above.
     LastError& lastError() noexcept override { return this->_lastError; }
     StringPool& pool() override { return _pool; }
     [[nodiscard]] bool utf8() const override { return this->_locale.utf8(); }
@@ -147,7 +147,6 @@ private:
     const wchar_t* checkedSheetName(const CharT* name, const SheetImplT<CharT>* renamed, bool& cut);
     void renumber(std::span<const int> newIndex);
     void activate(std::size_t index);
-    BoundSheet8& boundSheetOf(const SheetImplT<CharT>& sheet);
     [[nodiscard]] const BoundSheet8* findBoundSheet(const SheetImplT<CharT>& sheet) const;
 
     FontImplT<CharT>& addFont(IFontT<CharT>* source);
@@ -164,6 +163,11 @@ private:
     std::deque<FormatImplT<CharT>> _formats;
     std::unordered_map<std::uint32_t, ExtStringProxy<CharT>> _richStrings;  // by index of their entry
     std::vector<std::unique_ptr<SheetImplT<CharT>>> _sheets;
+    struct KnownIxfe {
+        const IFormatT<CharT>* format = nullptr;
+        std::uint16_t ixfe = 0;
+    };
+    mutable KnownIxfe _lastIxfe{};  // asked for last
     bool _rgb = false, _r1c1 = false;
     std::wstring _widened;
     std::vector<char> _saved;  // what saveMemory returned last
