@@ -9,7 +9,7 @@
 #include "ooxml/bound.h"
 #include "ooxml/dml-spreadsheetDrawing-types.h"
 
-// The offsets in the tables: the classes have a virtual base of one path only, which both compilers support.
+// The classes of the tables have virtual functions, but no virtual bases: both compilers know their offsets.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 namespace drawing {

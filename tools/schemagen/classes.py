@@ -8,7 +8,7 @@ class named after the group.
 from dataclasses import dataclass, field
 from typing import Dict, List, Optional, Tuple, Union
 
-from content import UNBOUNDED, Compositor, Element, Wildcard
+from content import UNBOUNDED, Element, Wildcard
 from naming import Names, accessor
 from simple import SimpleType
 from xsd import QName, SchemaError
@@ -216,12 +216,11 @@ class ClassBuilder:
                 made.open = True
             elif isinstance(item, Element):
                 made.children.append(self._element_member(item, item.min, item.max, names))
-            elif item.kind in ("choice", "sequence") and item.kind == "choice" or len(item.items) == 1:
-                if item.kind == "group":
-                    made.children.append(self._group_member(item, item.min, names))
-                else:
-                    self._options(made, item, names)
-            elif compositor.max != 1 and item.kind == "sequence":
+            elif item.kind == "group":
+                made.children.append(self._group_member(item, item.min, names))
+            elif item.kind == "raw":
+                made.children.append(self._raw(item, names))
+            elif item.kind == "choice" or len(item.items) == 1 or compositor.max != 1:
                 self._options(made, item, names)
             else:
-                raise SchemaError(f"{made.name}: a {item.kind} as one option of a choice is not supported")
+                raise SchemaError(f"{made.name}: a sequence of several as one option of a choice is not supported")

@@ -4,11 +4,11 @@ The result is close to the schema still: a tree of elements and compositors. `cl
 the classes that are emitted.
 """
 
-from dataclasses import dataclass, field, replace
-from typing import List, Optional, Tuple, Union
+from dataclasses import dataclass, replace
+from typing import Optional, Tuple, Union
 
 from simple import SimpleType
-from xsd import XML, QName, SchemaError, children, tag
+from xsd import XML, XSD, QName, SchemaError, children, tag
 
 UNBOUNDED = -1
 
@@ -102,8 +102,7 @@ class ContentCompiler:
             kind = tag(child)
             if kind in ("sequence", "choice", "all", "group"):
                 own = self._particle(child, document, name)
-                both = (content, own) if content else None
-                content = Compositor("sequence", both) if both else own
+                content = Compositor("sequence", (content, own)) if content else own
             elif kind in ("attribute", "attributeGroup"):
                 attributes += self._attributes(child, document)
             elif kind not in ("simpleContent", "complexContent", "anyAttribute"):
@@ -120,7 +119,7 @@ class ContentCompiler:
         if node.get("ref"):
             name = document.resolve(node.get("ref"))
             if name.ns == XML:
-                return [Attribute(name, self._simple.named(QName("http://www.w3.org/2001/XMLSchema", "token")))]
+                return [Attribute(name, self._simple.named(QName(XSD, "token")))]
             target = self._schemas.find("attributes", name)
             node, document = target.node, target.document
             default = default if default is not None else node.get("default")
@@ -134,7 +133,7 @@ class ContentCompiler:
             return self._simple.named(document.resolve(node.get("type")))
         inner = [c for c in children(node) if tag(c) == "simpleType"]
         if not inner:
-            return self._simple.named(QName("http://www.w3.org/2001/XMLSchema", "string"))
+            return self._simple.named(QName(XSD, "string"))
         return self._simple.anonymous(inner[0], document, QName(document.target, "ST_" + name.local))
 
     def _particle(self, node, document, owner, chain=()):
@@ -148,10 +147,9 @@ class ContentCompiler:
             if name in chain:
                 raise SchemaError(f"{document.path}: group {name.local} refers to itself")
             group = self._schemas.find("groups", name)
-            if self._cut.is_raw(owner.local, name.local):
-                content = self._particle(children(group.node)[0], group.document, name, chain + (name,))
-                return Compositor("raw", tuple(raw_elements(content)), low, high, name)
             content = self._particle(children(group.node)[0], group.document, name, chain + (name,))
+            if self._cut.is_raw(owner.local, name.local):
+                return Compositor("raw", tuple(raw_elements(content)), low, high, name)
             return Compositor("group", (content,), low, high, name)
         if kind in ("sequence", "choice", "all"):
             raw = kind == "choice" and self._cut.is_raw(owner.local, "choice")

@@ -63,7 +63,3 @@ def default_literal(simple, text):
         return repr(float(text))
     return text + ("u" if simple.atom in ("uint32",) else "")
 
-
-def guarded(lines, text, indent="    "):
-    """Appends each line of a text with an indent; empty lines stay empty."""
-    lines.extend((indent + line) if line else "" for line in text.split("\n"))

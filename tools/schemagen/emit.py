@@ -204,7 +204,7 @@ class FamilyEmitter:
             f'#include "{self._stem}.h"', "", "#include <cstddef>", "",
             '#include "bindery/error.h"', '#include "bindery/unmarshal_helper.h"',
             '#include "bindery/xml_writer.h"', '#include "ooxml/bound.h"', f'#include "{self._stem}-types.h"', "",
-            "// The offsets in the tables: the classes have a virtual base of one path only, which both compilers support.",
+            "// The classes of the tables have virtual functions, but no virtual bases: both compilers know their offsets.",
             '#pragma GCC diagnostic ignored "-Winvalid-offsetof"', "",
             f"namespace {family.namespace} {{", "",
             "using bindery::entry;", "using bindery::Kind;", "using bindery::unbounded;", "using ooxml::findProperty;",

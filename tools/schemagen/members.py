@@ -177,7 +177,7 @@ def forwarded(cls, member, taken):
             continue
         taken.add(name)
         of = element_type(cls, option)
-        outer = f"_{member.name}"
+        outer = f"_{member.name}"  # the holder of the choice
         seen = of if of.startswith("bindery::") else option.type.path
         out.public += declared(name, seen) + [f"bool isset_{name}() const {{ return find_{name}() != nullptr; }}"]
         out.public.append(f"void unset_{name}() {{ if (isset_{name}()) _{member.name}.unset(); }}")
