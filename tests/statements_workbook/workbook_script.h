@@ -1,0 +1,26 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+/// A test over each workbook driver, in a folder of its own. In a script `$D` stands for the driver's name and `$E`
+/// for the extension of its files.
+class WorkbookScript : public testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override;
+
+    /// What the statements of a script tell, a line each: "read [counts]", "write", "open", "close", then where there
+    /// is trouble the status, messages in quotes, driver reports as code:"text"; a printed variable as its name and
+    /// value in JSON.
+    std::string run(std::string script);
+
+    bool isXls() const { return extension() == "xls"; }
+    std::string extension() const { return GetParam(); }
+    static long fileSize(const std::string& name);
+    static long long fileTime(const std::string& name);
+};
+
+#define INSTANTIATE_FOR_DRIVERS(Suite) \
+    INSTANTIATE_TEST_SUITE_P(Of, Suite, testing::Values("xls", "xlsx"), [](const auto& info) { return info.param; })
