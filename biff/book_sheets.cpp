@@ -1,4 +1,6 @@
 // The list of sheets.
+#include <locale.h>
+
 #include <algorithm>
 #include <cwctype>
 #include <numeric>
@@ -18,10 +20,15 @@ bool hasInvalidCharacter(std::wstring_view name) {
     return name.front() == L'\'' || name.back() == L'\'' || name.find_first_of(L"*/:?[\\]") != std::wstring_view::npos;
 }
 
+// Small letters of all scripts, whatever the locale of the process is.
+wchar_t lower(wchar_t c) {
+    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    const auto code = static_cast<std::wint_t>(c);
+    return static_cast<wchar_t>(unicode == nullptr ? std::towlower(code) : towlower_l(code, unicode));
+}
+
 bool sameNameIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return std::ranges::equal(
-        a, b, {}, [](wchar_t c) { return std::towlower(static_cast<std::wint_t>(c)); },
-        [](wchar_t c) { return std::towlower(static_cast<std::wint_t>(c)); });
+    return std::ranges::equal(a, b, {}, lower, lower);
 }
 
 std::uint8_t boundKindOf(std::uint16_t dt) {

@@ -71,4 +71,27 @@ inline constexpr const char* shortStringTooLong = "ShortXLUnicodeString: string 
 inline constexpr const char* stringNotContinued = "error in XLUnicodeString record #1";
 inline constexpr const char* extStringSize = "can't read ExtString: size is incorrect";
 
+// Cells and sheets.
+inline constexpr const char* sheetIndexColumn = "SheetIndex: col can't be more than 255";
+inline constexpr const char* tooManyCells = "too many cells";
+inline constexpr const char* formulaBlockError = "error in record FormulaBlock";
+inline constexpr const char* formulaBlockCorrupt = "FormulaBlock: file is corrupt";
+inline constexpr const char* rowRange = "row must be in range 0-65535";
+inline constexpr const char* colRange = "col must be in range 0-255";
+inline constexpr const char* formatNull = "format is NULL";
+inline constexpr const char* formatOutNull = "format mustn't be NULL";
+inline constexpr const char* notString = "this cell doesn't contain a string";
+inline constexpr const char* notNumber = "this cell doesn't contain a number";
+inline constexpr const char* notBool = "this cell doesn't contain a bool";
+inline constexpr const char* notBlank = "this cell doesn't contain a blank";
+inline constexpr const char* notError = "this cell doesn't contain an error";
+inline constexpr const char* notFormula = "cell doesn't contain a formula";
+inline constexpr const char* unknownCell = "unknown type of cell";
+inline constexpr const char* emptyCell = "empty cell";
+inline constexpr const char* heightTooBig = "height is too big";
+inline constexpr const char* rowOrder = "rowLast must be greater than or equal to rowFirst";
+inline constexpr const char* colOrder = "colLast must be greater than or equal to colFirst";
+inline constexpr const char* notMerged = "this cell isn't in merging block";
+inline constexpr const char* sheetNameIncorrect = "incorrect sheet name";
+
 }  // namespace vellum::msg

@@ -28,11 +28,20 @@ void readCells(Sheet& sheet, int& left) {
     for (int row = 0, col = 0; left > 0 && cells->cellFrom(&row, &col); ++col, --left) {
         vellum::IFormatT<char>* format = nullptr;
         switch (sheet.cellType(row, col)) {
-            case vellum::cellNumber: sheet.readNumber(row, col, &format); break;
-            case vellum::cellBoolean: sheet.readBool(row, col, &format); break;
-            case vellum::cellError: sheet.readError(row, col, &format); break;
-            case vellum::cellBlank: sheet.readBlank(row, col, &format); break;
-            default: break;
+            case vellum::cellNumber:
+                sheet.readNumber(row, col, &format);
+                break;
+            case vellum::cellBoolean:
+                sheet.readBool(row, col, &format);
+                break;
+            case vellum::cellError:
+                sheet.readError(row, col, &format);
+                break;
+            case vellum::cellBlank:
+                sheet.readBlank(row, col, &format);
+                break;
+            default:
+                break;
         }
         sheet.readString(row, col, &format);
         sheet.isDate(row, col);

@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 
@@ -14,6 +15,9 @@ namespace {
 
 constexpr int firstCapacity = 256;
 constexpr int doublingEnds = 8192;  // rows; from here on the array grows by this much
+
+// What a slot reads as that lies in a block, but beyond its values. Never written.
+CsvBlock noValues = {};
 
 std::size_t rowBytes(std::int32_t capacity) {
     return static_cast<std::size_t>(capacity) * sizeof(CsvRow);
@@ -69,7 +73,8 @@ CsvCell CsvTable::find(int row, int col) const {
     while (block && block->blockIndex < wanted) block = block->upper;
     if (!block || block->blockIndex != wanted) return {nullptr, 0};
     slots.current = block;
-    return {block, col % columnsPerBlock};
+    const int slot = col % columnsPerBlock;
+    return {slot < block->valueCount ? block : &noValues, slot};
 }
 
 /// Makes sure that the row has its slot. The array grows in place or is moved by the system, page by page.
@@ -97,8 +102,31 @@ bool CsvTable::reserveRow(int row) {
     return true;
 }
 
-CsvBlock* CsvTable::blockFor(CsvRow& row, int blockIndex) {
+CsvBlock* CsvTable::newBlock(int valueCount) {
+    const std::size_t size = offsetof(CsvBlock, values) + static_cast<std::size_t>(valueCount) * sizeof(CsvValue);
+    auto* const block = static_cast<CsvBlock*>(_blocks.take(size, alignof(CsvBlock)));
+    if (block) block->valueCount = valueCount;
+    return block;
+}
+
+/// A larger block in the place of `block`, with room for `slot`.
+CsvBlock* CsvTable::widened(CsvBlock* block, int slot) {
+    const int count = std::min(columnsPerBlock, std::max(block->valueCount * 2, (slot / 8 + 1) * 8));
+    CsvBlock* const wider = newBlock(count);
+    if (!wider) return nullptr;
+    std::memcpy(wider, block,
+                offsetof(CsvBlock, values) + static_cast<std::size_t>(block->valueCount) * sizeof(CsvValue));
+    wider->valueCount = count;
+    if (wider->lower) wider->lower->upper = wider;
+    if (wider->upper) wider->upper->lower = wider;
+    _usualCount = count;
+    return wider;
+}
+
+/// The block, made when it is not there, with memory for the slot.
+CsvBlock* CsvTable::blockFor(CsvRow& row, int blockIndex, int slot) {
     CsvBlock* lower = row.current;
+    if (lower && lower->blockIndex == blockIndex && slot < lower->valueCount) return lower;
     CsvBlock* upper = nullptr;
     while (lower && lower->blockIndex > blockIndex) {
         upper = lower;
@@ -109,9 +137,13 @@ CsvBlock* CsvTable::blockFor(CsvRow& row, int blockIndex) {
         lower = upper;
         upper = upper->upper;
     }
-    if (lower && lower->blockIndex == blockIndex) return row.current = lower;
+    if (lower && lower->blockIndex == blockIndex) {
+        CsvBlock* const block = slot < lower->valueCount ? lower : widened(lower, slot);
+        if (block) row.current = block;
+        return block;
+    }
 
-    auto* const block = static_cast<CsvBlock*>(_blocks.take(sizeof(CsvBlock), alignof(CsvBlock)));
+    CsvBlock* const block = newBlock(std::max(_usualCount, (slot / 8 + 1) * 8));
     if (!block) return nullptr;
     block->blockIndex = blockIndex;
     block->lower = lower;
@@ -126,7 +158,7 @@ CsvCell CsvTable::cellFor(int row, int col) {
     if (row >= 0 && col >= 0 && reserveRow(row)) {
         CsvRow& slots = _rows[row];
         if (!slots.current) slots.firstCol = notGiven;
-        block = blockFor(slots, col / columnsPerBlock);
+        block = blockFor(slots, col / columnsPerBlock, col % columnsPerBlock);
         if (block) {
             slots.firstCol = std::min(slots.firstCol, col);
             slots.lastCol = std::max(slots.lastCol, col);

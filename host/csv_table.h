@@ -29,13 +29,15 @@ union CsvValue {
     char shortText[8];
 };
 
-/// 64 adjacent columns of one row; all zero at first. A row's blocks are linked in order of blockIndex.
+/// 64 adjacent columns of one row; all zero at first. A row's blocks are linked in order of blockIndex. Tables are
+/// often narrow: a block is given memory for its first `valueCount` values only, and moves when it needs more.
 struct CsvBlock {
     std::int32_t blockIndex;  // column / 64
+    std::int32_t valueCount;  // values that have memory, a multiple of 8
     std::uint8_t kinds[columnsPerBlock];
-    CsvValue values[columnsPerBlock];
     CsvBlock* lower;
     CsvBlock* upper;
+    CsvValue values[columnsPerBlock];
 };
 static_assert(sizeof(CsvBlock) == 600);
 
@@ -98,13 +100,16 @@ public:
 
 private:
     bool reserveRow(int row);
-    CsvBlock* blockFor(CsvRow& row, int blockIndex);
+    CsvBlock* blockFor(CsvRow& row, int blockIndex, int slot);
+    CsvBlock* newBlock(int valueCount);
+    CsvBlock* widened(CsvBlock* block, int slot);
     CsvCell emptied(int row, int col);
 
     CsvRow* _rows = nullptr;
     ZeroedArena _blocks;
     ZeroedArena _texts;
     bool _hasHeapTexts = false;
+    int _usualCount = 8;  // valueCount of new blocks: that of the last one that had to be widened
 };
 
 /// The first block of a row, by column; null for a row without cells.

@@ -74,7 +74,7 @@ bool numberField(char* field, std::size_t length, char decimalSep, double& value
 }
 
 bool equals(const char* field, std::size_t length, const char* text) {
-    return std::strncmp(field, text, length) == 0 && text[length] == '\0';
+    return field[0] == text[0] && std::strncmp(field, text, length) == 0 && text[length] == '\0';
 }
 
 }  // namespace

@@ -1,0 +1,178 @@
+// bench_csv read FILE | rewrite FILE OUT | write CONTENT OUT
+//
+// Loads a csv file through the driver's open and visits every cell; loads it and writes it again; or fills a source
+// with the workload's content and writes it at close.
+#include <charconv>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <string>
+
+#include "content.h"
+#include "host/csv_source.h"
+#include "host/csv_table.h"
+#include "host/driver_context.h"
+#include "host/host.h"
+#include "host/source_list.h"
+#include "host/table_ops.h"
+
+namespace {
+
+// A host of two stdio streams.
+std::FILE* input;
+std::FILE* output;
+std::string outputName;  // where a source open for update is written
+
+const char* language() {
+    return "en";
+}
+void param(HostContext*, int, void* out) {
+    *static_cast<const char**>(out) = "%.15g";
+}
+void driverError(HostContext*, const char* text, int code) {
+    std::fprintf(stderr, "%s (%d)\n", text, code);
+}
+
+void error(HostContext*, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    std::vfprintf(stderr, format, args);
+    va_end(args);
+}
+
+int openStream(HostContext*, int mode, const char* name) {
+    std::FILE*& stream = mode & hostStreamWriting ? output : input;
+    stream = std::fopen(mode & hostStreamWriting ? outputName.c_str() : name, mode & hostStreamWriting ? "wb" : "rb");
+    return stream ? 0 : -1;
+}
+
+int closeStream(HostContext*, int which) {
+    return std::fclose(which == hostOutputStream ? output : input);
+}
+
+long readStream(HostContext*, void* buffer, long count) {
+    return static_cast<long>(std::fread(buffer, 1, static_cast<std::size_t>(count), input));
+}
+
+void print(HostContext*, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    if (std::strcmp(format, "%s") == 0) {
+        std::fputs(va_arg(args, const char*), output);
+    } else {
+        std::vfprintf(output, format, args);
+    }
+    va_end(args);
+}
+
+/// As the reference host does it: "%.15g" by to_chars, which gives the same characters.
+int formatReal(HostContext*, char* buffer, int size, const char*, double value) {
+    const auto [end, fault] = std::to_chars(buffer, buffer + size - 1, value, std::chars_format::general, 15);
+    if (fault != std::errc{}) return -1;
+    *end = '\0';
+    return static_cast<int>(end - buffer);
+}
+
+HostApi makeHost() {
+    HostApi api = {};
+    api.hostLanguage = language;
+    api.hostParam = param;
+    api.hostError = error;
+    api.hostDriverError = driverError;
+    api.hostOpenStream = openStream;
+    api.hostCloseStream = closeStream;
+    api.hostStreamRead = readStream;
+    api.hostStreamPrint = print;
+    api.hostFormatReal = formatReal;
+    return api;
+}
+
+quillet::DriverContext* open(const char* name, bool update) {
+    std::uint32_t flags = update ? hostOpenUpdate : 0;
+    void* const source = quillet::openCsv(nullptr, &flags, name);
+    if (!source) std::exit(1);
+    return static_cast<quillet::DriverContext*>(source);
+}
+
+void visit(quillet::DriverContext* source) {
+    const quillet::TableOps& ops = *source->ops;
+    quillet::Sheet* const sheet = ops.sheetAt(source->backing, 0);
+    long cells = 0, texts = 0;
+    double sum = 0;
+    for (int r = ops.firstRow(sheet); r <= ops.lastRow(sheet); ++r) {
+        for (int c = ops.firstCol(sheet); c <= ops.lastCol(sheet); ++c) {
+            switch (ops.cellKind(sheet, r, c)) {
+                case quillet::cellEmpty:
+                    continue;
+                case quillet::cellNumber:
+                    sum += ops.readReal(sheet, r, c, nullptr);
+                    break;
+                case quillet::cellText:
+                    texts += ops.readText(sheet, r, c, nullptr)[0] != '\0';
+                    break;
+                default:
+                    sum += ops.readBool(sheet, r, c, nullptr);
+                    break;
+            }
+            ++cells;
+        }
+    }
+    report(cells, texts, sum);
+}
+
+void fill(quillet::DriverContext* source, const Spec& spec) {
+    const quillet::TableOps& ops = *source->ops;
+    quillet::Sheet* const sheet = ops.addSheet(source->backing, "Sheet1", nullptr);
+    for (int r = 0; r < spec.rows; ++r) {
+        for (int c = 0; c < spec.cols; ++c) {
+            const uint64_t h =
+                mix(static_cast<uint64_t>(r) * static_cast<uint64_t>(spec.cols) + static_cast<uint64_t>(c));
+            switch (kind_at(&spec, c, h)) {
+                case NUMBER:
+                    ops.writeReal(sheet, r, c, nullptr, number_of(h));
+                    break;
+                case TEXT:
+                    ops.writeText(sheet, r, c, text_of(h), nullptr);
+                    break;
+                case BOOLEAN:
+                    ops.writeBool(sheet, r, c, boolean_of(h), nullptr);
+                    break;
+                case DATE: {
+                    const std::time_t day = static_cast<std::time_t>(date_of(h) - 25569) * 86400;
+                    std::tm parts;
+                    char text[16];
+                    std::strftime(text, sizeof text, "%Y-%m-%d", gmtime_r(&day, &parts));
+                    ops.writeText(sheet, r, c, text, nullptr);
+                    break;
+                }
+                default:
+                    break;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::string task = argc > 2 ? argv[1] : "";
+    const HostApi host = makeHost();
+    quillet::openSourceList();
+    quillet::openHost(&host);
+    if (task == "read" && argc == 3) {
+        quillet::DriverContext* const source = open(argv[2], false);
+        visit(source);
+        return quillet::closeCsv(nullptr, source);
+    }
+    if ((task == "rewrite" || task == "write") && argc == 4) {
+        outputName = argv[3];
+        const bool fresh = task == "write";
+        quillet::DriverContext* const source = open(fresh ? "no such file" : argv[2], true);
+        if (fresh) fill(source, parse_spec(argv[2]));
+        return quillet::closeCsv(nullptr, source);
+    }
+    std::fprintf(stderr, "usage: bench_csv read FILE | rewrite FILE OUT | write CONTENT OUT\n");
+    return 2;
+}

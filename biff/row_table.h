@@ -1,0 +1,62 @@
+// The Row records of a sheet.
+#pragma once
+#include <cstdint>
+#include <vector>
+
+namespace vellum {
+
+/// Height, state and format of a row.
+struct Row {
+    static constexpr std::uint16_t id = 520;
+    static constexpr const char* name = "Row";
+
+    static constexpr std::uint16_t levelMask = 0x0007;
+    static constexpr std::uint16_t collapsed = 0x0010;
+    static constexpr std::uint16_t hidden = 0x0020;
+    static constexpr std::uint16_t heightByHand = 0x0040;
+    static constexpr std::uint16_t formatted = 0x0080;  // `ixfe` counts
+    static constexpr std::uint16_t always = 0x0100;
+    static constexpr std::uint16_t heightMask = 0x7FFF;  // older writers set the bit above for "default height"
+
+    std::uint16_t rw = 0;
+    std::uint16_t colMic = 0, colMac = 1;  // first column with a cell, last one plus 1; made anew by each save
+    std::uint16_t miyRw = 255;             // twips; 255 is the height of a row that nobody touched
+    std::uint16_t reserved1 = 0, reserved2 = 0;
+    std::uint16_t flags = always;
+    std::uint16_t ixfe = 15;
+
+    template <class Self, class Visit>
+    static constexpr void fields(Self& r, Visit&& visit) {
+        visit("rw", r.rw);
+        visit("colMic", r.colMic);
+        visit("colMac", r.colMac);
+        visit("miyRw", r.miyRw);
+        visit("reserved1", r.reserved1);
+        visit("reserved2", r.reserved2);
+        visit("flags", r.flags);
+        visit("ixfe", r.ixfe);
+    }
+};
+
+/// Row records in the order in which they were loaded or made.
+///
+/// Where a row has several, the first counts. Files hold them in ascending order, and as long as
+/// they are so they are found by bisection.
+class RowTable {
+public:
+    [[nodiscard]] const Row* find(std::uint16_t rw) const;
+    [[nodiscard]] Row* find(std::uint16_t rw);
+    /// The record of a row, appended in default form when it has none.
+    Row& ensure(std::uint16_t rw);
+    void append(const Row& row);
+    void clear();
+
+    [[nodiscard]] const std::vector<Row>& rows() const { return _rows; }
+    [[nodiscard]] std::vector<Row>& rows() { return _rows; }
+
+private:
+    std::vector<Row> _rows;
+    bool _ascending = true;
+};
+
+}  // namespace vellum
