@@ -63,6 +63,6 @@ protected:
 
 #define INSTANTIATE_FOR_EACH_ENGINE(Suite)                                                \
     INSTANTIATE_TEST_SUITE_P(Of, Suite, testing::Values(Engine::binary, Engine::openXml), \
-                             [](const auto& info) { return info.param == Engine::binary ? "xls" : "xlsx"; })
+                             [](const auto& engine) { return engine.param == Engine::binary ? "xls" : "xlsx"; })
 
 }  // namespace vellum

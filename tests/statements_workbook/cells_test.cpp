@@ -40,16 +40,16 @@ TEST_P(Values, DatesAsTextAndAsNumbers) {
         sheet.writeNumber(6, 0, 44197, format(2));
         sheet.writeNumber(7, 0, 1e7, format(14));  // past the last date
     });
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare T : list of text
         declare N : list of real
         read "$D:t.$E" { T from "[S$A1:A8]", N from "[S$A1:A2]" }
         print T
-        print N)"),
-              R"(read [8,2]
+        print N)s"),
+              R"s(read [8,2]
 T ["2021-01-01","2021-01-01T18:00:00","12:00:00","2021-01-01T12:00:01,250","1900-02-29","02:24:00","44197","10000000"]
 N [44197,44197.75]
-)");
+)s");
 }
 
 TEST_P(Values, ErrorCells) {
@@ -57,20 +57,20 @@ TEST_P(Values, ErrorCells) {
         sheet.writeError(0, 0, vellum::errorDivisionByZero);
         sheet.writeNumber(1, 0, 2);
     });
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare L : list of real
         declare K : list of real
         read "$D:t.$E" { L from "[S$A1:A1]" }
         read "$D:skiperrcell;t.$E" { K from "[S$A1:A2]" }
-        print K)"),
-              R"(read 1 [0] "SHEET: Wrong result value at [R1C1].\n"
+        print K)s"),
+              R"s(read 1 [0] "SHEET: Wrong result value at [R1C1].\n"
 read [1]
 K [2]
-)");
+)s");
 }
 
 TEST_P(Values, WhatASheetCannotHoldAsANumber) {
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare L : list of real = [1, nan, inf, -inf]
         declare T : list of text
         declare B : list of real
@@ -82,8 +82,8 @@ TEST_P(Values, WhatASheetCannotHoldAsANumber) {
         write "$D:inf=1e30;t.$E" { L to "[N$A3:A4]" }
         write "$D:grow;inf=1e30;nan=-1;t.$E" { L to "[N$A3:A4]" }
         read "$D:inf=1e30;nan=-1;t.$E" { B from "[N$]" }
-        print B)"),
-              R"(write
+        print B)s"),
+              R"s(write
 read [4]
 read [4]
 T ["1","NA","+big","-big"]
@@ -92,7 +92,7 @@ write
 write
 read [4]
 B [1,"nan","inf","-inf",1,"nan","inf","-inf"]
-)");
+)s");
 }
 
 TEST_P(Values, KindsIntoTypes) {
@@ -103,7 +103,7 @@ TEST_P(Values, KindsIntoTypes) {
         sheet.writeString(3, 0, "TRUE");
         sheet.writeString(4, 0, "\xC3\xA4\xE2\x82\xAC");
     });
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare I : list of integer
         declare R : list of real
         declare T : list of text
@@ -112,7 +112,7 @@ TEST_P(Values, KindsIntoTypes) {
         print I
         print R
         print T
-        print B)"),
+        print B)s"),
               "read [5,5,5,5]\n"
               "I [2,3,1,0,0]\n"
               "R [2.75,3.5,1,0,0]\n"
@@ -122,11 +122,11 @@ TEST_P(Values, KindsIntoTypes) {
 
 TEST_P(Values, BeyondTheSheet) {
     const std::string row = isXls() ? "65536" : "1048576";
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare S : dynamic set of integer = {1, 2}
-        write "$D:grow;t.$E" { S to "[S$A)" +
-                  row + R"(:A)" + row + R"(]" })"),
-              "write 1 \"SHEET: Wrong data value for [R" + std::to_string(std::stoi(row) + 1) + "C1].\\n\"\n");
+        write "$D:grow;t.$E" { S to "[S$A)s" +
+                  row + R"s(:A)s" + row + R"s(]" })s"),
+              "write 1 \"SHEET: Wrong result value at [R" + std::to_string(std::stoi(row) + 1) + "C1].\\n\"\n");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ using Sources = WorkbookScript;
 INSTANTIATE_FOR_DRIVERS(Sources);
 
 TEST_P(Sources, SheetsAreAddedOnUpdateAlone) {
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare x : real = 1
         declare y : real
         write "$D:grow;t.$E" { x to "[New$A1]" }
@@ -20,19 +20,19 @@ TEST_P(Sources, SheetsAreAddedOnUpdateAlone) {
         read "$D:t.$E" { y from "[Sheet3$B2]" }
         read "$D:t.$E" { y from "[Sheet2$A1]" }
         read "$D:t.$E" { y from "[Other$A1]" }
-        write "$D:grow;t.$E" { x to "[a*b$A1]" })"),
-              R"(write
+        write "$D:grow;t.$E" { x to "[a*b$A1]" })s"),
+              R"s(write
 write
 read [1]
 read [1]
 read [1]
 read 1 [0] "SHEET: Sheet not found.\n" "SHEET: Invalid range or name not found.\n"
 write 1 "SHEET: A new sheet cannot be added.\n" "SHEET: Invalid range or name not found.\n"
-)");
+)s");
 }
 
 TEST_P(Sources, TwoOpensSaveOnce) {
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare x : real = 1
         declare y : real = 7
         write "$D:grow;t.$E" { x to "[S$A1]" }
@@ -45,8 +45,8 @@ TEST_P(Sources, TwoOpensSaveOnce) {
         close "$D:t.$E"
         context 2
         read "$D:t.$E" { x from "[S$A1]" }
-        print x)"),
-              R"(write
+        print x)s"),
+              R"s(write
 open
 write
 read [1]
@@ -54,33 +54,33 @@ x 1
 close
 read [1]
 x 7
-)");
+)s");
 }
 
 TEST_P(Sources, OpenForReadingFirst) {
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare x : real = 1
         write "$D:grow;t.$E" { x to "[S$A1]" }
         open "$D:t.$E"
         write "$D:t.$E" { x to "[S$A1]" }
-        close "$D:t.$E")"),
-              R"(write
+        close "$D:t.$E")s"),
+              R"s(write
 open
 write -1 2:"file already open for reading only"
 close
-)");
+)s");
 }
 
 TEST_P(Sources, FilesThatCannotBeRead) {
     std::ofstream("short.bin") << "too short";
     std::ofstream("zip.bin") << "PK\3\4" + std::string(700, 'x');
     std::ofstream("text.bin") << std::string(700, 'x');
-    const std::string missing = isXls() ? R"(read -1 [0] 7:"can't open file for reading")" : "";
+    const std::string missing = isXls() ? R"s(read -1 [0] 7:"can't open file for reading")s" : "";
     const std::string zip =
-        isXls() ? R"(read -1 [0] 7:"It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.")" : "";
+        isXls() ? R"s(read -1 [0] 7:"It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.")s" : "";
     const std::string text =
-        isXls() ? zip : R"(read -1 [0] 7:"It is not a xlsx file. Use the vlCreateBook() for a xls file.")";
-    const std::string result = run(R"(
+        isXls() ? zip : R"s(read -1 [0] 7:"It is not a xlsx file. Use the vlCreateBook() for a xls file.")s";
+    const std::string result = run(R"s(
         declare x : real
         read "$D:missing.$E" { x from "[A1]" }
         read "$D:zip.bin" { x from "[A1]" }
@@ -88,46 +88,46 @@ TEST_P(Sources, FilesThatCannotBeRead) {
         read "$D:short.bin" { x from "[A1]" }
         param deny "denied.$E"
         read "$D:denied.$E" { x from "[A1]" }
-        read "$D:" { x from "[A1]" })");
+        read "$D:" { x from "[A1]" })s");
     EXPECT_THAT(result, testing::HasSubstr(missing));
     EXPECT_THAT(result, testing::HasSubstr(zip));
     EXPECT_THAT(result, testing::HasSubstr(text));
-    EXPECT_THAT(result, testing::EndsWith(R"(read -1 [0] 1:"access denied"
+    EXPECT_THAT(result, testing::EndsWith(R"s(read -1 [0] 1:"access denied"
 read -1 [0] 1:"access denied"
-)"));
+)s"));
 }
 
 TEST_P(Sources, AnUpdateOfGarbageIsRefusedAndLeavesIt) {
     std::ofstream("g.bin") << std::string(700, 'x');
-    const std::string result = run(R"(
+    const std::string result = run(R"s(
         declare x : real = 1
-        write "$D:grow;g.bin" { x to "[S$A1]" })");
+        write "$D:grow;g.bin" { x to "[S$A1]" })s");
     EXPECT_THAT(result, testing::StartsWith("write -1 6:\"It is not"));
     EXPECT_EQ(fileSize("g.bin"), 700);
 }
 
 TEST_P(Sources, AFileThatCannotBeWritten) {
     if (geteuid() == 0) GTEST_SKIP() << "every file is writable to root";
-    run(R"(
+    run(R"s(
         declare x : real = 1
-        write "$D:grow;t.$E" { x to "[S$A1]" })");
+        write "$D:grow;t.$E" { x to "[S$A1]" })s");
     chmod(("t." + extension()).c_str(), 0444);
-    EXPECT_THAT(run(R"(
+    EXPECT_THAT(run(R"s(
         declare x : real = 2
-        write "$D:t.$E" { x to "[S$A1]" })"),
+        write "$D:t.$E" { x to "[S$A1]" })s"),
                 testing::HasSubstr("8:\"can't open file for writing\""));
 }
 
 TEST_P(Sources, AReadNeverWrites) {
-    run(R"(
+    run(R"s(
         declare x : real = 1
-        write "$D:grow;t.$E" { x to "[S$A1]" })");
+        write "$D:grow;t.$E" { x to "[S$A1]" })s");
     const auto before = fileTime("t." + extension());
     const auto size = fileSize("t." + extension());
-    EXPECT_EQ(run(R"(
+    EXPECT_EQ(run(R"s(
         declare x : real
         read "$D:t.$E" { x from "[S$A1]" }
-        print x)"),
+        print x)s"),
               "read [1]\nx 1\n");
     EXPECT_EQ(fileTime("t." + extension()), before);
     EXPECT_EQ(fileSize("t." + extension()), size);

@@ -23,4 +23,4 @@ protected:
 };
 
 #define INSTANTIATE_FOR_DRIVERS(Suite) \
-    INSTANTIATE_TEST_SUITE_P(Of, Suite, testing::Values("xls", "xlsx"), [](const auto& info) { return info.param; })
+    INSTANTIATE_TEST_SUITE_P(Of, Suite, testing::Values("xls", "xlsx"), [](const auto& driver) { return driver.param; })
