@@ -1,0 +1,13 @@
+// The sub-commands of `quillet`. Each adds itself and its options to the program, and sets the exit status when it
+// runs.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace cli {
+
+void addRun(CLI::App& program, int& exitStatus);
+
+}  // namespace cli

@@ -1,0 +1,18 @@
+// The command `quillet`.
+#include <CLI/CLI.hpp>
+
+#include "cli/command.h"
+
+int main(int argc, char** argv) {
+    CLI::App program("Moves data between spreadsheets and models.", "quillet");
+    program.require_subcommand(1);
+    int exitStatus = 0;
+    cli::addRun(program, exitStatus);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        const int status = program.exit(e);
+        return status == 0 ? 0 : 2;
+    }
+    return exitStatus;
+}

@@ -1,0 +1,69 @@
+// quillet run: executes a script.
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+
+#include "cli/command.h"
+#include "refhost/module.h"
+#include "refhost/script_run.h"
+
+namespace cli {
+namespace {
+
+struct RunArguments {
+    std::string script, catalogue, module;
+    bool json = false;
+};
+
+bool readFile(const std::string& path, std::string& text) {
+    std::ifstream file;
+    const bool standardInput = path == "-";
+    if (!standardInput) file.open(path, std::ios::binary);
+    std::istream& in = standardInput ? std::cin : file;
+    if (!in) return false;
+    text.assign(std::istreambuf_iterator<char>(in), {});
+    return !in.bad();
+}
+
+int run(const RunArguments& arguments) {
+    std::string script;
+    if (!readFile(arguments.script, script)) {
+        std::cerr << "cannot read '" << arguments.script << "'\n";
+        return refhost::runNotUnderstood;
+    }
+    try {
+        const std::string module = arguments.module.empty() ? refhost::findModule() : arguments.module;
+        if (module.empty()) {
+            std::cerr << "cannot find quillet.dso beside this program; use --module\n";
+            return refhost::runFailed;
+        }
+        refhost::Host host;
+        host.load(module, arguments.catalogue);
+        refhost::RunOptions options;
+        options.json = arguments.json;
+        options.progress = !arguments.json && isatty(STDERR_FILENO);
+        return refhost::runScript(host, script, options, std::cout, std::cerr);
+    } catch (const std::exception& e) {
+        std::cerr << e.what() << '\n';
+        return refhost::runFailed;
+    }
+}
+
+}  // namespace
+
+void addRun(CLI::App& program, int& exitStatus) {
+    const auto arguments = std::make_shared<RunArguments>();
+    CLI::App* command = program.add_subcommand("run", "Executes a script");
+    command->add_option("script", arguments->script, "The script; - for standard input")->required();
+    command->add_flag("--json", arguments->json, "One JSON object a line instead of text for people");
+    command->add_option("--catalogue", arguments->catalogue, "Texts for the message catalogue")->type_name("FILE");
+    command->add_option("--module", arguments->module, "The module to load instead of the installed one")
+        ->type_name("FILE");
+    command->callback([arguments, &exitStatus] { exitStatus = run(*arguments); });
+}
+
+}  // namespace cli

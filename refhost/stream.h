@@ -1,0 +1,49 @@
+// A context's streams on files.
+#pragma once
+#include <cstdarg>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace refhost {
+
+class InputStream {
+public:
+    ~InputStream() { close(); }
+    /// False when the file cannot be opened, or is a folder; errno tells why.
+    bool open(const char* path);
+    bool isOpen() const { return _fd >= 0; }
+    /// Bytes read, 0 at the end, -1 on error. Large counts go straight to the file.
+    long read(void* buffer, long count);
+    bool close();
+    /// The read that would go beyond so many bytes fails; -1 never.
+    long failAfter = -1;
+
+private:
+    int _fd = -1;
+    std::vector<char> _buffer;
+    std::size_t _at = 0, _end = 0;
+    long _given = 0;
+};
+
+class OutputStream {
+public:
+    ~OutputStream() { close(); }
+    /// Makes the file, or empties it.
+    bool open(const char* path);
+    bool isOpen() const { return _fd >= 0; }
+    /// printf. "%s", "%c" and "%d" cost no more than the copy of their text. An error is kept until the close.
+    void print(const char* format, std::va_list args);
+    void put(const char* text, std::size_t size);
+    /// False when anything could not be written.
+    bool close();
+
+private:
+    void flush();
+
+    int _fd = -1;
+    bool _failed = false;
+    std::string _buffer;
+};
+
+}  // namespace refhost
