@@ -4,6 +4,7 @@
 #include <cstring>
 #include <iomanip>
 #include <iostream>
+#include <utility>
 
 #include "biff/messages.h"
 #include "engine/vlerror.h"
@@ -20,13 +21,19 @@ void Xls::reset(bool fresh) {
     _out.clear();
     _flushed = 0;
     _writing = false;
-    _header = {};
+    const CompoundHeader loaded = std::exchange(_header, {});
+    if (!fresh) {
+        // The kept mini stream was cut by these; they are 4096 and 6 in all sound files.
+        _header.miniStreamCutoffSize = loaded.miniStreamCutoffSize;
+        if (loaded.miniSectorShift <= _header.sectorShift) _header.miniSectorShift = loaded.miniSectorShift;
+    }
     _sectorSize = std::uint32_t{1} << _header.sectorShift;
     _miniSectorSize = std::uint32_t{1} << _header.miniSectorShift;
     _encrypted = false;
     _encryptionInfo = _encryptedPackage = noEntry;
     if (!fresh) _mainEntry = findMainEntry();
     if (!fresh && _mainEntry != noEntry) return;
+    _header = {};
     _difat.clear();
     _fat.clear();
     _miniFat.clear();
