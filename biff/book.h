@@ -81,6 +81,8 @@ public:
     bool setUsesRgbColors(bool rgb) override;
     int calculationMode() override;
     bool setCalculationMode(int mode) override;
+    int keptTotal() override;
+    const char* keptAt(int index, std::size_t* size) override;
     int binaryVersion() override { return _globals.bof.vers; }
     bool isDate1904() override { return date1904(); }
     bool setDate1904(bool date1904) override;
@@ -170,7 +172,8 @@ private:
     mutable KnownIxfe _lastIxfe{};  // asked for last
     bool _rgb = false, _r1c1 = false;
     std::wstring _widened;
-    std::vector<char> _saved;  // what saveMemory returned last
+    std::vector<std::pair<std::string, std::size_t>> _kept;  // what keptTotal counted
+    std::vector<char> _saved;                                // what saveMemory returned last
 };
 
 extern template class BookImplT<char>;

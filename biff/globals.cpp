@@ -50,4 +50,14 @@ void Globals::renumber(std::span<const int> newIndex) {
     renumberNames(names, newIndex);
 }
 
+std::size_t Globals::keptBytes() const {
+    std::size_t bytes = 0;
+    for (const RawRecords* one : {&xfExts, &headerPictures, &drawingGroup, &bookExt, &extSst, &others}) {
+        bytes += one->wire().size();
+    }
+    for (const RawRecords& one : slots) bytes += one.wire().size();
+    for (const RawRecords& one : names) bytes += one.wire().size();
+    return bytes;
+}
+
 }  // namespace vellum

@@ -98,6 +98,8 @@ struct Globals {
     std::uint16_t numFormatId(std::wstring_view text, StringPool& pool);
 
     [[nodiscard]] const RawRecords& slot(std::uint16_t id) const;
+    /// Size of all that is kept as bytes.
+    [[nodiscard]] std::size_t keptBytes() const;
 
 private:
     void writeKept(Xls& out, const RawRecords& records) const;

@@ -57,6 +57,7 @@ public:
     bool readBlank(int row, int col, Format** format) override;
     bool writeBlank(int row, int col, Format* format) override;
     int readError(int row, int col, Format** format) override;
+    bool cellFrom(int* row, int* col) override;
     bool writeError(int row, int col, int errorCode, Format* format) override;
     bool isDate(int row, int col) override;
     const CharT* readString(int row, int col, Format** format) override;

@@ -1,4 +1,5 @@
 // Cells of a sheet: kinds, formats, numbers, booleans, errors and blanks.
+#include <algorithm>
 #include <cmath>
 
 #include "biff/format.h"
@@ -290,6 +291,15 @@ bool SheetImplT<CharT>::writeBlank(int row, int col, Format* format) {
         putBlank(at, ixfeFor(at, format));
         return true;
     });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::cellFrom(int* row, int* col) {
+    auto atRow = static_cast<std::uint32_t>(std::max(*row, 0)), atCol = static_cast<std::uint32_t>(std::max(*col, 0));
+    if (!_parts.cells.index().nextOccupied(atRow, atCol)) return false;
+    *row = static_cast<int>(atRow);
+    *col = static_cast<int>(atCol);
+    return true;
 }
 
 template <class CharT>

@@ -83,6 +83,29 @@ std::uint32_t SheetIndex::nextRow(std::uint32_t from) const {
     return rowLimit;
 }
 
+std::uint32_t SheetIndex::nextInRow(const RowEntry& entry, std::uint32_t col) const {
+    for (; col < colLimit; col = (col / stretchSlots + 1) * stretchSlots) {
+        const auto stretch = static_cast<std::uint32_t>(1) << (col / stretchSlots);
+        if ((entry.stretches & stretch) == 0) continue;
+        const CellSlot* const slots = &_slots[slotPosition(entry, stretch, col)] - col % stretchSlots;
+        for (std::uint32_t i = col % stretchSlots; i < stretchSlots; ++i) {
+            if (slots[i].occupied()) return col - col % stretchSlots + i;
+        }
+    }
+    return colLimit;
+}
+
+bool SheetIndex::nextOccupied(std::uint32_t& row, std::uint32_t& col) const {
+    for (std::uint32_t r = nextRow(row); r < rowLimit; r = nextRow(r + 1)) {
+        const std::uint32_t found = nextInRow(*find(static_cast<std::uint16_t>(r)), r == row ? col : 0);
+        if (found == colLimit) continue;
+        row = r;
+        col = found;
+        return true;
+    }
+    return false;
+}
+
 std::size_t SheetIndex::memoryBytes() const {
     std::size_t bytes = _pages.capacity() * sizeof(_pages[0]) + _rows.capacity() * sizeof(_rows[0]) +
                         _slots.capacity() * sizeof(_slots[0]);

@@ -76,6 +76,8 @@ public:
     }
     /// The first row with slots at `from` or behind it, `rowLimit` when there is none.
     [[nodiscard]] std::uint32_t nextRow(std::uint32_t from) const;
+    /// Moves to the first occupied slot at (row, col) or behind it, row by row. False when there is none.
+    [[nodiscard]] bool nextOccupied(std::uint32_t& row, std::uint32_t& col) const;
     /// Whether every slot of the row is empty.
     [[nodiscard]] bool isEmptyRow(std::uint16_t row) const;
 
@@ -130,6 +132,8 @@ private:
         if (page >= _pages.size() || _pages[page] == 0) addPage(page);
         return _rows[(_pages[page] - 1) * pageRows + row % pageRows];
     }
+    /// The first occupied column at `col` or behind it, `colLimit` when there is none.
+    [[nodiscard]] std::uint32_t nextInRow(const RowEntry& entry, std::uint32_t col) const;
     void addPage(std::size_t page);
     void addStretch(RowEntry& entry, std::uint32_t stretch);
     std::uint32_t takeRun(std::size_t sizeClass);

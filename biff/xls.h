@@ -132,6 +132,11 @@ public:
     void writeWideStringZ(const wchar_t* text);
     void writeWideString(const wchar_t* text);
 
+    /// Calls `visit(name, size)` for each stream that is kept for saving.
+    template <class Visit>
+    void forEachKeptStream(Visit&& visit) const {
+        for (const KeptStream& stream : _kept) visit(_dir[stream.entry].name(), stream.bytes.size());
+    }
     /// Offset in the main stream of what is written next.
     std::uint32_t currentWritePosition();
     /// Overwrites what was written at an offset of the main stream before.
