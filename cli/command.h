@@ -9,5 +9,8 @@ class App;
 namespace cli {
 
 void addRun(CLI::App& program, int& exitStatus);
+void addDump(CLI::App& program, int& exitStatus);
+void addResave(CLI::App& program, int& exitStatus);
+void addInfo(CLI::App& program, int& exitStatus);
 
 }  // namespace cli

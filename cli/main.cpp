@@ -8,6 +8,9 @@ int main(int argc, char** argv) {
     program.require_subcommand(1);
     int exitStatus = 0;
     cli::addRun(program, exitStatus);
+    cli::addDump(program, exitStatus);
+    cli::addResave(program, exitStatus);
+    cli::addInfo(program, exitStatus);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "cli/workbook/book_file.h"
+#include "cli/workbook/cell_name.h"
 #include "cli/workbook/json_lines.h"
 #include "engine/enums.h"
 #include "engine/isheet.h"
@@ -29,14 +30,6 @@ const char* errorText(int code) {
         default:
             return "#UNKNOWN!";
     }
-}
-
-std::string cellName(int row, int col) {
-    std::string name;
-    for (int rest = col + 1; rest > 0; rest = (rest - 1) / 26) {
-        name.insert(name.begin(), static_cast<char>('A' + (rest - 1) % 26));
-    }
-    return name + std::to_string(row + 1);
 }
 
 class SheetDump {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/workbook/book_file.h"
+#include "cli/workbook/cell_name.h"
 #include "engine/enums.h"
 #include "engine/isheet.h"
 
@@ -31,8 +32,7 @@ const char* stateName(int state) {
 std::string usedArea(Sheet& sheet) {
     const int endRow = sheet.lastRow(), endCol = sheet.lastCol();
     if (endRow <= 0 || endCol <= 0) return "empty";
-    const std::string first = sheet.formatCellAddress(sheet.firstRow(), sheet.firstCol());
-    return first + ":" + sheet.formatCellAddress(endRow - 1, endCol - 1);
+    return cellName(sheet.firstRow(), sheet.firstCol()) + ":" + cellName(endRow - 1, endCol - 1);
 }
 
 struct SheetLine {

@@ -18,7 +18,7 @@ protected:
         ASSERT_NE(book, nullptr);
         book->setLocale("UTF-8");
         fill(*book, *book->addSheet("S"));
-        EXPECT_TRUE(book->saveFile(("t." + extension()).c_str())) << book->errorMessage();
+        EXPECT_TRUE(book->saveFile(folder().path("t." + extension()).c_str())) << book->errorMessage();
         book->release();
     }
 };

@@ -98,7 +98,7 @@ TEST_P(Layouts, SetsListsRecordsAndUnions) {
               R"s(write
 read [3,2,4,0]
 S2 ["x","y","z"]
-L2 [{"open":true,"price":0.5,"product":"bolt","qty":3},{"open":false,"price":0.25,"product":"nut","qty":0}]
+L2 [{"product":"bolt","qty":3,"price":0.5,"open":true},{"product":"nut","qty":0,"price":0.25,"open":false}]
 M2 [1,2.5,"three",true]
 Size [2,4]
 )s");

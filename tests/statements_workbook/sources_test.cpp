@@ -1,7 +1,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <fstream>
+#include <chrono>
+#include <filesystem>
 
 #include "tests/statements_workbook/workbook_script.h"
 
@@ -72,9 +73,9 @@ close
 }
 
 TEST_P(Sources, FilesThatCannotBeRead) {
-    std::ofstream("short.bin") << "too short";
-    std::ofstream("zip.bin") << "PK\3\4" + std::string(700, 'x');
-    std::ofstream("text.bin") << std::string(700, 'x');
+    folder().write("short.bin", "too short");
+    folder().write("zip.bin", "PK\3\4" + std::string(700, 'x'));
+    folder().write("text.bin", std::string(700, 'x'));
     const std::string missing = isXls() ? R"s(read -1 [0] 7:"can't open file for reading")s" : "";
     const std::string zip =
         isXls() ? R"s(read -1 [0] 7:"It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.")s" : "";
@@ -98,12 +99,12 @@ read -1 [0] 1:"access denied"
 }
 
 TEST_P(Sources, AnUpdateOfGarbageIsRefusedAndLeavesIt) {
-    std::ofstream("g.bin") << std::string(700, 'x');
+    folder().write("g.bin", std::string(700, 'x'));
     const std::string result = run(R"s(
         declare x : real = 1
         write "$D:grow;g.bin" { x to "[S$A1]" })s");
     EXPECT_THAT(result, testing::StartsWith("write -1 6:\"It is not"));
-    EXPECT_EQ(fileSize("g.bin"), 700);
+    EXPECT_EQ(folder().read("g.bin"), std::string(700, 'x'));
 }
 
 TEST_P(Sources, AFileThatCannotBeWritten) {
@@ -111,7 +112,7 @@ TEST_P(Sources, AFileThatCannotBeWritten) {
     run(R"s(
         declare x : real = 1
         write "$D:grow;t.$E" { x to "[S$A1]" })s");
-    chmod(("t." + extension()).c_str(), 0444);
+    chmod(folder().path("t." + extension()).c_str(), 0444);
     EXPECT_THAT(run(R"s(
         declare x : real = 2
         write "$D:t.$E" { x to "[S$A1]" })s"),
@@ -122,15 +123,15 @@ TEST_P(Sources, AReadNeverWrites) {
     run(R"s(
         declare x : real = 1
         write "$D:grow;t.$E" { x to "[S$A1]" })s");
-    const auto before = fileTime("t." + extension());
-    const auto size = fileSize("t." + extension());
+    const std::filesystem::path file = folder().path("t." + extension());
+    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::filesystem::last_write_time(file, longAgo);
     EXPECT_EQ(run(R"s(
-        declare x : real
-        read "$D:t.$E" { x from "[S$A1]" }
-        print x)s"),
-              "read [1]\nx 1\n");
-    EXPECT_EQ(fileTime("t." + extension()), before);
-    EXPECT_EQ(fileSize("t." + extension()), size);
+        declare y : real
+        read "$D:t.$E" { y from "[S$A1]" }
+        print y)s"),
+              "read [1]\ny 1\n");
+    EXPECT_EQ(std::filesystem::last_write_time(file), longAgo);
 }
 
 }  // namespace

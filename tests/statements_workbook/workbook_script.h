@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "tests/support/script_runner.h"
+
 /// A test over each workbook driver, in a folder of its own. In a script `$D` stands for the driver's name and `$E`
 /// for the extension of its files.
 class WorkbookScript : public testing::TestWithParam<const char*> {
@@ -13,13 +15,15 @@ protected:
 
     /// What the statements of a script tell, a line each: "read [counts]", "write", "open", "close", then where there
     /// is trouble the status, messages in quotes, driver reports as code:"text"; a printed variable as its name and
-    /// value in JSON.
+    /// value in JSON. One host serves all scripts of a test.
     std::string run(std::string script);
 
     bool isXls() const { return extension() == "xls"; }
     std::string extension() const { return GetParam(); }
-    static long fileSize(const std::string& name);
-    static long long fileTime(const std::string& name);
+    support::TempFolder& folder() { return _runner.folder(); }
+
+private:
+    support::ScriptRunner _runner;
 };
 
 #define INSTANTIATE_FOR_DRIVERS(Suite) \

@@ -1,0 +1,38 @@
+// quillet dump, resave, info: a workbook looked at without the module.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "cli/command.h"
+#include "cli/workbook/dump.h"
+#include "cli/workbook/info.h"
+#include "cli/workbook/resave.h"
+
+namespace cli {
+
+void addDump(CLI::App& program, int& exitStatus) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* command = program.add_subcommand("dump", "Prints all cells of a workbook as JSON lines");
+    command->add_option("file", *file, "The workbook")->required();
+    command->callback([file, &exitStatus] { exitStatus = dump(*file, std::cout, std::cerr); });
+}
+
+void addResave(CLI::App& program, int& exitStatus) {
+    struct Files {
+        std::string in, out;
+    };
+    const auto files = std::make_shared<Files>();
+    CLI::App* command = program.add_subcommand("resave", "Loads a workbook and saves it");
+    command->add_option("in", files->in, "The workbook")->required();
+    command->add_option("out", files->out, "The file to write, of the same format")->required();
+    command->callback([files, &exitStatus] { exitStatus = resave(files->in, files->out, std::cerr); });
+}
+
+void addInfo(CLI::App& program, int& exitStatus) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* command = program.add_subcommand("info", "Tells what a workbook is and holds");
+    command->add_option("file", *file, "The workbook")->required();
+    command->callback([file, &exitStatus] { exitStatus = info(*file, std::cout, std::cerr); });
+}
+
+}  // namespace cli
