@@ -19,7 +19,8 @@ class c_untyped_unmarshal_bridge {
 public:
     /// Whether the member has a value already.
     virtual bool isset() const = 0;
-    /// Stores one value. 0 or a code; the codes of facets are put to `userError` of the reader.
+    /// Stores one value. 0, or a code that `userError` of the reader did not forgive; -1 for a value that cannot be
+    /// read and has no code of its own.
     virtual int store(std::string_view text) = 0;
 
     c_xml_reader& reader() const { return _reader; }
@@ -30,12 +31,15 @@ protected:
         : _reader(reader), _spec(spec), _member(member) {}
     ~c_untyped_unmarshal_bridge() = default;
 
-    /// Text to a value at `value`; reports facets under the name of the item.
+    /// Text to a value at `value`; reports under the name of the item. `converted()` tells whether there is a value:
+    /// not when a handler has forgiven that the text has none.
     int convert(std::string_view text, void* value);
+    bool converted() const { return _converted; }
 
     c_xml_reader& _reader;
     const ValueSpec& _spec;
     void* _member;
+    bool _converted = false;
 
 public:
     std::string_view item;  // what reports name
@@ -101,6 +105,11 @@ std::size_t multiSize(const ValueSpec& spec, const void* holder);
 void writeMulti(const ValueSpec& spec, const void* holder, std::size_t i, std::string& out, bool attribute);
 /// Marks a mandatory value as not there.
 void markMissing(const MemberInfo& info, void* holder);
+/// An empty `ct_boxed` for a value, and the holder in it.
+c_node* makeBox(const ValueSpec& spec);
+void* boxedHolder(const ValueSpec& spec, c_node& box);
+/// Whether a value of simple type is set.
+bool isSet(const MemberInfo& info, const void* holder);
 
 /// The bridge of a holder whose type is known, for classes written by hand.
 template <class Reader, class Holder, class Type>
@@ -112,7 +121,7 @@ public:
     int store(std::string_view text) override {
         Type value{};
         const int code = convert(text, &value);
-        if (code == 0) static_cast<Holder*>(_member)->set(std::move(value));
+        if (code == 0 && converted()) static_cast<Holder*>(_member)->set(std::move(value));
         return code;
     }
 };
@@ -157,7 +166,7 @@ int c_unmarshal_list_bridge<Reader, Holder, Type>::store(std::string_view text) 
     while (nextListItem(text, one)) {
         Type value{};
         if (const int code = convert(one, &value)) return code;
-        values.push_back(std::move(value));
+        if (converted()) values.push_back(std::move(value));
     }
     return 0;
 }

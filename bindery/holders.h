@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -17,8 +20,9 @@ struct ct_mixed {
     std::wstring textBefore;  // the text in front of this child
 };
 
-// The tables address a holder by the offset of its first byte: a value holder begins with its value, and
-// its flag follows at once, at `sizeof(T)`. So the generic loops know each holder by the type of its value.
+/// Values one behind the other, each of which has an address.
+template <class T>
+using pod_values = std::conditional_t<std::is_same_v<T, bool>, std::deque<T>, std::vector<T>>;
 
 /// One value that has to be there. It counts as set; only reading an element that lacks it clears that.
 template <class T, class Mixed = ct_non_mixed>
@@ -33,6 +37,7 @@ public:
         _missing = false;
     }
     bool isset() const { return !_missing; }
+    void markMissing() { _missing = true; }
     ct_simple_pod_single& operator=(T value) {
         set(std::move(value));
         return *this;
@@ -91,10 +96,10 @@ public:
     void erase(std::size_t i) { _values.erase(_values.begin() + static_cast<std::ptrdiff_t>(i)); }
     auto begin() const { return _values.begin(); }
     auto end() const { return _values.end(); }
-    std::vector<T>& values() { return _values; }
+    pod_values<T>& values() { return _values; }
 
 private:
-    std::vector<T> _values;
+    pod_values<T> _values;
     [[no_unique_address]] Mixed _mixed;
 };
 
@@ -104,16 +109,17 @@ class ct_simple_pod_list_single {
 public:
     using value_type = T;
 
-    const std::vector<T>& get() const { return _values; }
-    std::vector<T>& ref() { return _missing = false, _values; }
-    void set(std::vector<T> values) {
+    const pod_values<T>& get() const { return _values; }
+    pod_values<T>& ref() { return _missing = false, _values; }
+    void set(pod_values<T> values) {
         _values = std::move(values);
         _missing = false;
     }
     bool isset() const { return !_missing; }
+    void markMissing() { _missing = true; }
 
 private:
-    std::vector<T> _values;
+    pod_values<T> _values;
     bool _missing = false;
     [[no_unique_address]] Mixed _mixed;
 };
@@ -124,9 +130,9 @@ class ct_simple_pod_list_optional {
 public:
     using value_type = T;
 
-    const std::vector<T>& get() const { return _values; }
-    std::vector<T>& ref() { return _isset = true, _values; }
-    void set(std::vector<T> values) {
+    const pod_values<T>& get() const { return _values; }
+    pod_values<T>& ref() { return _isset = true, _values; }
+    void set(pod_values<T> values) {
         _values = std::move(values);
         _isset = true;
     }
@@ -137,7 +143,7 @@ public:
     bool isset() const { return _isset; }
 
 private:
-    std::vector<T> _values;
+    pod_values<T> _values;
     bool _isset = false;
     [[no_unique_address]] Mixed _mixed;
 };

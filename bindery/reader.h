@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -14,13 +15,14 @@
 
 namespace bindery {
 
+
 /// What a `c_xml_reader` counts, and who is told. Severities: 0 ends the parse, 1 error, 2 warning, 3 remark.
 struct c_error_state {
     /// Told of each report; true lets the parse go on. Not asked for severity 0. Without one,
     /// severity 1 ends the parse and the others do not.
     std::function<bool(int severity, int code, std::string_view text, int line)> report;
 
-    int fatal = 0;  // the latch: once up, every further report is dropped and the input is at its end
+    int fatal = 0;    // the latch: once up, every further report is dropped and the input is at its end
     int errors = 0;
     int warnings = 0;
     int further = 0;
@@ -35,18 +37,18 @@ enum class Encoding : int { unknown, singleByte, utf8, utf16be, utf16le, ucs2be,
 
 /// One attribute of the current start tag.
 struct RawAttribute {
-    std::string_view name;    // as written, with its prefix
-    std::string_view prefix;  // "" for none
+    std::string_view name;      // as written, with its prefix
+    std::string_view prefix;    // "" for none
     std::string_view local;
-    std::string_view raw;  // between the quotes, references not yet expanded
+    std::string_view raw;    // between the quotes, references not yet expanded
     int ns = namespace_none;
-    bool plain = true;  // `raw` is the value: nothing in it has to be expanded or normalised
+    bool plain = true;    // `raw` is the value: nothing in it has to be expanded or normalised
 };
 
 /// A declaration in force, or one of the current start tag.
 struct NamespaceBinding {
     std::string prefix;
-    int ns;  // id of the URI, see `c_xml_reader::uriOf`
+    int ns;    // id of the URI, see `c_xml_reader::uriOf`
 };
 
 /// Non-validating pull reader for one document: decodes to UTF-8, expands entities, resolves
@@ -104,7 +106,10 @@ public:
 
     /// Reads the text up to the end tag of the current element; comments and instructions in it are
     /// dropped. `token_end_tag` when that was all, `token_start_tag` when a child stops it, else `token_failed`.
-    int readText(std::string& text);
+    /// The view lives until the next scan.
+    int readText(std::string_view& text);
+    /// As above, behind a child: what follows is appended to a copy of the text so far.
+    int readMoreText(std::string_view& text);
 
     /// The token of the last scan, and whether a `token_unknown` is character data.
     int token() const { return _token; }
@@ -116,7 +121,7 @@ public:
     int tokenise(const NameEntry* table, const RawAttribute& attribute) const;
 
     /// Of the start tag just read; valid until the next scan.
-    std::string_view elementName() const { return _elementName; }  // as written
+    std::string_view elementName() const { return _elementName; }    // as written
     std::string_view elementLocal() const { return _elementLocal; }
     int elementNamespace() const { return _elementNs; }
     std::span<const RawAttribute> attributes() const { return _attributes; }
@@ -130,6 +135,10 @@ public:
 
     /// Ends an empty element: closes its scope.
     void closeElement();
+
+    /// Whether the last end tag had the name of its start tag. When it had not, that has been reported, and
+    /// the report function let the parse go on.
+    bool endTagMatched() const { return _endTagMatched; }
 
     /// Passes over the rest of the current element and its end tag. 0, or a code.
     int skipElement();
@@ -166,43 +175,50 @@ public:
 
 private:
     friend class Prolog;
-    friend class TextExpander;
 
     struct Entity {
         std::string name, value;
     };
-    struct Frame {  // the text that goes on behind an entity's value
+    struct Frame {    // the text that goes on behind an entity's value
         const char* cur;
         const char* end;
-        std::size_t entity;
-        std::size_t open;  // elements open when the entity began
     };
     struct OpenElement {
-        std::uint32_t nameOffset, nameLength;  // in _names
-        std::uint32_t bindings;                // bindings in force outside
+        std::size_t nameOffset;    // in _names
+        std::size_t bindings;      // in force outside
     };
 
     void start();
-    bool decodeAll(std::string_view bytes, std::size_t from);
-    bool applyEncoding(std::string_view name);
+    void takeSource();
+    void detectEncoding();
+    void decode(std::size_t from);
+    void changeEncoding(Encoding to);
     void endParse(int code);
-    bool popFrame();
-    bool pushEntity(std::size_t index);
-    std::size_t findEntity(std::string_view name) const;
-    int scanFailed() { return _token = token_failed; }
 
+    int scanFailed() { return _token = token_failed; }
+    int malformed();
+    bool startsWith(std::string_view text) const {
+        return std::string_view(_cur, static_cast<std::size_t>(_end - _cur)).starts_with(text);
+    }
+    int endOfInput(bool inTag);
     int scanStartTag();
     int scanEndTag();
     bool scanAttributes();
     bool scanAttribute();
-    bool declare(const RawAttribute& attribute);
+    bool declareNamespace(const RawAttribute& attribute);
+    void resolveNames();
     bool passComment();
     bool passInstruction();
+    bool scanCdata();
     bool scanText();
-    bool appendReference(std::string& out, const char*& at, const char* end, bool inAttribute, int depth);
-    bool expandInto(std::string& out, std::string_view raw, bool inAttribute, int depth);
-    int intern(std::string_view uri);
     void closeScope();
+    int intern(std::string_view uri);
+
+    bool enterEntity(std::size_t index);
+    void leaveEntity();
+    std::size_t findEntity(std::string_view name) const;
+    std::size_t expandReference(std::string& out, const char*& at, const char* end);
+    void expandValue(std::string& out, std::string_view raw);
 
     c_read& _source;
     c_error_state _state;
@@ -211,27 +227,35 @@ private:
 
     const char* _cur = nullptr;
     const char* _end = nullptr;
-    const char* _begin = nullptr;  // of the document's text
-    std::string _owned;            // decoded, or gathered from the source
-    std::string_view _bytes;       // as the source gave them
-    std::size_t _bytesFrom = 0;    // behind the byte order mark
-    bool _brokenEnd = false;       // the text ends at a character that could not be decoded
+    const char* _begin = nullptr;       // of the document's text
+    const char* _failedAt = nullptr;    // where the parse ended, for the line
+    mutable const char* _lineAt = nullptr;    // place and number of the line asked for last
+    mutable int _line = 1;
+    std::string_view _bytes;            // as the source gave them
+    std::string _gathered;              // of a source that is not memory
+    std::string _decoded;               // of a document that is not UTF-8
+    std::size_t _bytesFrom = 0;         // behind the byte order mark
+    bool _brokenEnd = false;            // the text ends at a character that could not be decoded
 
     std::vector<Frame> _frames;
-    std::vector<Entity> _entities;           // general
-    std::vector<Entity> _parameterEntities;  // of the document type
-    std::size_t _expanded = 0;               // bytes of entity values read so far
+    std::vector<std::size_t> _active;    // entities being expanded
+    std::vector<Entity> _entities;       // general, in the order of their definition
+    std::map<std::string, std::size_t, std::less<>> _entityIndex;
+    std::size_t _expanded = 0;           // bytes of entity values read so far
 
     bool _started = false;
-    bool _contentRead = false;  // anything but white space: no XML declaration may follow
+    bool _contentRead = false;    // anything but white space: no XML declaration may follow
+    bool _rootRead = false;
     bool _doctypeRead = false;
 
     int _token = 0;
     bool _isText = false;
     bool _emptyElement = false;
+    bool _endTagMatched = true;
     int _failed = 0;
     std::string_view _text;
     std::string _textScratch;
+    std::string _bodyScratch;
     std::string _valueScratch;
     std::string_view _elementName;
     std::string_view _elementLocal;
@@ -239,11 +263,9 @@ private:
     std::vector<RawAttribute> _attributes;
 
     std::vector<OpenElement> _open;
-    std::string _names;  // of the open elements, one behind the other
+    std::string _names;    // of the open elements, one behind the other
     std::vector<NamespaceBinding> _bindings;
-    std::size_t _tagBindings = 0;  // first binding of the last start tag
-    std::vector<std::string> _uris;
-    std::vector<std::uint16_t> _uriIds;
+    std::map<std::string, int, std::less<>> _uris;    // ids of namespaces
 
     const char* _sourceFile = "";
     int _sourceLine = 0;

@@ -34,17 +34,18 @@ protected:
     /// Whether what the element handler left is skipped.
     virtual bool skipsUnknownContent() const;
 
+    /// A failed scan ends the element: its code, whatever `userError` answers.
+    int scanFailure();
+
     c_xml_reader& _reader;
-    std::string_view _name;  // of the element, in the reader's pool
+    std::string_view _name;    // of the element, in the document's text
     bool _mayBeEmpty;
-    const char* _sourceFile = "";
-    int _sourceLine = 0;
 };
 
 /// The handlers of every generated class, driven by its tables. Children may come in any order.
 class c_table_unmarshal_helper : public c_unmarshal_helper {
 public:
-    c_table_unmarshal_helper(c_xml_reader& reader, c_node& object, const ClassInfo& info);
+    c_table_unmarshal_helper(c_xml_reader& reader, c_bound& object, const ClassInfo& info);
 
 protected:
     bool attributeHandler(c_xml_reader& reader, const RawAttribute& attribute, int& error) override;
@@ -55,14 +56,18 @@ protected:
 
 private:
     int takeChild(c_node& object, const ClassInfo& info, std::size_t index);
+    int takeOption(c_node& object, const ClassInfo& info, std::size_t index);
+    int takeInGroup(c_node& group, const ClassInfo& info);
+    int readChild(c_node& child, const ClassInfo& info);
     int readSimpleElement(void* holder, const MemberInfo& member);
-    int keepUnknownChild();
+    int keepUnknown();
+    int tooMany(const MemberInfo& member, std::size_t already);
     int checkElements(const c_node& object, const ClassInfo& info);
+    void at(const MemberInfo& member, const ClassInfo& info);
 
-    c_node& _object;
+    c_bound& _object;
     const ClassInfo& _info;
-    std::uint64_t _seen[4] = {};  // attributes read so far, by token
-    std::uint16_t _slot = 0;      // place of the child read last, see Placed
+    std::uint16_t _slot = 0;    // place of the child read last, see Placed
     std::uint32_t _ordinal = 0;
 };
 

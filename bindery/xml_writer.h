@@ -29,10 +29,10 @@ public:
     c_xml_writer& operator=(const c_xml_writer&) = delete;
 
     // ---- data of the document -------------------------------------------------------------------
-    std::string indentText;  // once for each level; both are empty in packages
+    std::string indentText;     // once for each level; both are empty in packages
     std::string newlineText;
     bool standalone = true;
-    std::vector<std::pair<std::string, std::string>> schemaLocations;  // namespace and place
+    std::vector<std::pair<std::string, std::string>> schemaLocations;    // namespace and place
     std::string noNamespaceLocation;
 
     /// The namespaces that names may use, and the prefixes that they get.
@@ -62,7 +62,7 @@ public:
 
     void attribute(int ns, std::string_view local, std::string_view utf8);
     void wideAttribute(int ns, std::string_view local, std::wstring_view value);
-    void attribute(std::string_view name, std::string_view utf8);  // a name as it is
+    void attribute(std::string_view name, std::string_view utf8);    // a name as it is
 
     /// Opens the root: the unit's declarations, then the kept ones.
     void startRoot(const RootInfo& root, const Extras* extras);
@@ -71,8 +71,9 @@ public:
     void keptDeclarations(std::span<const NsDecl> decls);
     /// An attribute that no class knows; its prefix is declared, or renamed, where it does not hold.
     void keptAttribute(const Attr& attr);
-    /// Declares a prefix on the element whose start tag is open, unless it is in force with that URI.
-    void declare(std::string_view prefix, std::string_view uri);
+    /// Declares a prefix on the element whose start tag is open, unless it is in force with that URI. False when
+    /// the element has declared it otherwise.
+    bool declare(std::string_view prefix, std::string_view uri);
     /// URI in force for a prefix; null for none.
     const std::string* uriOf(std::string_view prefix) const;
 
@@ -82,12 +83,14 @@ public:
     std::string take() { return std::move(_out); }
     /// Gives the rest to the sink. False when the sink refused any piece.
     bool flush();
+    /// Gives what there is to the sink when it is a large piece. Called at the end of each element.
+    void drain();
     bool sinkFailed() const { return _sinkFailed; }
 
 private:
     struct Frame {
-        std::size_t nameAt;    // of its start tag, in _names
-        std::size_t bindings;  // in force outside
+        std::size_t nameAt;      // of its start tag, in _names
+        std::size_t bindings;    // in force outside
         bool tagClosed = false;
         bool hasChildren = false;
         bool hasText = false;
@@ -97,17 +100,17 @@ private:
     };
 
     void openFrame();
-    void writeName(int ns, std::string_view local);
     const NamespaceEntry* entryOf(int ns) const;
     void attributeStart(int ns, std::string_view local);
-    void drain();
+    void writeDeclaration(std::string_view prefix, std::string_view uri);
+    bool isUnitPrefix(std::string_view prefix) const;
 
     std::string _out;
     WriterSink _sink;
     bool _sinkFailed = false;
-    bool _rootWritten = false;
     std::size_t _indentLevel = 0;
     std::span<const NamespaceEntry> _namespaces;
+    std::size_t _rootBindings = 0;
     std::vector<Frame> _frames;
     std::vector<Binding> _bindings;
     std::string _names;
@@ -124,6 +127,14 @@ int marshalObject(c_xml_writer& writer, const c_node& object, const ClassInfo& i
 
 /// As above, under a name as it is.
 int marshalObject(c_xml_writer& writer, const c_node& object, const ClassInfo& info, std::string_view name);
+
+/// A writer for what was read from real files: it forgives a choice without an option and counts out of their
+/// bounds (codes 7 and 46), because reading does.
+class c_keeping_writer : public c_xml_writer {
+public:
+    using c_xml_writer::c_xml_writer;
+    int userError(int code, std::string_view item, const char* file, int line) override;
+};
 
 /// Writes a document: header, root element, newline at the end of the header only.
 int marshalRoot(c_xml_writer& writer, const c_node& object, const RootInfo& root);
