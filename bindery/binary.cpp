@@ -29,7 +29,7 @@ constexpr auto hexValues = [] {
 bool c_binary::fromHex(std::string_view text) {
     bytes.clear();
     unsigned pending = 0;
-    bool half = text.size() % 2 != 0;    // an odd number of digits has a zero before it
+    bool half = text.size() % 2 != 0;  // an odd number of digits has a zero before it
     for (const char c : text) {
         const int digit = hexValues[static_cast<unsigned char>(c)];
         if (digit < 0) return false;

@@ -13,11 +13,16 @@ auto visitHolder(Kind kind, Storage storage, void* holder, F&& f) {
     return visitStorage(storage, [&](auto type) {
         using T = typename decltype(type)::type;
         switch (kind) {
-            case Kind::single: return f(*static_cast<ct_simple_pod_single<T>*>(holder));
-            case Kind::multi: return f(*static_cast<ct_simple_pod_multi<T>*>(holder));
-            case Kind::listSingle: return f(*static_cast<ct_simple_pod_list_single<T>*>(holder));
-            case Kind::listOptional: return f(*static_cast<ct_simple_pod_list_optional<T>*>(holder));
-            default: return f(*static_cast<ct_simple_pod_optional<T>*>(holder));
+            case Kind::single:
+                return f(*static_cast<ct_simple_pod_single<T>*>(holder));
+            case Kind::multi:
+                return f(*static_cast<ct_simple_pod_multi<T>*>(holder));
+            case Kind::listSingle:
+                return f(*static_cast<ct_simple_pod_list_single<T>*>(holder));
+            case Kind::listOptional:
+                return f(*static_cast<ct_simple_pod_list_optional<T>*>(holder));
+            default:
+                return f(*static_cast<ct_simple_pod_optional<T>*>(holder));
         }
     });
 }
@@ -42,12 +47,12 @@ int storeIn(ct_simple_pod_multi<T>& holder, std::string_view text, Convert& conv
     return code;
 }
 
-template <class T, class Convert>
-int storeItems(pod_values<T>& values, std::string_view text, Convert& convert) {
+template <class Values, class Convert>
+int storeItems(Values& values, std::string_view text, Convert& convert) {
     values.clear();
     std::string_view item;
     while (nextListItem(text, item)) {
-        T value{};
+        typename Values::value_type value{};
         bool stored = false;
         if (const int code = convert(item, &value, stored)) return code;
         if (stored) values.push_back(std::move(value));
@@ -87,10 +92,10 @@ void writeHolder(const ValueSpec& spec, const ct_simple_pod_multi<T>& holder, st
     for (const T& value : holder) writeValue(spec, value, out, attribute);
 }
 
-template <class T>
-void writeItems(const ValueSpec& spec, const pod_values<T>& values, std::string& out, bool attribute) {
+template <class Values>
+void writeItems(const ValueSpec& spec, const Values& values, std::string& out, bool attribute) {
     bool first = true;
-    for (const T& value : values) {
+    for (const auto& value : values) {
         if (!first) out += ' ';
         first = false;
         writeValue(spec, value, out, attribute);
@@ -123,10 +128,12 @@ bool nextListItem(std::string_view& rest, std::string_view& item) {
 
 int c_untyped_unmarshal_bridge::convert(std::string_view text, void* value) {
     int facetCode = 0;
-    _converted = false;
-    if (const int code = readValue(_spec, text, value, facetCode)) return _reader.fail(code, item);
-    const int code = facetCode != 0 ? _reader.fail(facetCode, item) : 0;
-    _converted = code == 0;
+    const int valueCode = readValue(_spec, text, value, facetCode);
+    _converted = valueCode == 0;
+    if (valueCode == 0 && facetCode == 0) return 0;
+    const int code =
+        _reader.fail(valueCode != 0 ? valueCode : facetCode, isAttribute ? attributeItem(item) : std::string(item));
+    if (code != 0) _converted = false;
     return code;
 }
 
@@ -203,14 +210,14 @@ void writeAttribute(c_xml_writer& writer, std::string_view name, const c_untyped
 }
 
 int readAttribute(c_xml_reader& reader, const RawAttribute& attribute, c_untyped_unmarshal_bridge& bridge) {
-    const std::string item = "@" + std::string(attribute.local);
-    bridge.item = item;
+    bridge.item = attribute.local;
+    bridge.isAttribute = true;
     if (bridge.isset())
-        if (const int code = reader.fail(attribute_repeated, item)) return code;
+        if (const int code = reader.fail(attribute_repeated, attributeItem(attribute.local))) return code;
     const std::string_view value = reader.value(attribute);
     if (reader.failed()) return reader.failure();
     const int code = bridge.store(value);
-    return code < 0 ? reader.fail(bad_attribute_value, item) : code;
+    return code < 0 ? reader.fail(bad_attribute_value, attributeItem(attribute.local)) : code;
 }
 
 int readElement(c_xml_reader& reader, c_untyped_unmarshal_bridge& bridge) {
@@ -222,7 +229,7 @@ int readElement(c_xml_reader& reader, c_untyped_unmarshal_bridge& bridge) {
     } else {
         int token = reader.readText(text);
         while (token == token_start_tag) {
-            const std::string before(text);    // a child has no place in a value
+            const std::string before(text);  // a child has no place in a value
             if (const int code = reader.fail(unknown_element, reader.elementName())) return code;
             if (const int code = reader.skipElement()) return code;
             text = before;

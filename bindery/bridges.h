@@ -42,7 +42,8 @@ protected:
     bool _converted = false;
 
 public:
-    std::string_view item;  // what reports name
+    std::string_view item;     // what reports name,
+    bool isAttribute = false;  // with "@" before it
 };
 
 /// Where a text to be written comes from.

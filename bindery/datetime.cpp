@@ -56,7 +56,8 @@ public:
         if (literal("Z")) return true;
         const bool east = _rest[0] == '+';
         std::uint8_t hours = 0, minutes = 0;
-        if (!(literal("+") || literal("-")) || !two(hours, 0, 14) || !literal(":") || !two(minutes, 0, 59)) return false;
+        if (!(literal("+") || literal("-")) || !two(hours, 0, 14) || !literal(":") || !two(minutes, 0, 59))
+            return false;
         to.zoneMinutes = static_cast<std::int16_t>((hours * 60 + minutes) * (east ? 1 : -1));
         return true;
     }
@@ -90,16 +91,30 @@ bool c_datetime::parse(std::string_view text, DateKind kind, c_datetime& to) {
     Fields in(text);
     bool good = false;
     switch (kind) {
-        case DateKind::dateTime: good = in.date(to) && in.literal("T") && in.time(to); break;
-        case DateKind::date: good = in.date(to); break;
-        case DateKind::time: good = in.time(to); break;
-        case DateKind::gYearMonth: good = in.year(to.year) && in.literal("-") && in.two(to.month, 1, 12); break;
-        case DateKind::gYear: good = in.year(to.year); break;
+        case DateKind::dateTime:
+            good = in.date(to) && in.literal("T") && in.time(to);
+            break;
+        case DateKind::date:
+            good = in.date(to);
+            break;
+        case DateKind::time:
+            good = in.time(to);
+            break;
+        case DateKind::gYearMonth:
+            good = in.year(to.year) && in.literal("-") && in.two(to.month, 1, 12);
+            break;
+        case DateKind::gYear:
+            good = in.year(to.year);
+            break;
         case DateKind::gMonthDay:
             good = in.literal("--") && in.two(to.month, 1, 12) && in.literal("-") && in.two(to.day, 1, 31);
             break;
-        case DateKind::gDay: good = in.literal("---") && in.two(to.day, 1, 31); break;
-        case DateKind::gMonth: good = in.literal("--") && in.two(to.month, 1, 12); break;
+        case DateKind::gDay:
+            good = in.literal("---") && in.two(to.day, 1, 31);
+            break;
+        case DateKind::gMonth:
+            good = in.literal("--") && in.two(to.month, 1, 12);
+            break;
     }
     return good && in.zone(to) && in.atEnd();
 }
@@ -121,7 +136,7 @@ std::string c_datetime::text() const {
         out += ':';
         if (second < 10) out += '0';
         char buffer[40];
-        const auto end = std::to_chars(buffer, buffer + sizeof buffer, second).ptr;    // shortest that reads back
+        const auto end = std::to_chars(buffer, buffer + sizeof buffer, second).ptr;  // shortest that reads back
         out.append(buffer, end);
     };
     switch (kind) {
@@ -130,19 +145,29 @@ std::string c_datetime::text() const {
             out += 'T';
             putTime();
             break;
-        case DateKind::date: putDate(); break;
-        case DateKind::time: putTime(); break;
+        case DateKind::date:
+            putDate();
+            break;
+        case DateKind::time:
+            putTime();
+            break;
         case DateKind::gYearMonth:
             putYear();
             append(out += '-', month, 2);
             break;
-        case DateKind::gYear: putYear(); break;
+        case DateKind::gYear:
+            putYear();
+            break;
         case DateKind::gMonthDay:
             append(out += "--", month, 2);
             append(out += '-', day, 2);
             break;
-        case DateKind::gDay: append(out += "---", day, 2); break;
-        case DateKind::gMonth: append(out += "--", month, 2); break;
+        case DateKind::gDay:
+            append(out += "---", day, 2);
+            break;
+        case DateKind::gMonth:
+            append(out += "--", month, 2);
+            break;
     }
     if (!hasZone) return out;
     if (zoneMinutes == 0) return out += 'Z';

@@ -27,17 +27,27 @@ void appendForbidden(std::string& out, unsigned c) {
 /// An ASCII character at `position` of its text, behind the character `before`.
 void appendAscii(std::string& out, char c, std::size_t position, char before, bool attribute) {
     switch (c) {
-        case '"': out += "&quot;"; break;
-        case '\'': out += "&apos;"; break;
-        case '&': out += "&amp;"; break;
-        case '<': out += "&lt;"; break;
+        case '"':
+            out += "&quot;";
+            break;
+        case '\'':
+            out += "&apos;";
+            break;
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
         case '>':
             if (position >= 2 && before == ']')
                 out += "&gt;";
             else
                 out += c;
             break;
-        case '\r': out += "&#13;"; break;
+        case '\r':
+            out += "&#13;";
+            break;
         case '\n':
         case '\t':
             if (attribute)
@@ -92,7 +102,7 @@ void appendEscaped(std::string& out, std::wstring_view wide, bool attribute) {
             const std::wstring_view pair = wide.substr(i, 2);
             const std::size_t before = out.size();
             appendUtf8(out, pair);
-            if (out.size() == before) return;    // a high surrogate alone ends the value
+            if (out.size() == before) return;  // a high surrogate alone ends the value
             ++i;
         } else {
             appendCodePoint(out, c);

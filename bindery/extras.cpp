@@ -22,7 +22,9 @@ Extras& c_bound::makeExtras() {
     return *_extras;
 }
 
-void c_bound::dropExtras() { _extras.reset(); }
+void c_bound::dropExtras() {
+    _extras.reset();
+}
 
 const std::string* Extras::attribute(std::string_view asWritten) const {
     for (const Attr& attr : attrs)

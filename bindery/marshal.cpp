@@ -52,7 +52,7 @@ private:
             writeAttribute(_writer, member.name, bridge);
             return;
         }
-        _writer.attribute(member.ns, member.name, {});    // its declaration, its prefix, and an empty value
+        _writer.attribute(member.ns, member.name, {});  // its declaration, its prefix, and an empty value
         _writer.raw().pop_back();
         bridge.write(_writer.raw(), true);
         _writer.raw() += '"';
@@ -100,13 +100,16 @@ private:
             switch (member.kind) {
                 case Kind::child:
                 case Kind::raw:
-                case Kind::group: code = writeNode(*static_cast<const ct_child_base*>(holder)->node(), member); break;
+                case Kind::group:
+                    code = writeNode(*static_cast<const ct_child_base*>(holder)->node(), member);
+                    break;
                 case Kind::children:
                 case Kind::raws:
                 case Kind::groups:
                     code = writeNode(*static_cast<const ct_container_base*>(holder)->node(i), member);
                     break;
-                default: writeSimple(holder, member, i);
+                default:
+                    writeSimple(holder, member, i);
             }
             if (code != 0) return code;
             if (outermost) writeUnknown(_slot, _ordinal);
@@ -117,9 +120,11 @@ private:
     int writeNode(const c_node& node, const MemberInfo& member) {
         switch (member.kind) {
             case Kind::raw:
-            case Kind::raws: return static_cast<const c_raw_node&>(node).marshal(_writer);
+            case Kind::raws:
+                return static_cast<const c_raw_node&>(node).marshal(_writer);
             case Kind::group:
-            case Kind::groups: return writeElements(node, *member.type);
+            case Kind::groups:
+                return writeElements(node, *member.type);
             default:
                 if (isEmptyContainer(node, *member.type)) return 0;
                 return marshalObject(_writer, node, *member.type, member);
@@ -171,7 +176,8 @@ private:
         bool asksForOne = false;
         for (const MemberInfo& member : info.elements) {
             if (countOf(node, member) != 0) return false;
-            const bool repeats = member.kind == Kind::children || member.kind == Kind::raws || member.kind == Kind::multi;
+            const bool repeats =
+                member.kind == Kind::children || member.kind == Kind::raws || member.kind == Kind::multi;
             asksForOne = asksForOne || (repeats && member.minOccurs != 0 && member.maxOccurs != 1);
         }
         if (!asksForOne) return false;
@@ -199,7 +205,7 @@ private:
     const c_bound& _object;
     const ClassInfo& _info;
     const Extras* _extras;
-    std::vector<const Placed*> _placed;    // in the order of writing
+    std::vector<const Placed*> _placed;  // in the order of writing
     std::size_t _next = 0;
     std::uint32_t _slot = 0;
     std::uint32_t _ordinal = 0;

@@ -10,14 +10,18 @@ c_node* makeChild(const MemberInfo& member) {
 std::size_t countOf(const c_node& object, const MemberInfo& member) {
     const void* holder = holderOf(object, member);
     switch (member.kind) {
-        case Kind::multi: return multiSize(*member.spec, holder);
+        case Kind::multi:
+            return multiSize(*member.spec, holder);
         case Kind::child:
         case Kind::raw:
-        case Kind::group: return static_cast<const ct_child_base*>(holder)->isset() ? 1 : 0;
+        case Kind::group:
+            return static_cast<const ct_child_base*>(holder)->isset() ? 1 : 0;
         case Kind::children:
         case Kind::raws:
-        case Kind::groups: return static_cast<const ct_container_base*>(holder)->size();
-        default: return isSet(member, holder) ? 1 : 0;
+        case Kind::groups:
+            return static_cast<const ct_container_base*>(holder)->size();
+        default:
+            return isSet(member, holder) ? 1 : 0;
     }
 }
 

@@ -25,7 +25,9 @@ inline const ct_choice& choiceOf(const c_node& object, const ClassInfo& info) {
     return *reinterpret_cast<const ct_choice*>(reinterpret_cast<const std::byte*>(&object) + info.choiceOffset);
 }
 
-inline bool isGroup(const MemberInfo& member) { return member.kind == Kind::group || member.kind == Kind::groups; }
+inline bool isGroup(const MemberInfo& member) {
+    return member.kind == Kind::group || member.kind == Kind::groups;
+}
 
 /// A new object for a child, raw or not.
 c_node* makeChild(const MemberInfo& member);

@@ -93,9 +93,13 @@ c_raw_node& c_raw_node::operator=(const c_raw_node& other) {
     return *this;
 }
 
-c_raw_node* c_raw_node::clone() const { return std::make_unique<c_raw_node>(*this).release(); }
+c_raw_node* c_raw_node::clone() const {
+    return std::make_unique<c_raw_node>(*this).release();
+}
 
-std::string_view c_raw_node::localName() const { return localOf(name); }
+std::string_view c_raw_node::localName() const {
+    return localOf(name);
+}
 
 const std::string* c_raw_node::attribute(std::string_view asWritten) const {
     for (const Attr& attr : attrs)
@@ -118,7 +122,8 @@ std::string c_raw_node::textContent() const {
 int c_raw_node::unmarshal(c_xml_reader& reader) {
     if (const int code = readTree(reader)) return code;
     needs.clear();
-    for (const std::string_view prefix : NeededPrefixes(*this).prefixes()) {
+    const NeededPrefixes needed(*this);
+    for (const std::string_view prefix : needed.prefixes()) {
         const int ns = reader.resolve(prefix);
         if (ns != namespace_unresolved) needs.push_back({std::string(prefix), std::string(reader.uriOf(ns))});
     }
@@ -132,25 +137,26 @@ int c_raw_node::readTree(c_xml_reader& reader) {
         decls.push_back({binding.prefix, std::string(reader.uriOf(binding.ns))});
     attrs.reserve(reader.attributes().size());
     for (const RawAttribute& attribute : reader.attributes())
-        attrs.push_back({std::string(attribute.name), std::string(reader.uriOf(attribute.ns)),
-                         repaired(reader.value(attribute))});
+        attrs.push_back(
+            {std::string(attribute.name), std::string(reader.uriOf(attribute.ns)), repaired(reader.value(attribute))});
     if (reader.emptyElement()) {
         reader.closeElement();
         return reader.failure();
     }
     for (;;) {
         switch (reader.nextContent()) {
-            case token_end_tag: return 0;
+            case token_end_tag:
+                return 0;
             case token_unknown:
-                if (children.empty() || !children.back()->isText())
-                    children.push_back(std::make_unique<c_raw_node>());
+                if (children.empty() || !children.back()->isText()) children.push_back(std::make_unique<c_raw_node>());
                 children.back()->text += repaired(reader.text());
                 break;
             case token_start_tag:
                 children.push_back(std::make_unique<c_raw_node>());
                 if (const int code = children.back()->readTree(reader)) return code;
                 break;
-            default: return reader.failure();
+            default:
+                return reader.failure();
         }
     }
 }

@@ -17,8 +17,12 @@ c_read_file::~c_read_file() {
     if (_file != nullptr) std::fclose(_file);
 }
 
-int c_read_file::get() { return _file != nullptr ? std::getc(_file) : -1; }
+int c_read_file::get() {
+    return _file != nullptr ? std::getc(_file) : -1;
+}
 
-int c_read_file::errorCode() const { return _file != nullptr ? no_error : cannot_open_file; }
+int c_read_file::errorCode() const {
+    return _file != nullptr ? no_error : cannot_open_file;
+}
 
 }  // namespace bindery

@@ -15,14 +15,13 @@
 
 namespace bindery {
 
-
 /// What a `c_xml_reader` counts, and who is told. Severities: 0 ends the parse, 1 error, 2 warning, 3 remark.
 struct c_error_state {
     /// Told of each report; true lets the parse go on. Not asked for severity 0. Without one,
     /// severity 1 ends the parse and the others do not.
     std::function<bool(int severity, int code, std::string_view text, int line)> report;
 
-    int fatal = 0;    // the latch: once up, every further report is dropped and the input is at its end
+    int fatal = 0;  // the latch: once up, every further report is dropped and the input is at its end
     int errors = 0;
     int warnings = 0;
     int further = 0;
@@ -37,18 +36,18 @@ enum class Encoding : int { unknown, singleByte, utf8, utf16be, utf16le, ucs2be,
 
 /// One attribute of the current start tag.
 struct RawAttribute {
-    std::string_view name;      // as written, with its prefix
-    std::string_view prefix;    // "" for none
+    std::string_view name;    // as written, with its prefix
+    std::string_view prefix;  // "" for none
     std::string_view local;
-    std::string_view raw;    // between the quotes, references not yet expanded
+    std::string_view raw;  // between the quotes, references not yet expanded
     int ns = namespace_none;
-    bool plain = true;    // `raw` is the value: nothing in it has to be expanded or normalised
+    bool plain = true;  // `raw` is the value: nothing in it has to be expanded or normalised
 };
 
 /// A declaration in force, or one of the current start tag.
 struct NamespaceBinding {
     std::string prefix;
-    int ns;    // id of the URI, see `c_xml_reader::uriOf`
+    int ns;  // id of the URI, see `c_xml_reader::uriOf`
 };
 
 /// Non-validating pull reader for one document: decodes to UTF-8, expands entities, resolves
@@ -121,7 +120,7 @@ public:
     int tokenise(const NameEntry* table, const RawAttribute& attribute) const;
 
     /// Of the start tag just read; valid until the next scan.
-    std::string_view elementName() const { return _elementName; }    // as written
+    std::string_view elementName() const { return _elementName; }  // as written
     std::string_view elementLocal() const { return _elementLocal; }
     int elementNamespace() const { return _elementNs; }
     std::span<const RawAttribute> attributes() const { return _attributes; }
@@ -179,13 +178,13 @@ private:
     struct Entity {
         std::string name, value;
     };
-    struct Frame {    // the text that goes on behind an entity's value
+    struct Frame {  // the text that goes on behind an entity's value
         const char* cur;
         const char* end;
     };
     struct OpenElement {
-        std::size_t nameOffset;    // in _names
-        std::size_t bindings;      // in force outside
+        std::size_t nameOffset;  // in _names
+        std::size_t bindings;    // in force outside
     };
 
     void start();
@@ -227,24 +226,24 @@ private:
 
     const char* _cur = nullptr;
     const char* _end = nullptr;
-    const char* _begin = nullptr;       // of the document's text
-    const char* _failedAt = nullptr;    // where the parse ended, for the line
-    mutable const char* _lineAt = nullptr;    // place and number of the line asked for last
+    const char* _begin = nullptr;           // of the document's text
+    const char* _failedAt = nullptr;        // where the parse ended, for the line
+    mutable const char* _lineAt = nullptr;  // place and number of the line asked for last
     mutable int _line = 1;
-    std::string_view _bytes;            // as the source gave them
-    std::string _gathered;              // of a source that is not memory
-    std::string _decoded;               // of a document that is not UTF-8
-    std::size_t _bytesFrom = 0;         // behind the byte order mark
-    bool _brokenEnd = false;            // the text ends at a character that could not be decoded
+    std::string_view _bytes;     // as the source gave them
+    std::string _gathered;       // of a source that is not memory
+    std::string _decoded;        // of a document that is not UTF-8
+    std::size_t _bytesFrom = 0;  // behind the byte order mark
+    bool _brokenEnd = false;     // the text ends at a character that could not be decoded
 
     std::vector<Frame> _frames;
-    std::vector<std::size_t> _active;    // entities being expanded
-    std::vector<Entity> _entities;       // general, in the order of their definition
+    std::vector<std::size_t> _active;  // entities being expanded
+    std::vector<Entity> _entities;     // general, in the order of their definition
     std::map<std::string, std::size_t, std::less<>> _entityIndex;
-    std::size_t _expanded = 0;           // bytes of entity values read so far
+    std::size_t _expanded = 0;  // bytes of entity values read so far
 
     bool _started = false;
-    bool _contentRead = false;    // anything but white space: no XML declaration may follow
+    bool _contentRead = false;  // anything but white space: no XML declaration may follow
     bool _rootRead = false;
     bool _doctypeRead = false;
 
@@ -263,9 +262,9 @@ private:
     std::vector<RawAttribute> _attributes;
 
     std::vector<OpenElement> _open;
-    std::string _names;    // of the open elements, one behind the other
+    std::string _names;  // of the open elements, one behind the other
     std::vector<NamespaceBinding> _bindings;
-    std::map<std::string, int, std::less<>> _uris;    // ids of namespaces
+    std::map<std::string, int, std::less<>> _uris;  // ids of namespaces
 
     const char* _sourceFile = "";
     int _sourceLine = 0;
@@ -285,6 +284,9 @@ public:
     explicit c_xml_reader_file(std::string path)
         : c_read_file(std::move(path)), c_xml_reader(static_cast<c_read_file&>(*this)) {}
 };
+
+/// What reports call an attribute: "@" and its name.
+std::string attributeItem(std::string_view name);
 
 /// True for the codes that a reader of real files lives with: values outside their facets, missing or
 /// surplus content, names that the schema does not know.

@@ -6,7 +6,6 @@
 
 namespace bindery {
 
-
 c_regex::~c_regex() {
     if (_automaton != nullptr) xmlRegFreeRegexp(_automaton);
 }

@@ -12,15 +12,25 @@ namespace bindery {
 
 c_unmarshal_helper::~c_unmarshal_helper() = default;
 
-bool c_unmarshal_helper::attributeHandler(c_xml_reader&, const RawAttribute&, int&) { return false; }
-int c_unmarshal_helper::attributeCheck() { return 0; }
-bool c_unmarshal_helper::textHandler(c_xml_reader&, int&) { return false; }
+bool c_unmarshal_helper::attributeHandler(c_xml_reader&, const RawAttribute&, int&) {
+    return false;
+}
+int c_unmarshal_helper::attributeCheck() {
+    return 0;
+}
+bool c_unmarshal_helper::textHandler(c_xml_reader&, int&) {
+    return false;
+}
 int c_unmarshal_helper::elementHandler(c_xml_reader& reader) {
     reader.nextChild();
     return 0;
 }
-bool c_unmarshal_helper::hasSimpleContent() const { return false; }
-bool c_unmarshal_helper::skipsUnknownContent() const { return false; }
+bool c_unmarshal_helper::hasSimpleContent() const {
+    return false;
+}
+bool c_unmarshal_helper::skipsUnknownContent() const {
+    return false;
+}
 
 int c_unmarshal_helper::scanFailure() {
     const int code = _reader.fail(_reader.failure() != 0 ? _reader.failure() : int(unexpected_end), _name);
@@ -35,7 +45,7 @@ int c_unmarshal_helper::unmarshal() {
         if (_reader.failed()) return scanFailure();
         if (error != 0) return error;
         if (!taken && attribute.ns != namespace_xsi)
-            if (const int code = _reader.fail(unexpected_attribute, "@" + std::string(attribute.name))) return code;
+            if (const int code = _reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
     }
     if (const int code = attributeCheck()) return code;
 
@@ -71,7 +81,7 @@ void keepDeclarations(c_xml_reader& reader, c_bound& object) {
 int keepAttribute(c_xml_reader& reader, c_bound& object, const RawAttribute& attribute) {
     Extras& extras = object.makeExtras();
     if (extras.attribute(attribute.name) != nullptr)
-        if (const int code = reader.fail(attribute_repeated, "@" + std::string(attribute.name))) return code;
+        if (const int code = reader.fail(attribute_repeated, attributeItem(attribute.name))) return code;
     std::string value(reader.value(attribute));
     repairUtf8(value);
     extras.setAttribute(attribute.name, reader.uriOf(attribute.ns), value);
@@ -102,8 +112,8 @@ bool c_table_unmarshal_helper::attributeHandler(c_xml_reader& reader, const RawA
         error = readAttribute(reader, attribute, bridge);
         return true;
     }
-    if (attribute.ns == namespace_xsi) return true;    // the reader's own
-    error = reader.fail(unexpected_attribute, "@" + std::string(attribute.name));
+    if (attribute.ns == namespace_xsi) return true;  // the reader's own
+    error = reader.fail(unexpected_attribute, attributeItem(attribute.name));
     if (error == 0 && reader.keepsUnknown()) error = keepAttribute(reader, _object, attribute);
     return true;
 }
@@ -112,12 +122,14 @@ int c_table_unmarshal_helper::attributeCheck() {
     for (const MemberInfo& member : _info.attributes) {
         if (member.minOccurs == 0 || isSet(member, holderOf(_object, member))) continue;
         at(member, _info);
-        if (const int code = _reader.fail(attribute_missing, "@" + std::string(member.name))) return code;
+        if (const int code = _reader.fail(attribute_missing, attributeItem(member.name))) return code;
     }
     return 0;
 }
 
-bool c_table_unmarshal_helper::hasSimpleContent() const { return _info.content == Content::text; }
+bool c_table_unmarshal_helper::hasSimpleContent() const {
+    return _info.content == Content::text;
+}
 
 bool c_table_unmarshal_helper::textHandler(c_xml_reader& reader, int& error) {
     at(*_info.text, _info);
@@ -130,8 +142,11 @@ int c_table_unmarshal_helper::elementHandler(c_xml_reader& reader) {
     for (;;) {
         int code = 0;
         switch (reader.nextChild()) {
-            case token_end_tag: return checkElements(_object, _info);
-            case token_unknown: code = keepUnknown(); break;
+            case token_end_tag:
+                return checkElements(_object, _info);
+            case token_unknown:
+                code = keepUnknown();
+                break;
             case token_start_tag: {
                 const int token =
                     _info.elementNames != nullptr ? reader.tokenise(_info.elementNames) : int(token_unknown);
@@ -144,7 +159,8 @@ int c_table_unmarshal_helper::elementHandler(c_xml_reader& reader) {
                 code = takeChild(_object, _info, index);
                 break;
             }
-            default: return 0;    // the caller looks at the token
+            default:
+                return 0;  // the caller looks at the token
         }
         if (reader.failed()) return scanFailure();
         if (code != 0) return code;
@@ -273,7 +289,7 @@ int c_table_unmarshal_helper::readSimpleElement(void* holder, const MemberInfo& 
         if (attribute.ns == namespace_xsi) continue;
         const bool isText = member.spec->storage == Storage::wstring || member.spec->storage == Storage::string;
         if (!isText)
-            if (const int code = _reader.fail(unexpected_attribute, "@" + std::string(attribute.name))) return code;
+            if (const int code = _reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
         if (!_reader.keepsUnknown()) continue;
         std::string value(_reader.value(attribute));
         repairUtf8(value);
@@ -328,7 +344,7 @@ int unmarshalRootName(c_xml_reader& reader, const NameEntry* roots, std::span<co
     const int token = reader.tokenise(roots);
     if (token >= token_first_name) return token;
     error = reader.fail(element_not_found, reader.elementName());
-    if (error == 0) error = element_not_found;    // without a root there is nothing to go on with
+    if (error == 0) error = element_not_found;  // without a root there is nothing to go on with
     return 0;
 }
 

@@ -38,7 +38,7 @@ protected:
     int scanFailure();
 
     c_xml_reader& _reader;
-    std::string_view _name;    // of the element, in the document's text
+    std::string_view _name;  // of the element, in the document's text
     bool _mayBeEmpty;
 };
 
@@ -67,7 +67,7 @@ private:
 
     c_bound& _object;
     const ClassInfo& _info;
-    std::uint16_t _slot = 0;    // place of the child read last, see Placed
+    std::uint16_t _slot = 0;  // place of the child read last, see Placed
     std::uint32_t _ordinal = 0;
 };
 

@@ -15,7 +15,9 @@ namespace bindery {
 
 namespace {
 
-bool isNumber(Atomic atomic) { return atomic >= Atomic::int8 && atomic <= Atomic::decimal; }
+bool isNumber(Atomic atomic) {
+    return atomic >= Atomic::int8 && atomic <= Atomic::decimal;
+}
 
 std::size_t lengthOf(const ValueSpec& spec, std::string_view text) {
     if (spec.atomic == Atomic::hex) return (text.size() + 1) / 2;

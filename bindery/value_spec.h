@@ -185,7 +185,7 @@ std::wstring toWide(std::string_view utf8);
 void appendUtf8(std::string& out, std::wstring_view wide);
 std::string toUtf8(std::wstring_view wide);
 void appendCodePoint(std::string& out, char32_t c);
-void repairUtf8(std::string& text);    // in place
+void repairUtf8(std::string& text);  // in place
 
 /// Whether a text is one of the type, its facets aside.
 bool parses(const ValueSpec& spec, std::string_view text);

@@ -74,23 +74,38 @@ bool store(const ValueSpec& spec, std::string_view text, void* value) {
             as<std::wstring>(value).clear();
             appendWide(as<std::wstring>(value), text);
             return true;
-        case Atomic::boolean: return parseBoolean(text, false, as<bool>(value));
-        case Atomic::onOff: return parseBoolean(text, true, as<bool>(value));
-        case Atomic::int8: return parseInteger(text, as<int>(value), -128, 127);
-        case Atomic::int16: return parseInteger(text, as<int>(value), -32768, 32767);
-        case Atomic::int32: return parseInteger(text, as<int>(value));
-        case Atomic::int64: return parseInteger(text, as<long long>(value));
-        case Atomic::uint8: return parseInteger(text, as<unsigned char>(value));
-        case Atomic::uint16: return parseInteger(text, as<unsigned short>(value));
-        case Atomic::uint32: return parseInteger(text, as<unsigned int>(value));
-        case Atomic::uint64: return parseInteger(text, as<unsigned long long>(value));
+        case Atomic::boolean:
+            return parseBoolean(text, false, as<bool>(value));
+        case Atomic::onOff:
+            return parseBoolean(text, true, as<bool>(value));
+        case Atomic::int8:
+            return parseInteger(text, as<int>(value), -128, 127);
+        case Atomic::int16:
+            return parseInteger(text, as<int>(value), -32768, 32767);
+        case Atomic::int32:
+            return parseInteger(text, as<int>(value));
+        case Atomic::int64:
+            return parseInteger(text, as<long long>(value));
+        case Atomic::uint8:
+            return parseInteger(text, as<unsigned char>(value));
+        case Atomic::uint16:
+            return parseInteger(text, as<unsigned short>(value));
+        case Atomic::uint32:
+            return parseInteger(text, as<unsigned int>(value));
+        case Atomic::uint64:
+            return parseInteger(text, as<unsigned long long>(value));
         case Atomic::float32:
         case Atomic::float64:
-        case Atomic::decimal: return parseReal(text, as<double>(value));
-        case Atomic::hex: return as<c_binary>(value).fromHex(text);
-        case Atomic::base64: return as<c_binary>(value).fromBase64(text);
-        case Atomic::empty: return text.empty();
-        default: return c_datetime::parse(text, dateKind(spec.atomic), as<c_datetime>(value));
+        case Atomic::decimal:
+            return parseReal(text, as<double>(value));
+        case Atomic::hex:
+            return as<c_binary>(value).fromHex(text);
+        case Atomic::base64:
+            return as<c_binary>(value).fromBase64(text);
+        case Atomic::empty:
+            return text.empty();
+        default:
+            return c_datetime::parse(text, dateKind(spec.atomic), as<c_datetime>(value));
     }
 }
 
@@ -145,32 +160,53 @@ int storeValue(const ValueSpec& spec, std::string_view text, void* value) {
 
 void appendValue(const ValueSpec& spec, const void* value, std::string& out) {
     switch (spec.storage) {
-        case Storage::string: out += as<std::string>(value); break;
-        case Storage::wstring: appendUtf8(out, as<std::wstring>(value)); break;
-        case Storage::boolean: out += as<bool>(value) ? "true" : "false"; break;
-        case Storage::integer: appendInteger(out, as<int>(value)); break;
-        case Storage::unsignedInteger: appendInteger(out, as<unsigned int>(value)); break;
-        case Storage::unsignedShort: appendInteger(out, as<unsigned short>(value)); break;
-        case Storage::unsignedChar: appendInteger(out, unsigned{as<unsigned char>(value)}); break;
-        case Storage::longInteger: appendInteger(out, as<long long>(value)); break;
-        case Storage::unsignedLong: appendInteger(out, as<unsigned long long>(value)); break;
+        case Storage::string:
+            out += as<std::string>(value);
+            break;
+        case Storage::wstring:
+            appendUtf8(out, as<std::wstring>(value));
+            break;
+        case Storage::boolean:
+            out += as<bool>(value) ? "true" : "false";
+            break;
+        case Storage::integer:
+            appendInteger(out, as<int>(value));
+            break;
+        case Storage::unsignedInteger:
+            appendInteger(out, as<unsigned int>(value));
+            break;
+        case Storage::unsignedShort:
+            appendInteger(out, as<unsigned short>(value));
+            break;
+        case Storage::unsignedChar:
+            appendInteger(out, unsigned{as<unsigned char>(value)});
+            break;
+        case Storage::longInteger:
+            appendInteger(out, as<long long>(value));
+            break;
+        case Storage::unsignedLong:
+            appendInteger(out, as<unsigned long long>(value));
+            break;
         case Storage::real: {
             const double number = as<double>(value);
             if (spec.atomic != Atomic::decimal || spec.places == 0 || !std::isfinite(number)) {
                 appendReal(out, number, spec.atomic == Atomic::float32 ? floatDigits : doubleDigits);
                 break;
             }
-            char buffer[400];    // the longest number has 309 digits before its point
+            char buffer[400];  // the longest number has 309 digits before its point
             const int places = std::min<int>(spec.places, maxPlaces);
             out.append(buffer,
                        std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed, places).ptr);
             break;
         }
-        case Storage::datetime: out += as<c_datetime>(value).text(); break;
+        case Storage::datetime:
+            out += as<c_datetime>(value).text();
+            break;
         case Storage::binary:
             out += spec.atomic == Atomic::hex ? as<c_binary>(value).hex() : as<c_binary>(value).base64();
             break;
-        case Storage::empty: break;
+        case Storage::empty:
+            break;
     }
 }
 

@@ -17,7 +17,9 @@ c_xml_writer::c_xml_writer() = default;
 c_xml_writer::c_xml_writer(WriterSink sink) : _sink(std::move(sink)) {}
 c_xml_writer::~c_xml_writer() = default;
 
-int c_xml_writer::userError(int code, std::string_view, const char*, int) { return code; }
+int c_xml_writer::userError(int code, std::string_view, const char*, int) {
+    return code;
+}
 
 int c_xml_writer::capture(int code, std::string_view item, const char* file, int line) {
     _error = {code, std::string(item), file, line, -1};
@@ -36,7 +38,9 @@ int c_keeping_writer::userError(int code, std::string_view, const char*, int) {
 
 // ---- namespaces
 
-void c_xml_writer::setNamespaces(std::span<const NamespaceEntry> table) { _namespaces = table; }
+void c_xml_writer::setNamespaces(std::span<const NamespaceEntry> table) {
+    _namespaces = table;
+}
 
 const NamespaceEntry* c_xml_writer::entryOf(int ns) const {
     for (const NamespaceEntry& entry : _namespaces)
@@ -70,7 +74,7 @@ bool c_xml_writer::declare(std::string_view prefix, std::string_view uri) {
     if (inForce != nullptr ? *inForce == uri : uri.empty()) return true;
     for (std::size_t i = _frames.back().bindings; i < _bindings.size(); ++i)
         if (_bindings[i].prefix == prefix) return false;
-    if (uri.empty() && !prefix.empty()) return false;    // a prefix cannot be taken back
+    if (uri.empty() && !prefix.empty()) return false;  // a prefix cannot be taken back
     writeDeclaration(prefix, uri);
     return true;
 }
@@ -93,7 +97,7 @@ void c_xml_writer::keptAttribute(const Attr& attr) {
         attribute(attr.name, attr.value);
         return;
     }
-    std::string other;    // the prefix means something else here
+    std::string other;  // the prefix means something else here
     for (int i = 1;; ++i) {
         other = "ns" + std::to_string(i);
         if (!isUnitPrefix(other) && declare(other, attr.uri)) break;

@@ -29,10 +29,10 @@ public:
     c_xml_writer& operator=(const c_xml_writer&) = delete;
 
     // ---- data of the document -------------------------------------------------------------------
-    std::string indentText;     // once for each level; both are empty in packages
+    std::string indentText;  // once for each level; both are empty in packages
     std::string newlineText;
     bool standalone = true;
-    std::vector<std::pair<std::string, std::string>> schemaLocations;    // namespace and place
+    std::vector<std::pair<std::string, std::string>> schemaLocations;  // namespace and place
     std::string noNamespaceLocation;
 
     /// The namespaces that names may use, and the prefixes that they get.
@@ -62,7 +62,7 @@ public:
 
     void attribute(int ns, std::string_view local, std::string_view utf8);
     void wideAttribute(int ns, std::string_view local, std::wstring_view value);
-    void attribute(std::string_view name, std::string_view utf8);    // a name as it is
+    void attribute(std::string_view name, std::string_view utf8);  // a name as it is
 
     /// Opens the root: the unit's declarations, then the kept ones.
     void startRoot(const RootInfo& root, const Extras* extras);
@@ -89,8 +89,8 @@ public:
 
 private:
     struct Frame {
-        std::size_t nameAt;      // of its start tag, in _names
-        std::size_t bindings;    // in force outside
+        std::size_t nameAt;    // of its start tag, in _names
+        std::size_t bindings;  // in force outside
         bool tagClosed = false;
         bool hasChildren = false;
         bool hasText = false;

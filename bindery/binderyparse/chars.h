@@ -7,11 +7,11 @@ namespace bindery {
 
 /// Classes of bytes, one table for all scans.
 enum CharClass : std::uint8_t {
-    char_space = 1,    // blank, tab, newline, carriage return
-    char_name = 2,     // of a name: letters, digits, "_", ":", "-", "." and all bytes above 127
+    char_space = 1,  // blank, tab, newline, carriage return
+    char_name = 2,   // of a name: letters, digits, "_", ":", "-", "." and all bytes above 127
     char_name_start = 4,
-    char_text_stop = 8,     // ends the plain run of a text
-    char_value_stop = 16    // ends the plain run of a value
+    char_text_stop = 8,   // ends the plain run of a text
+    char_value_stop = 16  // ends the plain run of a value
 };
 
 inline constexpr std::array<std::uint8_t, 256> charClasses = [] {
@@ -32,7 +32,9 @@ inline constexpr std::array<std::uint8_t, 256> charClasses = [] {
     return table;
 }();
 
-inline bool is(char c, CharClass wanted) { return (charClasses[static_cast<unsigned char>(c)] & wanted) != 0; }
+inline bool is(char c, CharClass wanted) {
+    return (charClasses[static_cast<unsigned char>(c)] & wanted) != 0;
+}
 
 inline const char* skipSpace(const char* at, const char* end) {
     while (at != end && is(*at, char_space)) ++at;
@@ -47,11 +49,16 @@ inline const char* skipName(const char* at, const char* end) {
 /// Length of the end of line that begins here, 0 for none: CR LF, CR, LF; in UTF-8 documents also U+0085 and U+2028.
 inline int endOfLine(const char* at, const char* end, bool utf8) {
     switch (static_cast<unsigned char>(*at)) {
-        case '\n': return 1;
-        case '\r': return end - at > 1 && at[1] == '\n' ? 2 : 1;
-        case 0xC2: return utf8 && end - at > 1 && at[1] == '\x85' ? 2 : 0;
-        case 0xE2: return utf8 && end - at > 2 && at[1] == '\x80' && at[2] == '\xA8' ? 3 : 0;
-        default: return 0;
+        case '\n':
+            return 1;
+        case '\r':
+            return end - at > 1 && at[1] == '\n' ? 2 : 1;
+        case 0xC2:
+            return utf8 && end - at > 1 && at[1] == '\x85' ? 2 : 0;
+        case 0xE2:
+            return utf8 && end - at > 2 && at[1] == '\x80' && at[2] == '\xA8' ? 3 : 0;
+        default:
+            return 0;
     }
 }
 

@@ -46,12 +46,15 @@ int c_xml_reader::nextContent() {
         }
         if (_end - _cur < 2) return endOfInput(false);
         switch (_cur[1]) {
-            case '/': return scanEndTag();
+            case '/':
+                return scanEndTag();
             case '?':
                 if (!passInstruction()) return scanFailed();
                 continue;
-            case '!': break;
-            default: return scanStartTag();
+            case '!':
+                break;
+            default:
+                return scanStartTag();
         }
         if (startsWith("<!--")) {
             if (!passComment()) return scanFailed();
@@ -92,9 +95,9 @@ int c_xml_reader::scanEndTag() {
     const std::string_view found(name, static_cast<std::size_t>(nameEnd - name));
     const std::string_view opened = std::string_view(_names).substr(_open.back().nameOffset);
     _endTagMatched = found == opened;
-    if (!_endTagMatched && !report(1, not_well_formed,
-                                   msg::startTagBefore + std::string(opened) + msg::endTagBefore + std::string(found) +
-                                       msg::tagsBehind))
+    if (!_endTagMatched &&
+        !report(1, not_well_formed,
+                msg::startTagBefore + std::string(opened) + msg::endTagBefore + std::string(found) + msg::tagsBehind))
         return scanFailed();
     _cur = close + 1;
     closeScope();
@@ -176,7 +179,7 @@ int c_xml_reader::readText(std::string_view& text) {
     text = {};
     const int token = nextContent();
     if (token != token_unknown) return token;
-    if (_frames.empty() && startsWith("</")) {    // the usual case: one piece
+    if (_frames.empty() && startsWith("</")) {  // the usual case: one piece
         text = _text;
         return scanEndTag();
     }
@@ -204,8 +207,10 @@ int c_xml_reader::skipElement() {
                 if (_emptyElement) closeElement();
                 break;
             case token_failed:
-            case token_end: return failure();
-            default: break;
+            case token_end:
+                return failure();
+            default:
+                break;
         }
     }
     return 0;

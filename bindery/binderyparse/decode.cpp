@@ -75,10 +75,15 @@ void c_xml_reader::decode(std::size_t from) {
             for (const char c : rest) appendCodePoint(_decoded, static_cast<unsigned char>(c));
             break;
         case Encoding::utf16be:
-        case Encoding::utf16le: _brokenEnd = !decode16(rest, _encoding == Encoding::utf16be, true, _decoded); break;
+        case Encoding::utf16le:
+            _brokenEnd = !decode16(rest, _encoding == Encoding::utf16be, true, _decoded);
+            break;
         case Encoding::ucs2be:
-        case Encoding::ucs2le: _brokenEnd = !decode16(rest, _encoding == Encoding::ucs2be, false, _decoded); break;
-        default: break;
+        case Encoding::ucs2le:
+            _brokenEnd = !decode16(rest, _encoding == Encoding::ucs2be, false, _decoded);
+            break;
+        default:
+            break;
     }
 }
 

@@ -43,7 +43,7 @@ private:
 
     c_xml_reader& _r;
     std::map<std::string, std::string, std::less<>> _parameters;
-    std::vector<std::string_view> _active;    // parameter entities being expanded
+    std::vector<std::string_view> _active;  // parameter entities being expanded
 };
 
 bool Prolog::read() {
@@ -109,12 +109,12 @@ bool Prolog::encoding(std::string_view name, Encoding& to) {
     struct Known {
         std::string_view name;
         Needs needs;
-        Encoding to;    // of a single byte; unknown: as it is
+        Encoding to;  // of a single byte; unknown: as it is
     };
     static constexpr Known known[] = {
-        {"ISO-10646-UCS-2", utf16, Encoding::ucs2be},       {"ISO-8859-1", utf8, Encoding::singleByte},
-        {"Windows-1252", utf8, Encoding::singleByte},       {"cp-1252", utf8, Encoding::singleByte},
-        {"US-ASCII", utf8, Encoding::singleByte},           {"UTF-8", utf8, Encoding::unknown},
+        {"ISO-10646-UCS-2", utf16, Encoding::ucs2be}, {"ISO-8859-1", utf8, Encoding::singleByte},
+        {"Windows-1252", utf8, Encoding::singleByte}, {"cp-1252", utf8, Encoding::singleByte},
+        {"US-ASCII", utf8, Encoding::singleByte},     {"UTF-8", utf8, Encoding::unknown},
         {"UTF-16", utf16, Encoding::unknown},
     };
     for (const Known& one : known) {
@@ -149,7 +149,7 @@ bool Prolog::doctype() {
     const char* at = skipName(skipSpace(_r._cur + 9, end), end);
     at = skipSpace(at, end);
     const std::string_view rest(at, static_cast<std::size_t>(end - at));
-    if (rest.starts_with("SYSTEM") || rest.starts_with("PUBLIC")) {    // never fetched
+    if (rest.starts_with("SYSTEM") || rest.starts_with("PUBLIC")) {  // never fetched
         at += 6;
         while (skipLiteral(at, end)) {
         }
@@ -231,11 +231,11 @@ bool Prolog::entity(const char*& at, const char* end) {
         const char* close = std::find(at + 1, end, *at);
         if (close == end) return ended();
         std::string value;
-        for (const char* p = at + 1; p != close;)    // references to characters hold at once, others when it is used
+        for (const char* p = at + 1; p != close;)  // references to characters hold at once, others when it is used
             if (*p != '&' || !numericReference(value, p, close)) value += *p++;
         if (parameter) {
             _parameters.emplace(name, std::move(value));
-        } else if (_r._entityIndex.emplace(name, _r._entities.size()).second) {    // the first definition holds
+        } else if (_r._entityIndex.emplace(name, _r._entities.size()).second) {  // the first definition holds
             _r._entities.push_back({std::string(name), std::move(value)});
         }
         at = close + 1;

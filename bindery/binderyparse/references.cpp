@@ -45,7 +45,7 @@ bool numericReference(std::string& out, const char*& at, const char* end) {
     if (p == first || c > maxReference) return false;
     if (c == 133 || c == 8232) c = '\n';
     appendCodePoint(out, c == 0 ? 0xFFFD : c);
-    at = p != end && *p == ';' ? p + 1 : p;    // a reference without its ";" counts
+    at = p != end && *p == ';' ? p + 1 : p;  // a reference without its ";" counts
     return true;
 }
 
@@ -70,7 +70,9 @@ bool c_xml_reader::enterEntity(std::size_t index) {
     return true;
 }
 
-void c_xml_reader::leaveEntity() { _active.pop_back(); }
+void c_xml_reader::leaveEntity() {
+    _active.pop_back();
+}
 
 /// A reference at "&": appends what it stands for and passes it. What is no reference stands as it is.
 /// A general entity is not appended: its index is the result, behind its reference.

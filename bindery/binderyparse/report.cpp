@@ -12,7 +12,9 @@ c_xml_reader::c_xml_reader(c_read& source) : _source(source) {
 
 c_xml_reader::~c_xml_reader() = default;
 
-int c_xml_reader::userError(int code, std::string_view, const char*, int) { return code; }
+int c_xml_reader::userError(int code, std::string_view, const char*, int) {
+    return code;
+}
 
 int c_xml_reader::capture(int code, std::string_view item, const char* file, int line) {
     _error = {code, std::string(item), file, line, currentLine()};
@@ -61,6 +63,11 @@ int c_xml_reader::currentLine() const {
     return _line;
 }
 
+std::string attributeItem(std::string_view name) {
+    std::string item(1, '@');
+    return item.append(name);
+}
+
 bool forgivable(int code) {
     switch (code) {
         case too_many_fraction_digits:
@@ -76,8 +83,10 @@ bool forgivable(int code) {
         case unexpected_empty:
         case above_maximum:
         case below_minimum:
-        case unexpected_attribute: return true;
-        default: return false;
+        case unexpected_attribute:
+            return true;
+        default:
+            return false;
     }
 }
 

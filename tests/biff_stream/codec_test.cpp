@@ -51,8 +51,13 @@ TEST(Rk, AllFourForms) {
         std::uint32_t rk;
         double value;
     } cases[] = {
-        {0x3FF00000, 1.0},         {0x3FF00001, 0.01}, {12345U << 2 | 2, 12345.0}, {12345U << 2 | 3, 123.45},
-        {0xFFFFFFFE, -1.0},        {0x80000002, -536870912.0}, {0, 0.0},
+        {0x3FF00000, 1.0},
+        {0x3FF00001, 0.01},
+        {12345U << 2 | 2, 12345.0},
+        {12345U << 2 | 3, 123.45},
+        {0xFFFFFFFE, -1.0},
+        {0x80000002, -536870912.0},
+        {0, 0.0},
     };
     for (const auto& c : cases) EXPECT_EQ(decodeRk(c.rk), c.value) << std::hex << c.rk;
 }

@@ -3,7 +3,9 @@
 namespace vellum::test {
 namespace {
 
-std::uint32_t u32(const Bytes& bytes, std::size_t at) { return loadLe<std::uint32_t>(bytes.data() + at); }
+std::uint32_t u32(const Bytes& bytes, std::size_t at) {
+    return loadLe<std::uint32_t>(bytes.data() + at);
+}
 
 TEST(CompoundClose, AShortStreamIsPaddedToTheCutoff) {
     Saving saving;
@@ -35,13 +37,7 @@ TEST(CompoundClose, SizesOfTheTables) {
     const struct {
         std::uint32_t sectors, fat, difat;
     } cases[] = {
-        {8, 3, 0},
-        {13000, 104, 0},
-        {13695, 109, 0},
-        {13696, 110, 1},
-        {29695, 235, 1},
-        {29696, 236, 1},
-        {29824, 237, 2},
+        {8, 3, 0}, {13000, 104, 0}, {13695, 109, 0}, {13696, 110, 1}, {29695, 235, 1}, {29696, 236, 1}, {29824, 237, 2},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.sectors);

@@ -70,8 +70,12 @@ TEST(CompoundLoad, TextsOfDamage) {
         {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[1] + 3), 4000U); }},
         {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[3] + 3), freeSector); }},
         {"Xls::extractKeptStreams(): file is corrupt",
-         [](File& f) { f.patch(f.entryAt(0) + 120, 5000U).patch(f.entryAt(0) + 116, f.starts[3])
-                        .patch(f.entryAt(2) + 116, f.starts[3]).patch(f.entryAt(2) + 120, 6000U); }},
+         [](File& f) {
+             f.patch(f.entryAt(0) + 120, 5000U)
+                 .patch(f.entryAt(0) + 116, f.starts[3])
+                 .patch(f.entryAt(2) + 116, f.starts[3])
+                 .patch(f.entryAt(2) + 120, 6000U);
+         }},
     };
     for (const auto& c : cases) {
         File file = makeFile(usualEntries());
@@ -102,11 +106,13 @@ TEST(CompoundLoad, MainStreamByName) {
         {"both names",
          {{L"Root Entry", 5, {}, freeSector, freeSector, 1}, {L"Book", 2, wrong, 2}, {L"Workbook", 2, right}}},
         {"one in an embedded object, first in the list",
-         {{L"Root Entry", 5, {}, freeSector, freeSector, 3}, {L"Workbook", 2, wrong},
-          {L"MBD0001", 1, {}, freeSector, freeSector, 1}, {L"Book", 2, right, freeSector, 2}}},
+         {{L"Root Entry", 5, {}, freeSector, freeSector, 3},
+          {L"Workbook", 2, wrong},
+          {L"MBD0001", 1, {}, freeSector, freeSector, 1},
+          {L"Book", 2, right, freeSector, 2}}},
         {"no tree at all", {{L"Root Entry", 5, {}}, {L"Other", 2, wrong}, {L"Workbook", 2, right}}},
-        {"a tree in a ring", {{L"Root Entry", 5, {}, freeSector, freeSector, 1}, {L"A", 1, {}, 2, 1},
-                              {L"Workbook", 2, right, 1, 2}}},
+        {"a tree in a ring",
+         {{L"Root Entry", 5, {}, freeSector, freeSector, 1}, {L"A", 1, {}, 2, 1}, {L"Workbook", 2, right, 1, 2}}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);

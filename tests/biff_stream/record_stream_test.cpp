@@ -128,7 +128,8 @@ TEST(ContinueWriter, CutsAnywhereAndReadsBack) {
         const Bytes body = pattern(size);
         Stream in(written([&](Xls& xls) {
             ContinueWriter out(xls, 235);
-            for (const std::byte b : body) out.put(b == std::byte{} ? std::uint8_t{0} : std::to_integer<std::uint8_t>(b));
+            for (const std::byte b : body)
+                out.put(b == std::byte{} ? std::uint8_t{0} : std::to_integer<std::uint8_t>(b));
             out.finish();
             writeSplit(xls, 236, body);
         }));
@@ -168,8 +169,12 @@ TEST(RawRecord, OwnsWhatContinuesIt) {
         std::vector<std::uint16_t> mine;
         std::uint16_t other;
     } cases[] = {
-        {236, {60, 2066, 2165, 2175}, 93}, {2190, {2191, 2192, 2192, 60}, 2189}, {157, {158, 158, 2174, 2175}, 155},
-        {440, {2048}, 440},                {77, {60}, 161},                      {158, {}, 2174},
+        {236, {60, 2066, 2165, 2175}, 93},
+        {2190, {2191, 2192, 2192, 60}, 2189},
+        {157, {158, 158, 2174, 2175}, 155},
+        {440, {2048}, 440},
+        {77, {60}, 161},
+        {158, {}, 2174},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.parent);

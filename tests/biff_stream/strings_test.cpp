@@ -20,8 +20,8 @@ Bytes wideBytes(std::size_t characters, wchar_t c) {
 TEST(XLUnicodeString, WidthChangesAtAContinue) {
     // 10,000 characters: 4110 of two bytes, then 5890 of one.
     const Bytes first = joined({hex("10 27 01"), wideBytes(4110, L'\x4E2D')});
-    Stream in(joined({record(516, first), record(60, joined({hex("00"), Bytes(5890, std::byte{0xE9})})),
-                      record(10, {})}));
+    Stream in(
+        joined({record(516, first), record(60, joined({hex("00"), Bytes(5890, std::byte{0xE9})})), record(10, {})}));
     StringPool pool;
     std::uint16_t budget = in->nextRecord()->size;
     const auto string = XLUnicodeString::read(*in, pool, TextForm::withFlags, false, budget);
@@ -65,8 +65,7 @@ TEST(XLUnicodeString, FormsInBodies) {
         EXPECT_EQ(budget, 0);
         for (std::size_t n = 0; n < bytes.size(); ++n) {
             Cursor cut(std::span<const std::byte>(bytes).first(n));
-            const std::string text =
-                textOf([&] { XLUnicodeString::read(cut, pool, c.form, c.shortCount, "Format"); });
+            const std::string text = textOf([&] { XLUnicodeString::read(cut, pool, c.form, c.shortCount, "Format"); });
             const bool allOfAnEmptyOne = c.text.empty() && n >= 2;
             EXPECT_EQ(text, allOfAnEmptyOne ? "" : "Format size is incorrect") << n;
         }
@@ -144,7 +143,9 @@ TEST(ExtString, PiecesAtEveryRecordBoundary) {
         StringPool pool;
         std::uint16_t budget = in->nextRecord()->size;
         const ExtString s = ExtString::read(*in, pool, budget);
-        EXPECT_EQ(s.view(), L"ab\x4E2D" L"d");
+        EXPECT_EQ(s.view(),
+                  L"ab\x4E2D"
+                  L"d");
         ASSERT_EQ(s.runs().size(), 2U);
         EXPECT_EQ(s.runs()[1], (ExtStringRun{3, 6}));
         ASSERT_TRUE(s.hasPhonetic());
@@ -158,16 +159,16 @@ TEST(ExtString, PiecesAtEveryRecordBoundary) {
     for (std::size_t cut = 0; cut <= 8; cut += 2) {
         SCOPED_TRACE(cut);
         const auto at = wide.begin() + static_cast<std::ptrdiff_t>(cut);
-        Stream in(joined({record(252, joined({head, Bytes(wide.begin(), at)})),
-                          cut < 8 ? record(60, joined({hex("01"), Bytes(at, wide.end()), tail})) : record(60, tail),
-                          end}));
+        Stream in(
+            joined({record(252, joined({head, Bytes(wide.begin(), at)})),
+                    cut < 8 ? record(60, joined({hex("01"), Bytes(at, wide.end()), tail})) : record(60, tail), end}));
         check(in);
     }
     for (std::size_t cut = 1; cut < tail.size(); ++cut) {
         SCOPED_TRACE(cut);
         const auto at = tail.begin() + static_cast<std::ptrdiff_t>(cut);
-        Stream in(joined({record(252, joined({head, wide, Bytes(tail.begin(), at)})),
-                          record(60, Bytes(at, tail.end())), end}));
+        Stream in(joined(
+            {record(252, joined({head, wide, Bytes(tail.begin(), at)})), record(60, Bytes(at, tail.end())), end}));
         check(in);
     }
 }
