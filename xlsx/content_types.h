@@ -1,0 +1,37 @@
+// The content type of each part.
+#pragma once
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "ooxml/opc-contentTypes.h"
+#include "xlsx/part_path.h"
+#include "xlsx/xml_file.h"
+
+namespace vellum {
+
+/// The map from part names and extensions to content types. Look-ups ignore case.
+class ContentTypes final : public XmlFile<contentypes::c_Types> {
+public:
+    ContentTypes() = default;
+    explicit ContentTypes(const PartBytes& part);
+
+    /// By the part's name, else by its extension; "" when neither is known.
+    std::string typeOf(std::string_view path) const;
+
+    void setOverride(std::string_view path, std::string_view type);
+    void setDefault(std::string_view extension, std::string_view type);
+    void removeOverride(std::string_view path);
+
+    /// Part names of all overrides, in document order.
+    std::vector<std::string> overridePaths() const;
+
+private:
+    void buildMaps();
+
+    // Keys to positions in the root's lists.
+    std::map<std::string, std::size_t, LessIgnoringCase> _defaults;
+    std::map<std::string, std::size_t, LessIgnoringCase> _overrides;
+};
+
+}  // namespace vellum

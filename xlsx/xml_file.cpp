@@ -1,0 +1,57 @@
+#include "xlsx/xml_file.h"
+
+#include <fstream>
+#include <ostream>
+
+#include "bindery/error.h"
+#include "bindery/reader.h"
+#include "bindery/xml_writer.h"
+#include "engine/vlerror.h"
+#include "xlsx/messages.h"
+
+namespace vellum {
+namespace {
+
+void raise(int code) {
+    if (code != bindery::no_error) throw vlerror(bindery::errorText(code));
+}
+
+}  // namespace
+
+void XmlFileBase::read(const PartBytes& part) {
+    std::vector<char> fromFile;
+    std::string_view bytes = part.memory;
+    if (part.path) {
+        fromFile = BinaryFile::readWhole(*part.path);
+        bytes = {fromFile.data(), fromFile.size()};
+    }
+    if (bytes.empty()) throw vlerror(msg::dataEmpty);
+    bindery::c_keeping_reader<bindery::c_xml_reader_memory> reader(bytes);
+    raise(unmarshalRoot(reader));
+}
+
+void XmlFileBase::writeToStream(std::ostream& out) {
+    beforeWrite();
+    bindery::c_xml_writer writer([&out](std::string_view piece) {
+        out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+        return out.good();
+    });
+    raise(marshalRoot(writer));
+    writer.flush();
+}
+
+void XmlFileBase::writeToPath(std::string& path) {
+    if (!path.empty()) {
+        std::ofstream out(path, std::ios::binary);
+        writeToStream(out);
+        out.close();
+        if (!out) throw vlerror(msg::cannotWrite);
+        return;
+    }
+    beforeWrite();
+    bindery::c_xml_writer writer;
+    raise(marshalRoot(writer));
+    path = writer.take();
+}
+
+}  // namespace vellum
