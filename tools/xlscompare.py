@@ -15,12 +15,16 @@ from xlsfile import (BOF, EOF, CompoundFile, Fault, expand_cells, grouped, recor
                      substreams)
 
 # Made anew from the contents of the book, compared elsewhere or not at all.
-GLOBALS_REMADE = {252, 133, EOF}
+GLOBALS_REMADE = {
+    252, 133, EOF,
+    448,                               # a mark without content, not written
+}
 SHEET_REMADE = {
     512,                               # from the cells
     520,                               # colMic and colMac from the cells, rows added: compared by row
     215,                               # never written
-    6, 189, 190, 638, 515, 253, 513, 517, 516, 214, 545, 566, 1212, 519,  # compared by cell
+    6, 1030, 189, 190, 638, 515, 253, 513, 517, 516, 214, 545, 566, 1212, 519,  # compared by cell
+    229,                               # as few as hold all ranges: compared by range
     EOF,
 }
 # Written with defaults where a file lacks them.
@@ -100,6 +104,7 @@ class Comparison:
         for what, a, b in zip(("drawings, objects and charts", "custom views"), old[1:], new[1:]):
             if a != b:
                 self.differ(where, "%s changed: %d and %d records" % (what, len(a), len(b)))
+        self.merges(where, old[0], new[0])
         self.rows(where, old[0], new[0])
         self.cells(where, old[0], new[0])
 
@@ -144,6 +149,8 @@ class Comparison:
             a, b = lists[0].get(rid, []), lists[1].get(rid, [])
             if a == b or (not a and rid in defaults):
                 continue
+            if rid == 430 and [own_book(unit) for unit in a] == [own_book(unit) for unit in b]:
+                continue  # its count of sheets is set right; the linter checks it
             if len(a) != len(b):
                 self.differ(where, "%s: %d became %d" % (record_name(rid), len(a), len(b)))
             for number, (one, other) in enumerate(zip(a, b)):
@@ -151,6 +158,12 @@ class Comparison:
                     self.differ(where, "%s #%d changed: %s became %s"
                                 % (record_name(rid), number, one[0][1][:24].hex(), other[0][1][:24].hex()))
                     break
+
+    def merges(self, where, old, new):
+        def of(part):
+            return [r.body[2 + 8 * i:10 + 8 * i] for r in part if r.id == 229 for i in range(r.u16(0))]
+        if of(old) != of(new):
+            self.differ(where, "merged ranges: %d became %d" % (len(of(old)), len(of(new))))
 
     def rows(self, where, old, new):
         def of(part):
@@ -171,8 +184,18 @@ class Comparison:
         old, new = of(old), of(new)
         for place in sorted(set(old) | set(new)):
             if old.get(place) != new.get(place):
-                self.differ(where, "cell %d,%d: %s became %s" % (place + (old.get(place), new.get(place))))
+                self.differ(where, "cell %d,%d: %s became %s"
+                            % (place + (shown(old.get(place)), shown(new.get(place)))))
                 break
+
+
+def own_book(unit):
+    """A SupBook's bodies, without the count of sheets where it is the one for this book."""
+    return unit[0][1][2:] if unit[0][1][2:] == b"\x01\x04" else unit
+
+
+def shown(cell):
+    return "none" if cell is None else str(cell)[:160]
 
 
 def same_but_known(rid, old, new):
@@ -181,11 +204,15 @@ def same_but_known(rid, old, new):
         return new[:len(old)] == old
     if rid == 92:  # cut at 112 bytes; a shorter one is filled
         return new[:len(old)] == old[:len(new)]
-    if rid in (125, 449, 512, 574, 146, 549, 13, 23):  # longer or shorter forms of the same fields
+    if rid == 146:  # entries that are not there keep the default colours
+        return old[2:] == new[2:len(old)]
+    if rid in (125, 449, 512, 574, 549, 13, 23):  # longer or shorter forms of the same fields
         n = min(len(old), len(new))
         return len(old) != len(new) and old[:n] == new[:n]
     if rid in (225, 193, 226):  # empty in some files
         return not old
+    if rid == 49 and len(new) == 14:  # a font without a name has none, not an empty one
+        return old == new + b"\0" + old[15:16]
     if rid == 1054 and len(old) <= 4:  # an empty text without its flags
         return new[:4] == old.ljust(4, b"\0")
     return False

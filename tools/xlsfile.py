@@ -327,6 +327,14 @@ def shared_strings(sst):
     return total, strings, rest
 
 
+def cached_text(record):
+    """The text of a String record and the bytes that are left behind it."""
+    reader = TextReader(record)
+    cch = reader.u16()
+    text = reader.text(cch, reader.bytes(1)[0]) if cch else ""
+    return [(519, text), (CONTINUE, b"".join(reader.parts[reader.part:])[reader.at:])]
+
+
 def expand_cells(flat):
     """((row, col), kind, ixfe, value) of each cell of a sheet's records, in their order; embedded charts left out.
 
@@ -352,18 +360,28 @@ def expand_cells(flat):
             kind = {638: "RK", 515: "Number", 253: "LabelSst", 513: "Blank", 517: "BoolErr"}.get(r.id, "Label")
             end = {638: 10, 515: 14, 253: 10, 513: 6, 517: 8}.get(r.id, len(b))
             value = b[6:end]
-            while r.id == 516 and i < len(flat) and flat[i].id == CONTINUE:
-                value += b"|" + flat[i].body
-                i += 1
+            if r.id == 516:
+                whole = Record(r.id, b[6:], r.at)
+                whole.next = list(r.next)
+                while i < len(flat) and flat[i].id == CONTINUE:
+                    whole.next.append(flat[i])
+                    i += 1
+                value = cached_text(whole)[0]  # bytes behind the text are no part of it
             yield (row, col), kind, ixfe, value
-        elif r.id == 6:
-            parts = [(r.id, b)]
+        elif r.id in (6, 1030):  # the latter in files of old writers
+            parts = [(6, b)]
             if len(b) == 2 and i < len(flat):
                 r, b = flat[i], flat[i].body
-                parts.append((r.id, b))
+                parts.append((6, b))
                 i += 1
-            while i < len(flat) and flat[i].id in (545, 566, 1212, 519, CONTINUE):
-                parts.append((flat[i].id, flat[i].body))
+            while i < len(flat) and flat[i].id in (545, 566, 1212, 519):
+                r = Record(flat[i].id, flat[i].body, flat[i].at)
+                r.next = list(flat[i].next)
                 i += 1
+                while i < len(flat) and flat[i].id == CONTINUE:
+                    r.next.append(flat[i])
+                    i += 1
+                # A text may be cut elsewhere.
+                parts += cached_text(r) if r.id == 519 else r.wire()
             row, col, ixfe = struct.unpack_from("<HHH", b)
             yield (row, col), "Formula", ixfe, parts

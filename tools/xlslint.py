@@ -212,7 +212,7 @@ class Lint:
                 ranks[rid] = rank
             rank += 1
         features = {rid: rank + 10 for rid in FEATURES}
-        ignored = {rid: None for rid in CONTINUES | {93, 438, BOF}}
+        ignored = {rid: None for rid in CONTINUES | {93, 237, 438, BOF}}
         units = [r for r in grouped(own) if r.id != BOF or r is flat[0]]
         self.order(units, {**ranks, **features, **ignored, EOF: rank + 20}, rank)
         for rid in (574, 512):
