@@ -57,7 +57,7 @@ int printGeneral(char* out, double value, int precision) {
         char* end = std::to_chars(out, out + maxFastText, whole).ptr;
         if (end - out - (whole < 0) <= precision) return static_cast<int>(end - out);
     }
-    if (precision <= 15) {
+    if (precision <= 15 && std::isnormal(value)) {  // below the normal numbers digits are fewer
         char text[40];
         char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific).ptr;
         char* mantissa = text + (*text == '-');
@@ -115,7 +115,11 @@ int formatReal(char* buffer, int size, const char* format, double value) {
 
 int shortestReal(char (&buffer)[32], double value) {
     if (std::isnan(value)) return static_cast<int>(std::strlen(std::strcpy(buffer, "nan")));
-    char* end = std::to_chars(buffer, buffer + sizeof buffer - 1, value).ptr;
+    char* const last = buffer + sizeof buffer - 1;
+    const bool plainWhole = value == std::trunc(value) && std::fabs(value) < 1e16;  // 3000000000 rather than 3e+09
+    char* end =
+        (plainWhole ? std::to_chars(buffer, last, value, std::chars_format::fixed) : std::to_chars(buffer, last, value))
+            .ptr;
     *end = '\0';
     return static_cast<int>(end - buffer);
 }

@@ -41,7 +41,7 @@ using Files = std::map<std::string, std::string>;
 /// A folder and a host whose relative names start there. The host's `faults` and `counts` are at hand before and after
 /// a run; several scripts may run one after the other on it.
 ///
-///     ScriptRunner runner({{"data.csv", "a,1\nb,2\n"}});
+///     ScriptRunner runner(Files{{"data.csv", "a,1\nb,2\n"}});
 ///     runner.host().faults.setAdd = 2;
 ///     const auto result = runner.run(R"(declare S : dynamic set of text
 ///                                       read "csv:data.csv" { S from "[A:A]" })");
