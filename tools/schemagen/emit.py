@@ -89,7 +89,7 @@ class FamilyEmitter:
         family = self._family
         lines = self._opening(before=("#pragma once", ""))
         lines += [
-            "#include <cstdint>", "#include <string>", "#include <string_view>", "#include <utility>",
+            "#include <string>", "#include <string_view>", "#include <utility>",
             "#include <vector>", "", '#include "bindery/binary.h"', '#include "bindery/class_info.h"',
             '#include "bindery/datetime.h"', '#include "bindery/holders.h"', '#include "bindery/raw_node.h"',
             f'#include "{self._stem}-fwd.h"',
