@@ -288,7 +288,7 @@ std::uint32_t BookImplT<CharT>::adoptString(const BookContext<CharT>& from, std:
         const ExtStringPhonetic& reading = *source.format->phonetic;
         std::byte* const bytes = _pool.allocateBytes(reading.size);
         std::copy_n(reading.bytes, reading.size, bytes);
-        format->phonetic = _pool.keep(std::make_unique<ExtStringPhonetic>(reading.size, bytes));
+        format->phonetic = _pool.keep(std::make_unique<ExtStringPhonetic>(ExtStringPhonetic{reading.size, bytes}));
     }
     ExtString copy = source;
     copy.text = _strings.store(source.view());

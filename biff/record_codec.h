@@ -108,8 +108,9 @@ void writeFields(Sink& out, const Record& r) {
 /// Header and body.
 template <class Record>
 void writeFixed(Sink& out, const Record& r) {
-    static_assert(wireSize<Record>() <= maxRecordBody);
-    out.putAll(Record::id, std::uint16_t{wireSize<Record>()});
+    constexpr std::size_t size = wireSize<Record>();
+    static_assert(size <= maxRecordBody);
+    out.putAll(Record::id, static_cast<std::uint16_t>(size));
     writeFields(out, r);
 }
 
