@@ -120,11 +120,12 @@ int readList(Item& item, int* counter) {
     const HostType word = hostApi().hostListElemType(list);
     const HostType type = elementType(word), kind = word & (hostClassMask | hostTypeMask);
     const bool isRangeSize = item.range.has(optRangeSize);
-    if (isRangeSize && kind != hostTypeInteger) return fail(item.context, msg::rangesizeNeedsIntegers);
     if ((kind & hostClassMask) == hostClassArray || kind == 0) {
+        if (isRangeSize) return fail(item.context, msg::rangesizeNeedsIntegers);
         return readListOfArrays(item.context, item.range, list, counter);
     }
     if ((word & hostFlagDynamic) == 0) return fail(item.context, msg::nonDynamicList);
+    if (isRangeSize && kind != hostTypeInteger) return fail(item.context, msg::rangesizeNeedsIntegers);
     if (isRangeSize) return readRangeSize(item, list);
 
     int isRecord = 0;

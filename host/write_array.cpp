@@ -106,7 +106,9 @@ int writeArray(HostContext* context, RangeSpec& range, HostType type, const Host
     const auto tuple = allocateArray<int>(std::size_t(shape.dims));
     const auto indices = allocateArray<HostType>(std::size_t(shape.dims));
     if (!tuple || !indices) return fail(context, msg::noMemory);
-    const int height = fitRows(range, rowsNeeded(range, shape, form, tuple.get()));
+    const long long needed = rowsNeeded(range, shape, form, tuple.get());
+    if (form == ArrayForm::partIndex && needed == 0) return 0;
+    const int height = fitRows(range, needed);
     if (indexTypes(context, shape.sets.get(), indexCount, IndexRule::writing, indices.get())) return 1;
     const auto types =
         rowColumnTypes(context, range, indices.get(), indexCount, shape.valueType, shape.need, shape.fieldTable);

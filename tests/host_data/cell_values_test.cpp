@@ -215,5 +215,15 @@ TEST(WriteCell, BaseTypesAndRefusals) {
     EXPECT_TRUE(FakeHost::messages().empty());
 }
 
+TEST(WriteCell, TextOfAnObjectHasToFitTheBuffer) {
+    OneCell one(0, 1024);
+    HostValue value = {.integer = 1023};  // characters
+    EXPECT_EQ(writeValueToCell(nullptr, one.range, typeDate, 1, 1, &value), 0);
+    EXPECT_EQ(one.sheet.at(3, 2).text.size(), 1023u);
+    value.integer = 1024;
+    EXPECT_EQ(writeValueToCell(nullptr, one.range, typeDate, 1, 1, &value), 1);
+    EXPECT_EQ(FakeHost::messages(), std::vector<std::string>{"SHEET: Buffer overflow or invalid type.\n"});
+}
+
 }  // namespace
 }  // namespace quillet

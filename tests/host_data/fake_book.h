@@ -219,6 +219,9 @@ public:
             texts.push_back(std::make_unique<std::string>(text));
             return texts.back()->c_str();
         };
+        api().hostValueToText = [](HostContext*, HostType, HostValue value, char* buffer, int size) {
+            return std::snprintf(buffer, std::size_t(size), "%*s", value.integer, "text");
+        };
         openHost(&api());
     }
     ~FakeHost() { closeHost(); }
