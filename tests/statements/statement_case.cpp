@@ -13,6 +13,12 @@ std::string lineOf(const support::Json& line) {
     return text;
 }
 
+/// With each statement on a line of its own.
+std::string splitStatements(std::string script) {
+    for (std::size_t at = 0; (at = script.find(" | ", at)) != std::string::npos;) script[at + 1] = '\n';
+    return script;
+}
+
 /// Without the indentation that cases have in their tables.
 std::string trimmedLines(const std::string& text) {
     std::string result;
@@ -28,7 +34,7 @@ std::string trimmedLines(const std::string& text) {
 }  // namespace
 
 std::string transcriptOf(support::ScriptRunner& runner, const std::string& script) {
-    const support::ScriptResult result = runner.run(script);
+    const support::ScriptResult result = runner.run(splitStatements(script));
     std::string transcript = result.errors;
     for (const auto& line : result.lines) transcript += lineOf(line) + '\n';
     if (const auto out = result.files.find("out.csv"); out != result.files.end()) {
@@ -36,7 +42,7 @@ std::string transcriptOf(support::ScriptRunner& runner, const std::string& scrip
         for (char& c : content) {
             if (c == '\n') c = '|';
         }
-        transcript += "out.csv: " + (content.empty() ? "(empty)" : content) + '\n';
+        transcript += "out.csv: " + content + '\n';
     }
     return transcript;
 }
@@ -44,7 +50,7 @@ std::string transcriptOf(support::ScriptRunner& runner, const std::string& scrip
 void checkStatements(std::span<const StatementCase> cases) {
     for (const StatementCase& c : cases) {
         SCOPED_TRACE(c.name);
-        support::ScriptRunner runner({{"in.csv", c.csv}});
+        support::ScriptRunner runner(support::Files{{"in.csv", c.csv}});
         EXPECT_EQ(transcriptOf(runner, c.script), trimmedLines(c.transcript));
         EXPECT_TRUE(runner.host().counts.balanced());
     }

@@ -7,7 +7,8 @@
 
 #include "tests/support/script_runner.h"
 
-/// A script with the file in.csv beside it, and its transcript, in which each statement has a line:
+/// A script with the file in.csv beside it (" | " between statements stands for a newline), and its transcript, in
+/// which each statement has a line:
 ///
 ///     read [2,0] 1 "SHEET: ...\n"     a read with its counts, the items not done, the messages in JSON
 ///     write                           a write that had nothing to tell
