@@ -233,7 +233,7 @@ void c_xml_writer::startRoot(const RootInfo& root, const Extras* extras) {
     if (root.ignorable == nullptr) return;
     if (extras != nullptr)
         for (const Attr& attr : extras->attrs)
-            if (attr.uri == mcUri && attr.name.ends_with(":Ignorable")) return;
+            if ((attr.uri == mcUri && attr.name.ends_with(":Ignorable")) || attr.name == "mc:Ignorable") return;
     if (const std::string* mc = uriOf("mc"); mc != nullptr && *mc == mcUri) attribute("mc:Ignorable", root.ignorable);
 }
 
