@@ -15,8 +15,9 @@ int BookImplT<CharT>::keptTotal() {
             if (size != 0) _kept.emplace_back(toNarrow(name, true), size);
         };
         _kept.clear();
-        _xls.forEachKeptStream(
-            [&](std::wstring_view name, std::size_t size) { add(L"stream " + std::wstring(name), size); });
+        _xls.forEachKeptStream([&](std::wstring_view name, std::size_t size) {
+            add(name == L"Root Entry" ? L"small streams, together" : L"stream " + std::wstring(name), size);
+        });
         add(L"records of the workbook", _globals.keptBytes());
         for (const auto& sheet : _sheets) {
             const SheetParts& parts = sheet->parts();
