@@ -41,7 +41,7 @@ public:
             _to.columns.append(info);
         }
         _from.cells.index().forEach([this](std::uint32_t, std::uint32_t, CellSlot slot) {
-            _from.cells.visit(slot, [this](const auto& cell) { add(cell); });
+            _from.cells.visit(slot, [this](const auto& cell) { this->add(cell); });
         });
         _to.recountBounds();
     }
