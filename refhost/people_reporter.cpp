@@ -40,7 +40,9 @@ public:
     }
 
     void printed(Variable& variable) override {
-        _out << printForPeople(_types, variable);
+        const std::string text = printForPeople(_types, variable);
+        _out << text;
+        if (text.find('\n') + 1 < text.size()) _out << '\n';  // tables stand apart
         _out.flush();
     }
 

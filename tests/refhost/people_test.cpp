@@ -34,19 +34,19 @@ TEST(ForPeople, ValuesAndTables) {
          "  text   1    2\n"
          "  ----  --  ---\n"
          "  an    10\n"
-         "  bel       2.5\n"},
+         "  bel       2.5\n\n"},
         {"declare R : record(n: text, p: record(q: real))\ndeclare x : list of R = [(\"\xC3\xA4\", (1)), (\"abc\", "
          "(12))]",
          "x (2 items)\n"
          "  n    p.q\n"
          "  ---  ---\n"
          "  \xC3\xA4      1\n"
-         "  abc   12\n"},
+         "  abc   12\n\n"},
         {"declare x : dynamic array(1..1, text, boolean) of text = {(1, \"a\", true): \"v\"}",
          "x (1 entry)\n"
          "  integer  text  boolean  value\n"
          "  -------  ----  -------  -----\n"
-         "        1  a     true     v\n"},
+         "        1  a     true     v\n\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(told(std::string(c.script) + "\nprint x").out, c.shown) << c.script;
 }
