@@ -11,6 +11,7 @@
 namespace quillet {
 namespace {
 
+constexpr int cellBlank = 4;  // with a format; the table operations give it as empty
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
@@ -20,7 +21,8 @@ struct Cell {
     int row, col;  // absolute
     int kind;
 
-    bool readsAsEmpty() const { return kind == cellEmpty || kind == 4; }
+    bool hasValue() const { return kind == cellNumber || kind == cellText || kind == cellBoolean; }
+    bool readsAsEmpty() const { return kind == cellBlank || range.passesOver(kind); }
     bool isDate() const { return range.ops.cellIsDate(range.sheet, row, col); }
     double real() const { return range.ops.readReal(range.sheet, row, col, nullptr); }
     const char* text() const { return range.ops.readText(range.sheet, row, col, nullptr); }
@@ -73,99 +75,87 @@ const char* dateText(HostContext* context, RangeSpec& range, double serial) {
     return formattedReal(context, range, serial);
 }
 
-bool readInteger(const Cell& cell, std::int32_t* out) {
+std::int32_t readInteger(const Cell& cell) {
     switch (cell.kind) {
         case cellNumber:
-            *out = truncated(cell.real());
-            return true;
+            return truncated(cell.real());
         case cellText:
-            *out = truncated(numberIn(cell.text()));
-            return true;
+            return truncated(numberIn(cell.text()));
         case cellBoolean:
-            *out = cell.boolean();
-            return true;
+            return cell.boolean();
         default:
-            *out = 0;
-            return false;
+            return 0;
     }
 }
 
-bool readReal(const Cell& cell, double* out) {
+double readReal(const Cell& cell) {
     switch (cell.kind) {
         case cellNumber:
-            *out = realFromNumber(cell.range, cell.real());
-            return true;
+            return realFromNumber(cell.range, cell.real());
         case cellText:
-            *out = realFromText(cell);
-            return true;
+            return realFromText(cell);
         case cellBoolean:
-            *out = cell.boolean();
-            return true;
+            return cell.boolean();
         default:
-            *out = 0.0;
-            return false;
+            return 0.0;
     }
 }
 
-bool readBoolean(const Cell& cell, std::int32_t* out) {
+std::int32_t readBoolean(const Cell& cell) {
     switch (cell.kind) {
         case cellNumber:
-            *out = cell.real() == 0.0 ? 0 : 1;
-            return true;
+            return cell.real() == 0.0 ? 0 : 1;
         case cellText:
-            *out = cell.range.ops.textToBool(cell.range.sheet, cell.row, cell.col);
-            return true;
+            return cell.range.ops.textToBool(cell.range.sheet, cell.row, cell.col);
         case cellBoolean:
-            *out = cell.boolean();
-            return true;
+            return cell.boolean();
         default:
-            *out = 0;
-            return false;
+            return 0;
     }
 }
 
-bool readText(HostContext* context, const Cell& cell, const char** out) {
+/// Null where the cell has no text.
+const char* readText(HostContext* context, const Cell& cell) {
     switch (cell.kind) {
         case cellNumber: {
             const double value = cell.real();
-            *out = cell.isDate() ? dateText(context, cell.range, value) : formattedReal(context, cell.range, value);
-            return true;
+            return cell.isDate() ? dateText(context, cell.range, value) : formattedReal(context, cell.range, value);
         }
         case cellText:
-            *out = cell.text();
-            return true;
+            return cell.text();
         case cellBoolean:
-            *out = cell.range.ops.readBoolText(cell.range.sheet, cell.row, cell.col);
-            return true;
+            return cell.range.ops.readBoolText(cell.range.sheet, cell.row, cell.col);
         default:
-            *out = nullptr;
-            return false;
+            return nullptr;
     }
+}
+
+const char* registered(HostContext* context, const char* text) {
+    return text ? hostApi().hostRegisterText(context, text) : nullptr;
 }
 
 }  // namespace
 
 int readCellOfKind(HostContext* context, RangeSpec& range, int kind, HostType type, HostValue* out, int row, int col) {
     const Cell cell{range, range.firstRow + row, range.firstCol + col, kind};
-    bool hasValue = false;
+    if (!cell.hasValue() && !cell.readsAsEmpty()) return failAt(context, range, msg::wrongResult, row, col);
     switch (elementType(type)) {
         case hostTypeInteger:
-            hasValue = readInteger(cell, &out->integer);
+            out->integer = readInteger(cell);
             break;
         case hostTypeReal:
-            hasValue = readReal(cell, &out->real);
+            out->real = readReal(cell);
+            break;
+        case hostTypeText:
+            out->text = registered(context, readText(context, cell));
             break;
         case hostTypeBoolean:
-            hasValue = readBoolean(cell, &out->integer);
+            out->integer = readBoolean(cell);
             break;
         default:
-            hasValue = readText(context, cell, &out->text);
-            if (elementType(type) == hostTypeText && out->text) {
-                out->text = hostApi().hostRegisterText(context, out->text);
-            }
+            out->text = readText(context, cell);
     }
-    if (hasValue || cell.readsAsEmpty() || range.passesOver(kind)) return 0;
-    return failAt(context, range, msg::wrongResult, row, col);
+    return 0;
 }
 
 int readCellAs(HostContext* context, RangeSpec& range, HostType type, HostValue* out, int row, int col) {
@@ -196,7 +186,7 @@ int readCellToUnion(HostContext* context, RangeSpec& range, void* object, int ro
             value.integer = cell.boolean();
             return host.hostUnionSet(context, object, hostTypeBoolean, value);
         default:
-            if (!cell.readsAsEmpty() && !range.passesOver(cell.kind)) return 1;
+            if (!cell.readsAsEmpty()) return 1;
             return host.hostUnionClear(context, object);
     }
 }
