@@ -124,7 +124,9 @@ private:
         return &_rows[(_pages[page] - 1) * pageRows + row % pageRows];
     }
     [[nodiscard]] static std::size_t slotPosition(const RowEntry& entry, std::uint32_t stretch, std::uint32_t col) {
-        const auto before = static_cast<std::size_t>(std::popcount(entry.stretches & (stretch - 1)));
+        const std::uint32_t below = entry.stretches & (stretch - 1);
+        // Most cells stand in their row's first stretch; counting bits is a call on this target.
+        const std::size_t before = below == 0 ? 0 : static_cast<std::size_t>(std::popcount(below));
         return entry.slots + before * stretchSlots + col % stretchSlots;
     }
     RowEntry& rowForWrite(std::uint16_t row) {
