@@ -18,4 +18,8 @@ inline constexpr const char* cannotOpenZipStream = "can't open zip stream for wr
 inline constexpr const char* cannotWriteZipStream = "can't write to zip stream";
 inline constexpr const char* cannotCloseFile = "can't close file for writing";
 
+// shared strings
+inline constexpr const char* noSharedString = "index is out of range or no value";
+inline constexpr const char* stringTooLong = "string is too long";
+
 }  // namespace vellum::msg
