@@ -1,5 +1,6 @@
 // The texts of the Open XML engine.
 #pragma once
+#include "engine/messages.h"
 
 namespace vellum::msg {
 
@@ -18,8 +19,12 @@ inline constexpr const char* cannotOpenZipStream = "can't open zip stream for wr
 inline constexpr const char* cannotWriteZipStream = "can't write to zip stream";
 inline constexpr const char* cannotCloseFile = "can't close file for writing";
 
+// sheets
+inline constexpr const char* sheetNotFound = "sheet not found";
+inline constexpr const char* sheetIndexOutOfRange = "sheet index is out of range";
+inline constexpr const char* makeSheetPath = "makeSheetPath error: workbook relationships are not found";
+
 // shared strings
 inline constexpr const char* noSharedString = "index is out of range or no value";
-inline constexpr const char* stringTooLong = "string is too long";
 
 }  // namespace vellum::msg

@@ -1,0 +1,99 @@
+#include "xlsx/book.h"
+
+#include "engine/vlerror.h"
+#include "xlsx/content_type_names.h"
+#include "xlsx/content_types.h"
+#include "xlsx/messages.h"
+#include "xlsx/part_path.h"
+#include "xlsx/relationships.h"
+#include "xlsx/shared_strings.h"
+#include "xlsx/sheet.h"
+#include "xlsx/styles.h"
+
+namespace vellum {
+
+template <class CharT, class Tag>
+XMLBookImplT<CharT, Tag>::XMLBookImplT() {
+    fillNewBook();
+}
+
+template <class CharT, class Tag>
+XMLBookImplT<CharT, Tag>::~XMLBookImplT() = default;
+
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::release() {
+    delete this;
+}
+
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::fillNewBook() {
+    _folder = "/xl";
+    _mainPath = _folder + "/workbook.xml";
+    _relationships = &addPart(relsPathOf(_mainPath), std::make_unique<Relationships>());
+    addPart("/_rels/.rels", std::make_unique<Relationships>())
+        .add(std::string(rel::transitional) + "officeDocument", "xl/workbook.xml");
+    _parts.insert_or_assign(_mainPath, Part(this, {false}));
+    _contentTypes = &addPart("/[Content_Types].xml", std::make_unique<ContentTypes>());
+    _contentTypes->setDefault("rels", type::relationships);
+    _contentTypes->setDefault("xml", type::plainXml);
+    _contentTypes->setOverride(_mainPath, type::workbook);
+    ensureStyles();
+    this->_root.bookViews().workbookView().append();
+}
+
+template <class CharT, class Tag>
+XFile* XMLBookImplT<CharT, Tag>::findPart(std::string_view path) {
+    const auto found = _parts.find(path);
+    return found == _parts.end() ? nullptr : found->second.get();
+}
+
+template <class CharT, class Tag>
+Relationships* XMLBookImplT<CharT, Tag>::findRelationshipsOf(std::string_view path) {
+    return dynamic_cast<Relationships*>(findPart(relsPathOf(path)));
+}
+
+template <class CharT, class Tag>
+ContentTypes& XMLBookImplT<CharT, Tag>::requireContentTypes() {
+    if (!_contentTypes) throw vlerror(msg::contentTypesNotFound);
+    return *_contentTypes;
+}
+
+template <class CharT, class Tag>
+Relationships& XMLBookImplT<CharT, Tag>::requireRelationships() {
+    if (!_relationships) throw vlerror(msg::relationshipsNotFound);
+    return *_relationships;
+}
+
+template <class CharT, class Tag>
+Styles<CharT, Tag>& XMLBookImplT<CharT, Tag>::ensureStyles() {
+    if (!_styles) {
+        ContentTypes& contentTypes = requireContentTypes();
+        Relationships& relationships = requireRelationships();
+        const std::string path = _folder + "/styles.xml";
+        _styles = &addPart(path, std::make_unique<Styles<CharT, Tag>>());
+        _styles->attach(*this);
+        contentTypes.setOverride(path, type::styles);
+        relationships.add(std::string(rel::transitional) + "styles", "styles.xml");
+    }
+    return *_styles;
+}
+
+template <class CharT, class Tag>
+SharedStrings<CharT, Tag>& XMLBookImplT<CharT, Tag>::ensureSharedStrings() {
+    if (!_sharedStrings) {
+        ContentTypes& contentTypes = requireContentTypes();
+        Relationships& relationships = requireRelationships();
+        const std::string path = _folder + "/sharedStrings.xml";
+        _sharedStrings = &addPart(path, std::make_unique<SharedStrings<CharT, Tag>>());
+        contentTypes.setOverride(path, type::sharedStrings);
+        relationships.add(std::string(rel::transitional) + "sharedStrings", "sharedStrings.xml");
+    }
+    return *_sharedStrings;
+}
+
+template class XMLBookImplT<char, excelNormal_tag>;
+template class XMLBookImplT<char, excelStrict_tag>;
+template class XMLBookImplT<wchar_t, excelNormal_tag>;
+template class XMLBookImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum

@@ -1,0 +1,197 @@
+// Saving the book as a package.
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "bindery/error.h"
+#include "engine/guarded.h"
+#include "engine/vlerror.h"
+#include "xlsx/book.h"
+#include "xlsx/content_type_names.h"
+#include "xlsx/content_types.h"
+#include "xlsx/messages.h"
+#include "xlsx/numeric_locale.h"
+#include "xlsx/part_path.h"
+#include "xlsx/relationships.h"
+#include "zip/zip_output_stream.h"
+#include "zip/zip_reader.h"
+#include "zip/zip_writer.h"
+
+namespace vellum {
+namespace {
+
+constexpr std::string_view contentTypesPath = "/[Content_Types].xml";
+constexpr unsigned defaultCalcId = 125725;
+
+/// A file beside the target, by a name that nobody else has.
+std::string temporaryBeside(std::string_view target) {
+    const std::size_t slash = target.find_last_of("/\\");
+    std::string name(slash == std::string_view::npos ? std::string_view() : target.substr(0, slash + 1));
+    name += "vellum-";
+    for (int i = 0; i < 16; ++i) name += static_cast<char>('a' + std::rand() % 26);
+    return name + ".tmp";
+}
+
+/// Writes a part by way of a temporary file, which is gone afterwards whatever happens.
+void copyThroughFile(XFile& part, std::string temporary, zip::ZipWriter& writer) {
+    struct Removed {
+        const std::string& path;
+        ~Removed() {
+            std::error_code ignored;
+            std::filesystem::remove(path, ignored);
+        }
+    } const removed{temporary};
+    part.writeToPath(temporary);
+    std::ifstream in(temporary, std::ios::binary);
+    if (!in) throw vlerror(msg::cannotOpenZipStream);
+    char buffer[65536];
+    while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
+        if (!writer.writeEntry(buffer, static_cast<std::size_t>(in.gcount()))) throw vlerror(msg::cannotWriteZipStream);
+    }
+}
+
+void writeStraight(XFile& part, zip::ZipWriter& writer) {
+    zip::ZipOutputStream out(writer);
+    part.writeToStream(out);
+    out.flush();
+    if (!out) throw vlerror(msg::cannotWriteZipStream);
+}
+
+}  // namespace
+
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::FreeBuffer::operator()(char* bytes) const {
+    std::free(bytes);
+}
+
+/// What both forms of saving do before anything is written.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::prepareSave() {
+    requireContentTypes();
+    if (sheetCount() == 0) throw vlerror(bindery::errorText(bindery::occurs_on_marshal));
+    dropCalcChain();
+    auto& workbook = this->_root;
+    if (!workbook.isset_calcPr()) workbook.calcPr().calcId(defaultCalcId);
+    workbook.calcPr().fullCalcOnLoad(true);
+    if (!workbook.isset_bookViews() || workbook.bookViews().workbookView().size() == 0) {
+        workbook.bookViews().workbookView().append();
+    }
+    dropDangling();
+}
+
+/// The chain is not kept up to date; readers rebuild it.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::dropCalcChain() {
+    _contentTypes->removeOverride(_folder + "/calcChain.xml");
+    if (_relationships) {
+        for (const std::string& target : _relationships->targetsOfEnding("calcChain")) {
+            const std::string path = absoluteTarget(_folder, target);
+            _relationships->removeByTarget(target);
+            _contentTypes->removeOverride(path);
+            _parts.erase(path);
+        }
+        _relationships->removeByTarget("calcChain.xml");
+    }
+    _parts.erase(_folder + "/calcChain.xml");
+}
+
+/// After a partial load, worksheets that were left out are still named: readers refuse a package with such names.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::dropDangling() {
+    if (_relationships) {
+        for (const std::string& target : _relationships->targetsOfEnding("worksheet")) {
+            if (!findPart(absoluteTarget(_folder, target))) _relationships->removeByTarget(target);
+        }
+    }
+    for (const std::string& path : _contentTypes->overridePaths()) {
+        if (!findPart(partPath(path))) _contentTypes->removeOverride(path);
+    }
+}
+
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::setMainTypeByName(std::string_view path) {
+    constexpr struct {
+        std::string_view ending;
+        std::string_view type;
+    } types[] = {{".xlsx", type::workbook},
+                 {".xltx", type::workbookTemplate},
+                 {".xlsm", type::macroWorkbook},
+                 {".xltm", type::macroTemplate}};
+    if (path.size() <= 5) return;
+    for (const auto& known : types) {
+        if (sameIgnoringCase(path.substr(path.size() - 5), known.ending)) {
+            _contentTypes->setOverride(_mainPath, known.type);
+        }
+    }
+}
+
+/// All parts in the order of the map, the content types first.
+template <class CharT, class Tag>
+template <class Visit>
+void XMLBookImplT<CharT, Tag>::eachPartToSave(Visit&& visit) {
+    visit(contentTypesPath, static_cast<XFile&>(*_contentTypes));
+    for (const auto& [path, part] : _parts) {
+        if (path != contentTypesPath) visit(std::string_view(path), *part);
+    }
+}
+
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::saveNamed(const std::string& path, bool useTemp) {
+    zip::ZipWriter writer;
+    if (!writer.createFile(path)) throw vlerror(msg::cannotWrite);
+    eachPartToSave([&](std::string_view name, XFile& part) {
+        if (!writer.openEntry(std::string(name.substr(1)))) throw vlerror(msg::cannotOpenZipStream);
+        if (useTemp) {
+            copyThroughFile(part, temporaryBeside(path), writer);
+        } else {
+            writeStraight(part, writer);
+        }
+        if (!writer.closeEntry()) throw vlerror(msg::cannotWriteZipStream);
+    });
+    if (!writer.close()) throw vlerror(msg::cannotCloseFile);
+}
+
+template <class CharT, class Tag>
+bool XMLBookImplT<CharT, Tag>::saveFile(const CharT* path, bool useTemp) {
+    return guarded(this->_lastError, false, [&] {
+        if (!path) throw vlerror(msg::saveNameNull);
+        prepareSave();
+        const NumericLocale numericLocale;
+        const std::string name = narrowPath(path);
+        setMainTypeByName(name);
+        saveNamed(name, useTemp);
+        return true;
+    });
+}
+
+template <class CharT, class Tag>
+bool XMLBookImplT<CharT, Tag>::saveMemory(const char** data, std::size_t* size) {
+    return guarded(this->_lastError, false, [&] {
+        prepareSave();
+        const NumericLocale numericLocale;
+        zip::ZipReader archive;
+        archive.createInMemory();
+        eachPartToSave([&](std::string_view name, XFile& part) {
+            std::string bytes;
+            part.writeToPath(bytes);
+            archive.addEntry(std::string(name.substr(1)), bytes.data(), bytes.size());
+        });
+        archive.finish();
+        _saveBuffer.reset();
+        char* buffer;
+        std::size_t length;
+        archive.takeBuffer(&buffer, &length);
+        _saveBuffer.reset(buffer);
+        if (data) *data = buffer;
+        if (size) *size = length;
+        return true;
+    });
+}
+
+template class XMLBookImplT<char, excelNormal_tag>;
+template class XMLBookImplT<char, excelStrict_tag>;
+template class XMLBookImplT<wchar_t, excelNormal_tag>;
+template class XMLBookImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum
