@@ -22,7 +22,7 @@ XMLBookImplT<CharT, Tag>::~XMLBookImplT() = default;
 
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::release() {
-    delete this;
+    const std::unique_ptr<XMLBookImplT> end(this);
 }
 
 template <class CharT, class Tag>

@@ -183,7 +183,7 @@ private:
 
     PartMap _parts;
     std::string _mainPath;
-    std::string _folder;  // of the main part, "/xl" in a new book
+    std::string _folder;                 // of the main part, "/xl" in a new book
     std::vector<std::string> _pictures;  // paths of the image parts, in archive order
     struct FreeBuffer {
         void operator()(char* bytes) const;

@@ -35,8 +35,8 @@ std::unique_ptr<XFile> partFactory(const PartBytes& part, std::string_view conte
     if (contentType == type::table) return std::make_unique<Table<Tag>>(part);
     if (contentType == type::comments) return std::make_unique<Comments<Tag>>(part);
     if (contentType == type::controlProperties) return std::make_unique<XMLControlPr>(part);
-    std::vector<char> bytes = part.path ? BinaryFile::readWhole(*part.path)
-                                        : std::vector<char>(part.memory.begin(), part.memory.end());
+    std::vector<char> bytes =
+        part.path ? BinaryFile::readWhole(*part.path) : std::vector<char>(part.memory.begin(), part.memory.end());
     if (contentType == type::chartsheet) return std::make_unique<XMLChartSheet>(std::move(bytes));
     return std::make_unique<BinaryFile>(std::move(bytes));
 }

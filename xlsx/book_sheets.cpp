@@ -132,7 +132,8 @@ std::string XMLBookImplT<CharT, Tag>::makeSheetPath() {
     if (!_relationships) throw vlerror(msg::makeSheetPath);
     unsigned number = 0;
     for (const std::string& target : _relationships->targetsOfEnding("worksheet")) {
-        if (target.size() > 4) number = std::max(number, numberAtEnd(std::string_view(target).substr(0, target.size() - 4)));
+        if (target.size() > 4)
+            number = std::max(number, numberAtEnd(std::string_view(target).substr(0, target.size() - 4)));
     }
     std::string path;
     do path = _folder + "/worksheets/sheet" + std::to_string(++number) + ".xml";

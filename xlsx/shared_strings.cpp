@@ -9,7 +9,9 @@ namespace {
 
 constexpr std::size_t longestString = 32767;  // wide characters, as in a cell
 
-bool isHexDigit(wchar_t c) { return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F'); }
+bool isHexDigit(wchar_t c) {
+    return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F');
+}
 
 /// "_xHHHH_" at this place.
 bool looksEscaped(std::wstring_view rest) {
@@ -30,7 +32,9 @@ void appendEscape(std::wstring& out, wchar_t c) {
     out += L'_';
 }
 
-bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r'; }
+bool isBlank(wchar_t c) {
+    return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r';
+}
 
 }  // namespace
 
@@ -65,8 +69,7 @@ template <class CharT, class Tag>
 SharedStrings<CharT, Tag>::SharedStrings() = default;
 
 template <class CharT, class Tag>
-SharedStrings<CharT, Tag>::SharedStrings(const PartBytes& part)
-    : XmlFile<typename ooxml::dialect<Tag>::c_sst>(part) {}
+SharedStrings<CharT, Tag>::SharedStrings(const PartBytes& part) : XmlFile<typename ooxml::dialect<Tag>::c_sst>(part) {}
 
 template <class CharT, class Tag>
 SharedStrings<CharT, Tag>::~SharedStrings() = default;

@@ -37,10 +37,13 @@ std::wstring quoted(std::wstring_view name) {
     return text + L"'";
 }
 
-bool isNameCharacter(wchar_t c) { return c > 127 || std::iswalnum(static_cast<wint_t>(c)) || c == L'_' || c == L'.'; }
+bool isNameCharacter(wchar_t c) {
+    return c > 127 || std::iswalnum(static_cast<wint_t>(c)) || c == L'_' || c == L'.';
+}
 
 bool needsQuotes(std::wstring_view name) {
-    return name.empty() || (name[0] >= L'0' && name[0] <= L'9') || !std::all_of(name.begin(), name.end(), isNameCharacter);
+    return name.empty() || (name[0] >= L'0' && name[0] <= L'9') ||
+           !std::all_of(name.begin(), name.end(), isNameCharacter);
 }
 
 }  // namespace
@@ -54,8 +57,7 @@ void checkSheetName(std::wstring_view name) {
 
 bool sameSheetName(std::wstring_view a, std::wstring_view b) {
     const auto fold = [](wchar_t c) { return std::towlower(static_cast<wint_t>(c)); };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](wchar_t x, wchar_t y) { return fold(x) == fold(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](wchar_t x, wchar_t y) { return fold(x) == fold(y); });
 }
 
 std::wstring sheetOfReference(std::wstring_view reference) {
