@@ -57,4 +57,26 @@ const c_raw_node* Extras::element(std::string_view local) const {
     return nullptr;
 }
 
+PlacedWriter::PlacedWriter(c_xml_writer& writer, const Extras* extras) : _writer(writer) {
+    if (extras == nullptr) return;
+    _placed.reserve(extras->elements.size());
+    for (const Placed& placed : extras->elements) _placed.push_back(&placed);
+    std::stable_sort(_placed.begin(), _placed.end(), [](const Placed* a, const Placed* b) {
+        return a->slot != b->slot ? a->slot < b->slot : a->ordinal < b->ordinal;
+    });
+}
+
+void PlacedWriter::before(std::uint32_t slot) {
+    for (; _next < _placed.size() && _placed[_next]->slot < slot; ++_next) _placed[_next]->node.marshal(_writer);
+}
+
+void PlacedWriter::behind(std::uint32_t slot, std::uint32_t ordinal) {
+    before(slot);
+    for (; _next < _placed.size(); ++_next) {
+        const Placed& placed = *_placed[_next];
+        if (placed.slot != slot || placed.ordinal > ordinal) return;
+        placed.node.marshal(_writer);
+    }
+}
+
 }  // namespace bindery

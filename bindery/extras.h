@@ -42,4 +42,22 @@ struct Extras {
     const c_raw_node* element(std::string_view local) const;
 };
 
+/// Writes the kept elements of an object between its known children.
+class PlacedWriter {
+public:
+    PlacedWriter(c_xml_writer& writer, const Extras* extras);
+
+    /// Those that stand before child `slot`, and those behind its repeat `ordinal`. In the order of writing.
+    void before(std::uint32_t slot);
+    void behind(std::uint32_t slot, std::uint32_t ordinal);
+    /// Those behind the last repeat of a child, then all that are left.
+    void behindAll(std::uint32_t slot) { behind(slot, 0xFFFFFFFF); }
+    void rest() { before(0xFFFFFFFF); }
+
+private:
+    c_xml_writer& _writer;
+    std::vector<const Placed*> _placed;
+    std::size_t _next = 0;
+};
+
 }  // namespace bindery

@@ -1,8 +1,5 @@
 // Writing a class by its tables.
 
-#include <algorithm>
-#include <vector>
-
 #include "bindery/bridges.h"
 #include "bindery/extras.h"
 #include "bindery/member_access.h"
@@ -18,13 +15,7 @@ constexpr std::string_view choiceItem = "{anonymous compositor}";
 class BodyWriter {
 public:
     BodyWriter(c_xml_writer& writer, const c_bound& object, const ClassInfo& info)
-        : _writer(writer), _object(object), _info(info), _extras(object.extras()) {
-        if (_extras == nullptr) return;
-        for (const Placed& placed : _extras->elements) _placed.push_back(&placed);
-        std::stable_sort(_placed.begin(), _placed.end(), [](const Placed* a, const Placed* b) {
-            return a->slot != b->slot ? a->slot < b->slot : a->ordinal < b->ordinal;
-        });
-    }
+        : _writer(writer), _object(object), _info(info), _extras(object.extras()), _placed(writer, _extras) {}
 
     int write() {
         for (const MemberInfo& member : _info.attributes) writeAttributeMember(member);
@@ -32,19 +23,15 @@ public:
             for (const Attr& attr : _extras->attrs) _writer.keptAttribute(attr);
         if (_info.content == Content::text) {
             writeText(*_info.text);
-            writeUnknown(noSlot, 0);
+            _placed.rest();
             return 0;
         }
-        writeUnknown(0, 0);
         const int code = writeElements(_object, _info);
-        writeUnknown(noSlot, 0);
+        _placed.rest();
         return code;
     }
 
 private:
-    static constexpr std::uint32_t noSlot = 0xFFFFFFFF;
-    static constexpr std::uint32_t allRepeats = 0xFFFFFFFF;
-
     void writeAttributeMember(const MemberInfo& member) {
         const c_member_marshal_bridge bridge(_writer, member, holderOf(_object, member));
         if (!bridge.isset()) return;
@@ -77,7 +64,10 @@ private:
         if (info.content == Content::choice) return writeChoice(object, info);
         for (std::size_t i = 0; i < info.elements.size(); ++i) {
             const MemberInfo& member = info.elements[i];
-            if (&object == &_object) _slot = static_cast<std::uint32_t>(i + 1);
+            if (&object == &_object) {
+                _slot = static_cast<std::uint32_t>(i + 1);
+                _placed.before(_slot);
+            }
             const bool repeats = member.kind == Kind::multi || member.kind == Kind::children ||
                                  member.kind == Kind::raws || member.kind == Kind::groups;
             const std::size_t count = countOf(object, member);
@@ -86,7 +76,7 @@ private:
                 if (const int code = _writer.fail(occurs_on_marshal, nameOf(member), info.sourceFile, member.line))
                     return code;
             if (const int code = writeMember(object, member, count)) return code;
-            if (&object == &_object) writeUnknown(_slot, allRepeats);
+            if (&object == &_object) _placed.behindAll(_slot);
         }
         return 0;
     }
@@ -112,7 +102,7 @@ private:
                     writeSimple(holder, member, i);
             }
             if (code != 0) return code;
-            if (outermost) writeUnknown(_slot, _ordinal);
+            if (outermost) _placed.behind(_slot, _ordinal);
         }
         return 0;
     }
@@ -142,7 +132,7 @@ private:
         const bool outermost = &object == &_object;
         if (outermost) {
             _slot = static_cast<std::uint32_t>(choice.option());
-            writeUnknownBefore(_slot);
+            _placed.before(_slot);
             _ordinal = 1;
         }
         int code = 0;
@@ -185,18 +175,6 @@ private:
         return extras == nullptr || (extras->attrs.empty() && extras->elements.empty());
     }
 
-    void writeUnknown(std::uint32_t slot, std::uint32_t ordinal) {
-        for (; _next < _placed.size(); ++_next) {
-            const Placed& placed = *_placed[_next];
-            if (placed.slot > slot || (placed.slot == slot && placed.ordinal > ordinal && slot != 0)) return;
-            placed.node.marshal(_writer);
-        }
-    }
-
-    void writeUnknownBefore(std::uint32_t slot) {
-        for (; _next < _placed.size() && _placed[_next]->slot < slot; ++_next) _placed[_next]->node.marshal(_writer);
-    }
-
     static std::string_view nameOf(const MemberInfo& member) {
         return member.name[0] != '\0' ? member.name : member.type->name;
     }
@@ -205,8 +183,7 @@ private:
     const c_bound& _object;
     const ClassInfo& _info;
     const Extras* _extras;
-    std::vector<const Placed*> _placed;  // in the order of writing
-    std::size_t _next = 0;
+    PlacedWriter _placed;
     std::uint32_t _slot = 0;
     std::uint32_t _ordinal = 0;
     std::string _value;

@@ -168,6 +168,13 @@ public:
         return _frames.empty() && _failed == 0 ? std::string_view(_cur, std::size_t(_end - _cur)) : std::string_view();
     }
     void advance(const char* to) { _cur = to; }
+    /// Opens the scope of an element without declarations, whose start tag the fast path has passed.
+    void enterElement(std::string_view name) {
+        _open.push_back({_names.size(), _bindings.size()});
+        _names.append(name);
+    }
+    /// Closes the scope of the current element, whose end tag the fast path has passed.
+    void leaveElement() { closeScope(); }
 
     /// Reports to the error state. True when the parse may go on.
     bool report(int severity, int code, std::string_view text);

@@ -32,9 +32,14 @@ bool c_unmarshal_helper::skipsUnknownContent() const {
     return false;
 }
 
+int scanFailure(c_xml_reader& reader, std::string_view name) {
+    const int failure = reader.failure() != 0 ? reader.failure() : int(unexpected_end);
+    const int code = reader.fail(failure, name);
+    return code != 0 ? code : failure;
+}
+
 int c_unmarshal_helper::scanFailure() {
-    const int code = _reader.fail(_reader.failure() != 0 ? _reader.failure() : int(unexpected_end), _name);
-    return code != 0 ? code : _reader.failure();
+    return bindery::scanFailure(_reader, _name);
 }
 
 int c_unmarshal_helper::unmarshal() {
@@ -73,19 +78,47 @@ int c_unmarshal_helper::unmarshal() {
 
 // ---- what nobody knows
 
-void keepDeclarations(c_xml_reader& reader, c_bound& object) {
+void keepDeclarations(c_xml_reader& reader, Extras& extras) {
     for (const NamespaceBinding& binding : reader.declarations())
-        object.makeExtras().decls.push_back({binding.prefix, std::string(reader.uriOf(binding.ns))});
+        extras.decls.push_back({binding.prefix, std::string(reader.uriOf(binding.ns))});
 }
 
-int keepAttribute(c_xml_reader& reader, c_bound& object, const RawAttribute& attribute) {
-    Extras& extras = object.makeExtras();
+namespace {
+
+Attr kept(c_xml_reader& reader, const RawAttribute& attribute) {
+    Attr attr = {std::string(attribute.name), std::string(reader.uriOf(attribute.ns)),
+                 std::string(reader.value(attribute))};
+    repairUtf8(attr.value);
+    return attr;
+}
+
+}  // namespace
+
+int keepAttribute(c_xml_reader& reader, Extras& extras, const RawAttribute& attribute) {
+    if (const int code = reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
+    if (!reader.keepsUnknown()) return 0;
     if (extras.attribute(attribute.name) != nullptr)
         if (const int code = reader.fail(attribute_repeated, attributeItem(attribute.name))) return code;
-    std::string value(reader.value(attribute));
-    repairUtf8(value);
-    extras.setAttribute(attribute.name, reader.uriOf(attribute.ns), value);
+    Attr attr = kept(reader, attribute);
+    extras.setAttribute(attr.name, attr.uri, attr.value);
     return 0;
+}
+
+int keepElement(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
+                std::string_view parent) {
+    const bool isText = reader.token() == token_unknown;
+    if (const int code = reader.fail(unknown_element, isText ? parent : reader.elementName())) return code;
+    if (!reader.keepsUnknown()) return isText ? 0 : reader.skipElement();
+    Placed& placed = extras.elements.emplace_back(Placed{slot, ordinal, {}});
+    if (!isText) return placed.node.unmarshal(reader);
+    placed.node.text = reader.text();
+    repairUtf8(placed.node.text);
+    return 0;
+}
+
+void keepChildAttribute(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
+                        const RawAttribute& attribute) {
+    extras.childAttrs.push_back({slot, ordinal, kept(reader, attribute)});
 }
 
 // ---- generated classes
@@ -95,7 +128,7 @@ c_table_unmarshal_helper::c_table_unmarshal_helper(c_xml_reader& reader, c_bound
     for (const MemberInfo& member : info.attributes) markMissing(member, holderOf(object, member));
     markElementsMissing(object, info);
     reader.sourceFile(info.sourceFile);
-    if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, object);
+    if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, object.makeExtras());
 }
 
 void c_table_unmarshal_helper::at(const MemberInfo& member, const ClassInfo& info) {
@@ -113,8 +146,8 @@ bool c_table_unmarshal_helper::attributeHandler(c_xml_reader& reader, const RawA
         return true;
     }
     if (attribute.ns == namespace_xsi) return true;  // the reader's own
-    error = reader.fail(unexpected_attribute, attributeItem(attribute.name));
-    if (error == 0 && reader.keepsUnknown()) error = keepAttribute(reader, _object, attribute);
+    error = keepAttribute(reader, _object.makeExtras(), attribute);
+    if (_object.extras()->empty()) _object.dropExtras();
     return true;
 }
 
@@ -169,15 +202,10 @@ int c_table_unmarshal_helper::elementHandler(c_xml_reader& reader) {
 
 /// An element, or text between elements, that the class does not know.
 int c_table_unmarshal_helper::keepUnknown() {
-    const bool isText = _reader.token() == token_unknown;
     _reader.sourceFile(_info.sourceFile);
-    if (const int code = _reader.fail(unknown_element, isText ? _name : _reader.elementName())) return code;
-    if (!_reader.keepsUnknown()) return isText ? 0 : _reader.skipElement();
-    Placed& placed = _object.makeExtras().elements.emplace_back(Placed{_slot, _ordinal, {}});
-    if (!isText) return placed.node.unmarshal(_reader);
-    placed.node.text = _reader.text();
-    repairUtf8(placed.node.text);
-    return 0;
+    const int code = keepElement(_reader, _object.makeExtras(), _slot, _ordinal, _name);
+    if (_object.extras()->empty()) _object.dropExtras();
+    return code;
 }
 
 int c_table_unmarshal_helper::tooMany(const MemberInfo& member, std::size_t already) {
@@ -291,12 +319,7 @@ int c_table_unmarshal_helper::readSimpleElement(void* holder, const MemberInfo& 
         if (!isText)
             if (const int code = _reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
         if (!_reader.keepsUnknown()) continue;
-        std::string value(_reader.value(attribute));
-        repairUtf8(value);
-        _object.makeExtras().childAttrs.push_back(
-            {_slot,
-             _ordinal,
-             {std::string(attribute.name), std::string(_reader.uriOf(attribute.ns)), std::move(value)}});
+        keepChildAttribute(_reader, _object.makeExtras(), _slot, _ordinal, attribute);
     }
     c_member_unmarshal_bridge bridge(_reader, member, holder);
     return readElement(_reader, bridge);

@@ -82,8 +82,21 @@ int unmarshalRoot(c_xml_reader& reader, c_node& object, const RootInfo& root);
 int unmarshalRootName(c_xml_reader& reader, const NameEntry* roots, std::span<const NamespaceEntry> namespaces,
                       const char* sourceFile, int line, int& error);
 
-/// Keeps what an element declares and the attributes that nobody knows in the extras of its object.
-void keepDeclarations(c_xml_reader& reader, c_bound& object);
-int keepAttribute(c_xml_reader& reader, c_bound& object, const RawAttribute& attribute);
+/// A scan has failed inside an element of that name: the code to return, whatever `userError` answers.
+int scanFailure(c_xml_reader& reader, std::string_view name);
+
+// Keeping what nobody knows, for classes written by hand too.
+
+/// The declarations of the start tag just read.
+void keepDeclarations(c_xml_reader& reader, Extras& extras);
+/// An attribute: reports code 39, and keeps it when that was forgiven.
+int keepAttribute(c_xml_reader& reader, Extras& extras, const RawAttribute& attribute);
+/// The element whose start tag, or the text that, the reader has just read: reports code 31, and keeps it when that
+/// was forgiven. `parent` is the name of the element around it.
+int keepElement(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
+                std::string_view parent);
+/// An attribute on a child of simple type.
+void keepChildAttribute(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
+                        const RawAttribute& attribute);
 
 }  // namespace bindery

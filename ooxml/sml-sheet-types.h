@@ -73,7 +73,6 @@ inline constexpr std::string_view ST_SheetViewType_texts[] = {
 };
 inline constexpr bindery::ValueSpec ST_SheetViewType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_SheetViewType_texts});
 inline constexpr bindery::ValueSpec ST_CellRef = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve);
-inline constexpr bindery::ValueSpec ST_CellSpans = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::collapse);
 inline constexpr std::string_view ST_DataValidationType_texts[] = {
     "none", "whole", "decimal", "list", "date", "time", "textLength", "custom",
 };
@@ -101,10 +100,6 @@ inline constexpr std::string_view ST_PaneState_texts[] = {
     "split", "frozen", "frozenSplit",
 };
 inline constexpr bindery::ValueSpec ST_PaneState = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_PaneState_texts});
-inline constexpr std::string_view ST_CellType_texts[] = {
-    "b", "n", "e", "s", "str", "inlineStr",
-};
-inline constexpr bindery::ValueSpec ST_CellType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_CellType_texts});
 inline constexpr std::string_view ST_CalendarType_texts[] = {
     "gregorian", "gregorianUs", "gregorianMeFrench", "gregorianArabic", "hijri", "hebrew", "taiwan", "japan", "thai",
     "korea", "saka", "gregorianXlitEnglish", "gregorianXlitFrench", "none",

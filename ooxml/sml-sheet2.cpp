@@ -221,39 +221,6 @@ int c_CT_Cols::marshal(bindery::c_xml_writer& writer, std::string_view name) con
     return bindery::marshalObject(writer, *this, info, name);
 }
 
-// c_CT_SheetData
-
-struct c_CT_SheetData::tables {
-    static constexpr bindery::MemberInfo elements[] = {
-        {"row", 2, Kind::children, offsetof(c_CT_SheetData, _row), __LINE__, 0, unbounded, nullptr, &c_CT_Row::info},
-    };
-    static constexpr bindery::NameEntry elementNames[] = {
-        entry(2, "row", 13),
-        bindery::endOfNames,
-    };
-};
-
-constinit const bindery::ClassInfo c_CT_SheetData::info = {
-    .name = "c_CT_SheetData",
-    .sourceFile = "ooxml/sml-sheet2",
-    .content = bindery::Content::children,
-    .mayBeEmpty = true,
-    .elementNames = tables::elementNames,
-    .elements = tables::elements,
-    .create = bindery::makeNode<c_CT_SheetData>,
-};
-c_CT_SheetData::c_CT_SheetData() = default;
-c_CT_SheetData::c_CT_SheetData(const c_CT_SheetData&) = default;
-c_CT_SheetData& c_CT_SheetData::operator=(const c_CT_SheetData&) = default;
-c_CT_SheetData::~c_CT_SheetData() = default;
-c_CT_SheetData* c_CT_SheetData::clone() const { return ooxml::copyOf(*this); }
-int c_CT_SheetData::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
-    return ooxml::unmarshalElement(reader, name, *this, info);
-}
-int c_CT_SheetData::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
-    return bindery::marshalObject(writer, *this, info, name);
-}
-
 // c_CT_SheetProtection
 
 struct c_CT_SheetProtection::tables {

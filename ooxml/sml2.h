@@ -234,28 +234,6 @@ private:
     bindery::ct_non_pod_container<c_CT_Col> _col;
 };
 
-class c_CT_SheetData : public bindery::c_bound {
-public:
-    c_CT_SheetData();
-    c_CT_SheetData(const c_CT_SheetData&);
-    c_CT_SheetData& operator=(const c_CT_SheetData&);
-    ~c_CT_SheetData() override;
-    c_CT_SheetData* clone() const override;
-    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
-    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
-
-    bindery::ct_non_pod_container<c_CT_Row>& row() { return _row; }
-    const bindery::ct_non_pod_container<c_CT_Row>& row() const { return _row; }
-    bool isset_row() const { return _row.isset(); }
-    void unset_row() { _row.clear(); }
-
-    static const bindery::ClassInfo info;
-
-private:
-    struct tables;
-    bindery::ct_non_pod_container<c_CT_Row> _row;
-};
-
 class c_CT_SheetProtection : public bindery::c_bound {
 public:
     c_CT_SheetProtection();
