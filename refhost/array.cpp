@@ -35,7 +35,7 @@ Array::~Array() {
 }
 
 int Array::count() const {
-    if (const auto* sparse = std::get_if<SparseStore>(&_store)) return static_cast<int>(sparse->size());
+    if (_dynamic) return static_cast<int>(std::get<SparseStore>(_store).size());
     std::int64_t product = 1;
     for (const Set* set : _sets)
         product = std::min<std::int64_t>(product * set->size(), std::numeric_limits<int>::max());
@@ -68,24 +68,21 @@ bool Array::nextTuple(int* tuple) const {
 }
 
 bool Array::firstEntry(int* tuple) {
-    auto* sparse = std::get_if<SparseStore>(&_store);
-    if (!sparse) return firstTuple(tuple);
-    const int* first = sparse->first();
+    if (!_dynamic) return firstTuple(tuple);
+    const int* first = std::get<SparseStore>(_store).first();
     if (first) std::copy_n(first, _sets.size(), tuple);
     return first != nullptr;
 }
 
 bool Array::nextEntry(int* tuple) {
-    auto* sparse = std::get_if<SparseStore>(&_store);
-    if (!sparse) return nextTuple(tuple);
-    const int* next = sparse->next(tuple);
+    if (!_dynamic) return nextTuple(tuple);
+    const int* next = std::get<SparseStore>(_store).next(tuple);
     if (next) std::copy_n(next, _sets.size(), tuple);
     return next != nullptr;
 }
 
 bool Array::exists(const int* tuple) {
-    if (auto* sparse = std::get_if<SparseStore>(&_store)) return sparse->find(tuple) != nullptr;
-    return inSets(tuple);
+    return _dynamic ? std::get<SparseStore>(_store).find(tuple) != nullptr : inSets(tuple);
 }
 
 HostValue Array::get(const int* tuple) {
@@ -100,21 +97,25 @@ HostValue Array::get(const int* tuple) {
 HostValue* Array::slot(const int* tuple) {
     for (std::size_t d = 0; d < _sets.size(); ++d)
         if (!_sets[d]->extendTo(tuple[d])) return nullptr;
-    HostValue* value = place(tuple);
-    if (value && _ofObjects && !value->object) value->object = createObject(_types, _elementType).release();
-    return value;
+    HostValue& value = place(tuple);
+    if (_ofObjects && !value.object) value.object = createObject(_types, _elementType).release();
+    return &value;
 }
 
-HostValue* Array::place(const int* tuple) {
-    if (auto* sparse = std::get_if<SparseStore>(&_store)) return &sparse->at(tuple);
+HostValue& Array::place(const int* tuple) {
+    if (auto* sparse = std::get_if<SparseStore>(&_store)) return sparse->at(tuple);
     auto& dense = std::get<DenseStore>(_store);
-    if (HostValue* value = dense.find(tuple)) return value;
+    if (HostValue* value = dense.find(tuple)) return *value;
     std::vector<int> low, high;
     for (const Set* set : _sets) {
         low.push_back(set->first());
         high.push_back(set->last());
     }
-    return dense.at(tuple, low, high);
+    if (HostValue* value = dense.at(tuple, low, high)) return *value;
+    SparseStore sparse(_sets.size());
+    dense.forEachStored([&](const int* stored, HostValue value) { sparse.at(stored) = value; });
+    _store = std::move(sparse);
+    return std::get<SparseStore>(_store).at(tuple);
 }
 
 }  // namespace refhost

@@ -48,7 +48,7 @@ public:
 
 private:
     bool inSets(const int* tuple) const;
-    HostValue* place(const int* tuple);
+    HostValue& place(const int* tuple);
 
     const TypeRegistry& _types;
     const std::vector<Set*> _sets;

@@ -13,7 +13,7 @@ class DenseStore {
 public:
     explicit DenseStore(std::size_t dims) : _low(dims), _extent(dims) {}
 
-    static constexpr std::size_t maxCells = std::size_t{1} << 27;  // 1 GB of slots
+    static constexpr std::size_t maxCells = std::size_t{1} << 24;  // 128 MB of slots
 
     /// Null when the tuple lies outside of the box.
     HostValue* find(const int* tuple);
@@ -21,6 +21,18 @@ public:
     /// maxCells.
     HostValue* at(const int* tuple, std::span<const int> low, std::span<const int> high);
     std::vector<HostValue>& values() { return _values; }
+    /// Calls `visit(tuple, value)` for every value that is not zero.
+    template <class Visit>
+    void forEachStored(Visit&& visit) const {
+        std::vector<int> tuple(_low.size());
+        for (std::size_t offset = 0; offset < _values.size(); ++offset) {
+            if (_values[offset].bits == 0) continue;
+            std::size_t rest = offset;
+            for (std::size_t d = tuple.size(); d-- > 0; rest /= _extent[d])
+                tuple[d] = static_cast<int>(_low[d] + static_cast<std::int64_t>(rest % _extent[d]));
+            visit(tuple.data(), _values[offset]);
+        }
+    }
 
 private:
     bool grow(const int* tuple, std::span<const int> low, std::span<const int> high);

@@ -55,7 +55,7 @@ private:
             while (_next < _script.size() && peek() != '\n') take();
         } else if (c == '"') {
             takeText(at);
-        } else if (isDigit(c)) {
+        } else if (isDigit(c) || (c == '.' && isDigit(peek(1)))) {
             takeNumber(at);
         } else if (startsName(c)) {
             std::string name;

@@ -6,9 +6,7 @@
 namespace refhost {
 namespace {
 
-constexpr std::string_view reservedWords[] = {
-    "alias", "any",  "array", "boolean", "date", "dynamic", "false", "from",   "inf",  "integer", "list",
-    "nan",   "null", "of",    "range",   "real", "record",  "set",   "static", "text", "to",      "true"};
+constexpr std::string_view reservedWords[] = {"false", "inf", "nan", "null", "true"};
 
 class Parser {
 public:

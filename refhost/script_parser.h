@@ -45,7 +45,7 @@ private:
     std::size_t _next = 0;
 };
 
-/// Words of the language that cannot name a variable or type.
+/// Words that are values, and so cannot name a variable or type. All other words of the language can.
 bool isReserved(std::string_view word);
 
 /// A type as it stands behind the ":" of a declaration. `name` is what is being declared; a record or alias spelt out

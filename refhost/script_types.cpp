@@ -15,6 +15,15 @@ struct NamedType {
 constexpr NamedType builtInTypes[] = {{"integer", hostTypeInteger}, {"real", hostTypeReal}, {"text", hostTypeText},
                                       {"boolean", hostTypeBoolean}, {"any", hostTypeAny},   {"date", typeDate}};
 
+constexpr std::string_view typeWords[] = {"alias", "array", "dynamic", "list", "range", "record", "set", "static"};
+
+/// Words that a type may begin with. In a type they mean that, even where a variable has such a name.
+bool isTypeWord(std::string_view word) {
+    const auto isBuiltIn = [&](const NamedType& type) { return type.name == word; };
+    return std::any_of(std::begin(builtInTypes), std::end(builtInTypes), isBuiltIn) ||
+           std::find(std::begin(typeWords), std::end(typeWords), word) != std::end(typeWords);
+}
+
 class TypeParser {
 public:
     TypeParser(TokenStream& in, const Scope& scope, TypeRegistry& types, const std::string& name)
@@ -96,7 +105,8 @@ private:
             bounds(spec);
             return spec;
         }
-        const VariableSpec* known = token.kind == TokenKind::name ? _scope.variable(token.text) : nullptr;
+        const bool mayBeDeclared = token.kind == TokenKind::name && !isTypeWord(token.text);
+        const VariableSpec* known = mayBeDeclared ? _scope.variable(token.text) : nullptr;
         if (known && known->form == Form::set) {
             spec.setName = token.text;
             spec.elementType = known->elementType;

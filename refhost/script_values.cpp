@@ -228,7 +228,6 @@ private:
                 tuple[d] = *found;
             }
             HostValue* slot = array.slot(tuple.data());
-            if (!slot) throw ScriptError(key.at, "the array would take too much memory");
             MadeValue made = value(literal.values[i], array.elementType());
             if (made.object) delete static_cast<Object*>(std::exchange(slot->object, nullptr));
             *slot = made.slot;

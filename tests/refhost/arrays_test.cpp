@@ -113,13 +113,18 @@ TEST_F(Arrays, SparseFindsWhatItHoldsAmongMany) {
     for (const Tuple& tuple : expected) ASSERT_EQ(at(array, tuple), tuple[0]);
 }
 
-TEST_F(Arrays, TooLargeAGridIsRefusedAndKeepsItsValues) {
+TEST_F(Arrays, AStaticArrayTooLargeForAGridIsStillOne) {
     Set other(types, 1, 0, true);
     Array array(types, {&growing, &other}, hostTypeReal, false);
     store(array, {1, 1}, 5);
-    const int far[] = {1000000, 1000000};
-    EXPECT_EQ(array.slot(far), nullptr);
+    store(array, {1000000, 1000000}, 6);
     EXPECT_EQ(at(array, {1, 1}), 5);
+    EXPECT_EQ(at(array, {1000000, 1000000}), 6);
+    const int between[] = {500000, 3};
+    EXPECT_TRUE(array.exists(between));
+    Tuple tuple(2);
+    ASSERT_TRUE(array.firstEntry(tuple.data()) && array.nextEntry(tuple.data()));
+    EXPECT_EQ(tuple, (Tuple{1, 2}));
 }
 
 TEST_F(Arrays, TuplesCompareByTheirFirstDifference) {

@@ -33,7 +33,7 @@ TEST(ScriptErrors, PlaceAndReason) {
         {"print x", "1:7 'x' is not declared"},
         {"declare x : real print x", "1:18 the end of the statement is expected instead of 'print'"},
         {"declare x : real\ndeclare x : text", "2:9 'x' is declared already"},
-        {"declare set : real", "1:9 'set' is a word of the language"},
+        {"declare inf : real", "1:9 'inf' is a word of the language"},
         {"read csv { }", "1:6 a source in quotes is expected instead of 'csv'"},
         {"declare x : real\nread \"a\" { x to \"[A1]\" }", "2:14 'from' is expected instead of 'to'"},
         {"declare x : real\nwrite \"a\" { x to \"[A1]\"\n  x to \"[A2]\" }", "3:3 ',' is expected instead of 'x'"},
@@ -79,6 +79,7 @@ TEST(ScriptErrors, PlaceAndReason) {
 
 TEST(ScriptErrors, AllThisIsUnderstood) {
     EXPECT_EQ(errorOf("# comment\r\n"
+                      "declare from : range 1..2\n"
                       "declare Years : range -2..2024   # to the end\r\n"
                       "declare Grow  : dynamic range\n"
                       "declare From5 : dynamic range = 5..9\n"
@@ -92,6 +93,8 @@ TEST(ScriptErrors, AllThisIsUnderstood) {
                       "declare N : static list of integer = null\n"
                       "declare S : set of Day = {\"2024-01-01\"}\n"
                       "declare p : Point = (\"2024-01-01\", (x: nan, y: +1.5e-3))\n"
+                      "declare text : set of text = {\"a\"}\n"
+                      "declare half : array(text, from) of real = {(\"b\", 1): .5}\n"
                       "param deny \"/etc\"\nparam finish false\n\n\n"
                       "read \"csv:x\" {\n  P from \"[A:A]\", # the first\n  B from \"[B]\"\n}\n"
                       "open \"csv:x\" update\nclose \"csv:x\"\ncontext -1\nprint p"),
