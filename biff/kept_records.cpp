@@ -26,7 +26,7 @@ constexpr KeptRule rules[] = {
     {record_id::TopMargin, Place::pageSetup, 6, single, same},
     {record_id::BottomMargin, Place::pageSetup, 7, single, same},
     {record_id::Pane, Place::panes, 0, single, same},
-    {record_id::Pls, Place::pageSetup, 8, single},
+    {record_id::Pls, Place::pageSetup, 8},  // one per platform occurs
     {record_id::DCon, Place::consolidation, 0, single},
     {record_id::Obj, Place::drawing},
     {record_id::ObjProtect, Place::protection, 2, single, same},
@@ -56,7 +56,7 @@ constexpr KeptRule rules[] = {
     {record_id::AutoFilter12, Place::tables},  // of a table
     {record_id::PLV, Place::pageLayoutView, 0, single},
     {record_id::SortData, Place::tables},
-    {record_id::HeaderFooter, Place::headerFooter, 0, single},
+    {record_id::HeaderFooter, Place::headerFooter},  // one per custom view occurs
 };
 static_assert(std::ranges::is_sorted(rules, {}, &KeptRule::id));
 
