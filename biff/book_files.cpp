@@ -28,6 +28,15 @@ private:
 
 constexpr int maxRows = 65536;
 
+// A folder can be opened too, but not a byte of it can be read.
+bool canBeRead(std::fstream& file) {
+    if (!file.is_open()) return false;
+    file.peek();
+    if (file.bad()) return false;
+    file.clear();  // an empty file is at its end
+    return true;
+}
+
 }  // namespace
 
 template <class CharT>
@@ -63,7 +72,7 @@ bool BookImplT<CharT>::loadNamed(const CharT* path, const LoadScope& scope) {
             clear();
             if (path == nullptr) throw vlerror(msg::loadNameNull);
             std::fstream file = openFile(path, forReading, _pool, utf8());
-            if (!file.is_open()) throw vlerror(msg::cantOpenForReading);
+            if (!canBeRead(file)) throw vlerror(msg::cantOpenForReading);
             load(file, scope);
             return true;
         },

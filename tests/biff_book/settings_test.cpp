@@ -37,10 +37,15 @@ TEST(Settings, FilesThatCannotBeOpened) {
     EXPECT_STREQ(book->errorMessage(), "file name can't be 0");
     EXPECT_FALSE(book->saveFile("/no/such/folder/a.xls"));
     EXPECT_STREQ(book->errorMessage(), "can't open file for writing");
+    for (int row = 0; row < 1000; ++row) book->getSheet(0)->writeNumber(row, 0, row + 0.1);
+    EXPECT_FALSE(book->saveFile("/dev/full"));
+    EXPECT_STREQ(book->errorMessage(), "stream error, perhaps it's too small writing buffer");
     EXPECT_EQ(book->sheetCount(), 1);
     EXPECT_FALSE(book->loadFile(nullptr));
     EXPECT_STREQ(book->errorMessage(), "file name name can't be 0");
     EXPECT_FALSE(book->loadFile("/no/such/file.xls"));
+    EXPECT_STREQ(book->errorMessage(), "can't open file for reading");
+    EXPECT_FALSE(book->loadFile("/"));
     EXPECT_STREQ(book->errorMessage(), "can't open file for reading");
     EXPECT_EQ(book->sheetCount(), 0) << "a failed load leaves an empty book";
     EXPECT_NE(book->addSheet("A"), nullptr);
