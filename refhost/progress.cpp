@@ -5,8 +5,8 @@
 
 namespace refhost {
 
-Progress::Progress(bool wanted, int line, const Context& context, std::ostream& terminal) {
-    if (wanted) _thread = std::thread([this, line, &context, &terminal] { show(line, context, terminal); });
+Progress::Progress(std::ostream* terminal, int line, const Context& context) {
+    if (terminal) _thread = std::thread([this, line, &context, terminal] { show(line, context, *terminal); });
 }
 
 Progress::~Progress() {

@@ -9,11 +9,12 @@
 
 namespace refhost {
 
-/// Lives as long as a statement. After a second it shows the statement's line, the seconds gone and what the context
-/// has read, once a second, and wipes the line away at the end.
+/// Lives as long as the work, and ends before its results are told. After a second it shows the statement's line, the
+/// seconds gone and what the context has read, once a second, and wipes the line away at the end.
 class Progress {
 public:
-    Progress(bool wanted, int line, const Context& context, std::ostream& terminal);
+    /// No terminal, no line.
+    Progress(std::ostream* terminal, int line, const Context& context);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

@@ -19,12 +19,9 @@ RunStatus runScript(Host& host, std::string_view script, const RunOptions& optio
         return runNotUnderstood;
     }
     const auto reporter = options.json ? jsonReporter(host.types, out, err) : peopleReporter(host.types, out, err);
-    Interpreter interpreter(host, *reporter);
+    Interpreter interpreter(host, *reporter, options.progress ? &err : nullptr);
     bool ok = true;
-    for (const Statement& statement : statements) {
-        const Progress progress(options.progress, statement.at.line, interpreter.context(), err);
-        ok = interpreter.run(statement) && ok;
-    }
+    for (const Statement& statement : statements) ok = interpreter.run(statement) && ok;
     ok = interpreter.closeAll() && ok;
     out.flush();
     return ok ? runOk : runFailed;
@@ -80,6 +77,7 @@ bool Interpreter::run(Position at, const TransferStatement& statement) {
     if (const Driver* driver = driverOf(name, context())) {
         std::vector<TransferItem> items;
         for (const ItemSpec& item : statement.items) items.push_back({_variables.at(item.name).get(), item.label});
+        const Progress progress(_progress, at.line, context());
         result = transfer(context(), *driver, name.name, statement.write ? Direction::write : Direction::read, items);
     } else if (!statement.write) {
         result.counts.resize(statement.items.size());
@@ -91,7 +89,11 @@ bool Interpreter::run(Position at, const TransferStatement& statement) {
 bool Interpreter::run(Position at, const OpenStatement& statement) {
     const SourceName name = splitSource(_host.module(), statement.source);
     const Driver* driver = driverOf(name, context());
-    void* handle = driver ? openSource(context(), *driver, name.name, statement.update) : nullptr;
+    void* handle = nullptr;
+    if (driver) {
+        const Progress progress(_progress, at.line, context());
+        handle = openSource(context(), *driver, name.name, statement.update);
+    }
     if (handle) _open.push_back({&context(), driver, statement.source, handle});
     _reporter.sourceDone(at, "open", statement.source, handle ? 0 : -1, taken());
     return handle != nullptr;
@@ -106,6 +108,7 @@ bool Interpreter::run(Position at, const CloseStatement& statement) {
     if (found == _open.rend()) {
         context().ownReports.push_back("'" + statement.source + "' is not open");
     } else {
+        const Progress progress(_progress, at.line, context());
         status = found->driver->close(context().handle(), found->handle);
         _open.erase(std::next(found).base());
     }

@@ -30,7 +30,9 @@ RunStatus runScript(Host& host, std::string_view script, const RunOptions& optio
 /// The model of a running script: its variables, the context it is in, the sources that it holds open.
 class Interpreter {
 public:
-    Interpreter(Host& host, Reporter& reporter) : _host(host), _reporter(reporter) {}
+    /// `progress` is the terminal for a line of progress; null for none.
+    Interpreter(Host& host, Reporter& reporter, std::ostream* progress)
+        : _host(host), _reporter(reporter), _progress(progress) {}
     ~Interpreter();
 
     /// False when the statement failed.
@@ -63,6 +65,7 @@ private:
 
     Host& _host;
     Reporter& _reporter;
+    std::ostream* _progress;
     int _context = 1;
     std::map<std::string, std::unique_ptr<Variable>> _variables;
     std::vector<OpenSource> _open;
