@@ -63,7 +63,9 @@ Xls::Chain Xls::miniChain(std::uint32_t start) const {
     }
     const std::uint32_t perSector = _sectorSize / _miniSectorSize;
     Chain chain;
+    std::size_t steps = 0;  // mini sectors may be as small as a byte, so their number is bounded too
     for (std::uint32_t mini = start; mini != endOfChain && chain.bytes < _fileSize; mini = _miniFat[mini]) {
+        if (steps++ > _miniFat.size()) break;
         const std::size_t step = mini / perSector;
         if (mini >= _miniFat.size() || step >= rootSectors.size()) {
             chain.broken = true;

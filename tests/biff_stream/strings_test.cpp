@@ -218,6 +218,20 @@ TEST(ExtString, Equality) {
     EXPECT_EQ(hashOf(L"a"), 0x050C5D7EU);  // FNV-1 of one unit
 }
 
+TEST(ExtString, WidthChangesWithinATable) {  // the example of docs/binary-stream.md
+    Stream in(hex("FC 00 0D 00  01 00 00 00 01 00 00 00  04 00 00 61 62  3C 00 05 00  01 2D 4E 64 00"));
+    StringPool pool;
+    std::uint16_t budget = in->nextRecord()->size;
+    EXPECT_EQ(in->readInt32(budget), 1U);
+    EXPECT_EQ(in->readInt32(budget), 1U);
+    const ExtString s = ExtString::read(*in, pool, budget);
+    EXPECT_EQ(s.view(),
+              L"ab\x4E2D"
+              L"d");
+    EXPECT_EQ(s.flags, 1);  // only two bytes a character hold all of it
+    EXPECT_EQ(budget, 0);
+}
+
 TEST(ExtString, TooLittleForItsHead) {
     Stream in(record(252, hex("01 00")));
     StringPool pool;
