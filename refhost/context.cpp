@@ -17,11 +17,17 @@ std::string Context::fullPath(std::string_view name) const {
 }
 
 void Context::deny(std::string_view path) {
-    denied.push_back(fullPath(path));
+    std::string full = fullPath(path);
+    if (full.size() > 1 && full.back() == '/') full.pop_back();
+    denied.push_back(std::move(full));
 }
 
 bool Context::isDenied(std::string_view name) const {
-    return !denied.empty() && std::find(denied.begin(), denied.end(), fullPath(name)) != denied.end();
+    if (denied.empty()) return false;
+    const std::string path = fullPath(name);
+    return std::any_of(denied.begin(), denied.end(), [&](const std::string& rule) {
+        return path == rule || (path.starts_with(rule) && (rule == "/" || path[rule.size()] == '/'));
+    });
 }
 
 int Context::openStream(int mode, const char* name) {

@@ -31,7 +31,7 @@ public:
 
     /// The path that a name stands for: relative names start at `directory`. Not resolved through links.
     std::string fullPath(std::string_view name) const;
-    /// Refuses all access to a file from now on.
+    /// Refuses all access to a file, or to all that a folder holds, from now on.
     void deny(std::string_view path);
     bool isDenied(std::string_view name) const;
 

@@ -94,7 +94,11 @@ TEST_F(Streams, PathsAreResolvedAgainstTheHostsFolder) {
     EXPECT_NE(api.hostResolvePath(context(), "", path, sizeof path, hostResolveAlways), 0);
     EXPECT_NE(api.hostResolvePath(context(), std::string(2000, 'x').c_str(), path, sizeof path, hostResolveAlways), 0);
     host->context(1).deny("data.xlsx");
-    EXPECT_NE(api.hostResolvePath(context(), "data.xlsx", path, sizeof path, hostResolveAlways), 0);
+    host->context(1).deny("sub/");
+    for (const char* refused : {"data.xlsx", "./data.xlsx", "sub", "sub/a.xlsx", "x/../sub/b/c.xlsx"})
+        EXPECT_NE(api.hostResolvePath(context(), refused, path, sizeof path, hostResolveAlways), 0) << refused;
+    for (const char* allowed : {"data.xlsx2", "subs", "sub/../a.xlsx"})
+        EXPECT_EQ(api.hostResolvePath(context(), allowed, path, sizeof path, hostResolveAlways), 0) << allowed;
 }
 
 }  // namespace
