@@ -28,7 +28,7 @@ enum class Atomic : std::uint8_t {
     uint64,
     float32,  // double
     float64,
-    decimal,   // double, written with the `places` of its facets
+    decimal,   // double, written with the fraction digits of its facets
     hex,       // c_binary
     base64,    // c_binary
     dateTime,  // c_datetime from here to gMonth
@@ -89,7 +89,6 @@ struct ValueSpec {
     Atomic atomic = Atomic::narrow;
     Storage storage = Storage::string;
     Whitespace whitespace = Whitespace::preserve;
-    std::uint8_t places = 0;  // decimal: digits behind the point, at most 15
     const char* fixed = "";   // "" for none
     std::span<const std::string_view> enumeration = {};
     std::span<const ValueSpec* const> members = {};  // of a union: the text has to be valid under one of them
@@ -161,9 +160,6 @@ constexpr ValueSpec valueSpec(Atomic atomic, Whitespace whitespace, const Restri
     spec.enumeration = restriction.enumeration;
     spec.members = restriction.members;
     spec.facets = restriction.facets;
-    spec.places = restriction.facets != nullptr && restriction.facets->fractionDigits != anyDigits
-                      ? restriction.facets->fractionDigits
-                      : std::uint8_t{0};
     spec.valueTest = testValue;
     spec.facetTest = testFacets;
     spec.fromText = storeValue;

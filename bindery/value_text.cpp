@@ -189,12 +189,13 @@ void appendValue(const ValueSpec& spec, const void* value, std::string& out) {
             break;
         case Storage::real: {
             const double number = as<double>(value);
-            if (spec.atomic != Atomic::decimal || spec.places == 0 || !std::isfinite(number)) {
+            const int digits = spec.facets != nullptr ? spec.facets->fractionDigits : anyDigits;
+            if (spec.atomic != Atomic::decimal || digits == 0 || digits == anyDigits || !std::isfinite(number)) {
                 appendReal(out, number, spec.atomic == Atomic::float32 ? floatDigits : doubleDigits);
                 break;
             }
             char buffer[400];  // the longest number has 309 digits before its point
-            const int places = std::min<int>(spec.places, maxPlaces);
+            const int places = std::min<int>(digits, maxPlaces);
             out.append(buffer,
                        std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed, places).ptr);
             break;
