@@ -194,7 +194,6 @@ private:
     void setColumns(std::uint16_t first, std::uint16_t last, double width, const Format* format, bool hidden);
     /// Characters that the cells of a column need, -1.0 when none has a text.
     [[nodiscard]] double fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd);
-    [[nodiscard]] bool isMerged(std::uint32_t row, std::uint32_t col) const;
 
     BookContext<CharT>& _book;
     const wchar_t* _name = L"";

@@ -1,6 +1,9 @@
 // Columns of a sheet, and the fitting of their widths.
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string>
+#include <vector>
 
 #include "biff/font.h"
 #include "biff/format.h"
@@ -142,10 +145,16 @@ bool SheetImplT<CharT>::autoFitColumns(int colFirst, int rowFirst, int colLast, 
 template <class CharT>
 double SheetImplT<CharT>::fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd) {
     const SheetIndex& index = _parts.cells.index();
+    std::vector<CellRange> merges;
+    std::ranges::copy_if(_parts.merges, std::back_inserter(merges),
+                         [col](const CellRange& range) { return range.colFirst <= col && col <= range.colLast; });
+    const auto isMerged = [&](std::uint32_t row) {
+        return std::ranges::any_of(merges, [&](const CellRange& range) { return range.holds(row, col); });
+    };
     double widest = -1.0;
     for (auto row = index.nextRow(rowFirst); row < rowEnd; row = index.nextRow(row + 1)) {
         const CellSlot slot = index.at(static_cast<std::uint16_t>(row), col);
-        if (!slot.occupied() || isMerged(row, col)) continue;
+        if (!slot.occupied() || isMerged(row)) continue;
         const FormatImplT<CharT>* const format = _book.xf(_parts.cells.ixfe(slot));
         std::wstring text;
         if (const auto value = numberOf(slot)) {

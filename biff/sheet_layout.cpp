@@ -18,11 +18,6 @@ void giveRange(const CellRange& range, int* rowFirst, int* rowLast, int* colFirs
 }  // namespace
 
 template <class CharT>
-bool SheetImplT<CharT>::isMerged(std::uint32_t row, std::uint32_t col) const {
-    return std::ranges::any_of(_parts.merges, [&](const CellRange& range) { return range.holds(row, col); });
-}
-
-template <class CharT>
 bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);

@@ -123,7 +123,10 @@ private:
         std::bitset<SheetIndex::rowLimit> known;
         for (const Row& row : _sheet.rows.rows()) known.set(row.rw);
         for (auto rw = index.nextRow(0); rw < SheetIndex::rowLimit; rw = index.nextRow(rw + 1)) {
-            if (!known.test(rw)) _sheet.rows.ensure(static_cast<std::uint16_t>(rw));
+            if (known.test(rw)) continue;
+            Row row;
+            row.rw = static_cast<std::uint16_t>(rw);
+            _sheet.rows.append(row);
         }
         for (Row& row : _sheet.rows.rows()) {
             row.colMic = row.colMac = 0;
