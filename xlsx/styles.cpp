@@ -1,0 +1,280 @@
+#include "xlsx/styles.h"
+
+#include <algorithm>
+
+#include "engine/vlerror.h"
+#include "xlsx/colors.h"
+#include "xlsx/font.h"
+#include "xlsx/format.h"
+#include "xlsx/style_messages.h"
+
+namespace vellum {
+namespace {
+
+constexpr std::size_t mostFormats = 65430;
+constexpr std::size_t mostFonts = 65430;
+constexpr unsigned firstCustomId = 166;
+constexpr unsigned lastCustomId = 392;
+constexpr unsigned firstTextId = 50;  // ids below this are judged without a text
+
+constexpr bool isBuiltInDate(unsigned id) {
+    return (id >= 14 && id <= 22) || (id >= 45 && id <= 47);
+}
+
+/// Any letter of a date outside brackets and quotes.
+bool hasDateLetter(std::wstring_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t closing = text[i] == L'[' ? L']' : text[i] == L'"' ? L'"' : L'\0';
+        if (closing) {
+            i = text.find(closing, i + 1);
+            if (i == std::wstring_view::npos) return false;
+        } else if (std::wstring_view(L"DHMSYdhmsy").find(text[i]) != std::wstring_view::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+template <class CharT, class Tag>
+Styles<CharT, Tag>::Styles() {
+    auto& root = this->_root;
+    auto& border = root.borders().border().append();
+    border.left();
+    border.right();
+    border.top();
+    border.bottom();
+    border.diagonal();
+    root.borders().count(1);
+
+    root.fills().fill().append().patternFill().patternType("none");
+    root.fills().fill().append().patternFill().patternType("gray125");
+    root.fills().count(2);
+
+    auto& xf = root.cellXfs().xf().append();
+    xf.numFmtId(0);
+    xf.fontId(0);
+    xf.fillId(0);
+    xf.borderId(0);
+    xf.xfId(0);
+    root.cellXfs().count(1);
+
+    auto& font = root.fonts().font().append();
+    font.sz().val(11);
+    font.name().val(L"Calibri");
+    root.fonts().count(1);
+
+    auto& styleXf = root.cellStyleXfs().xf().append();
+    styleXf.numFmtId(0);
+    styleXf.fontId(0);
+    styleXf.fillId(0);
+    styleXf.borderId(0);
+    root.cellStyleXfs().count(1);
+
+    auto& style = root.cellStyles().cellStyle().append();
+    style.name(L"Normal");
+    style.xfId(0);
+    style.builtinId(0);
+    root.cellStyles().count(1);
+    makeHandles();
+}
+
+template <class CharT, class Tag>
+Styles<CharT, Tag>::Styles(const PartBytes& part) : XmlFile<typename ooxml::dialect<Tag>::c_styleSheet>(part) {
+    makeHandles();
+}
+
+template <class CharT, class Tag>
+Styles<CharT, Tag>::~Styles() = default;
+
+template <class CharT, class Tag>
+void Styles<CharT, Tag>::makeHandles() {
+    if (auto* const cellXfs = this->_root.find_cellXfs()) {
+        _formats.reserve(cellXfs->xf().size());
+        for (auto& xf : cellXfs->xf()) _formats.push_back(std::make_unique<Format>(this, &xf, _formats.size()));
+    }
+    if (auto* const fonts = this->_root.find_fonts()) {
+        _fonts.reserve(fonts->font().size());
+        for (auto& font : fonts->font()) _fonts.push_back(std::make_unique<Font>(this, font));
+    }
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::formatAt(std::size_t index) const -> Format* {
+    if (index >= _formats.size()) throw vlerror(msg::indexOutOfRange);
+    return _formats[index].get();
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::fontAt(std::size_t index) const -> Font* {
+    if (index >= _fonts.size()) throw vlerror(msg::indexOutOfRange);
+    return _fonts[index].get();
+}
+
+/// A format knows its index; that it is this list's is seen by comparing pointers, so that one which died with an
+/// earlier load is never looked into.
+template <class CharT, class Tag>
+std::size_t Styles<CharT, Tag>::formatIndexOf(const IFormatT<CharT>* format) const {
+    if (format) {
+        for (std::size_t i = 0; i < _formats.size(); ++i) {
+            if (_formats[i].get() == format) return i;
+        }
+    }
+    throw vlerror(msg::formatNotFound);
+}
+
+template <class CharT, class Tag>
+int Styles<CharT, Tag>::fontIndexOf(const IFontT<CharT>* font) const {
+    for (std::size_t i = 0; i < _fonts.size(); ++i) {
+        if (_fonts[i].get() == font) return static_cast<int>(i);
+    }
+    return -1;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::newFormat(IFormatT<CharT>* from) -> Format* {
+    if (_formats.size() >= mostFormats) throw vlerror(msg::tooManyFormats);
+    auto& list = this->_root.cellXfs();
+    auto& xf = list.xf().append();
+    list.count(static_cast<unsigned>(list.xf().size()));
+    _formats.push_back(std::make_unique<Format>(this, &xf, _formats.size()));
+    Format* const format = _formats.back().get();
+    if (from) format->copyFrom(*from);
+    return format;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::newFont(IFontT<CharT>* from) -> Font* {
+    if (_fonts.size() >= mostFonts) throw vlerror(msg::tooManyFonts);
+    auto& list = this->_root.fonts();
+    auto& element = list.font().append();
+    list.count(static_cast<unsigned>(list.font().size()));
+    _fonts.push_back(std::make_unique<Font>(this, element));
+    Font* const font = _fonts.back().get();
+    if (from) font->copyFrom(*from);
+    return font;
+}
+
+template <class CharT, class Tag>
+unsigned Styles<CharT, Tag>::addCustomNumFormat(std::wstring_view text) {
+    auto& list = this->_root.numFmts();
+    for (const auto& numFmt : std::as_const(list).numFmt()) {
+        if (numFmt.formatCode() == text) return numFmt.numFmtId();
+    }
+    const auto isTaken = [&](unsigned id) {
+        return std::any_of(list.numFmt().begin(), list.numFmt().end(),
+                           [id](const auto& numFmt) { return numFmt.numFmtId() == id; });
+    };
+    for (unsigned id = firstCustomId; id <= lastCustomId; ++id) {
+        if (isTaken(id)) continue;
+        auto& numFmt = list.numFmt().append();
+        numFmt.numFmtId(id);
+        numFmt.formatCode(std::wstring(text));
+        list.count(static_cast<unsigned>(list.numFmt().size()));
+        return id;
+    }
+    return 0;
+}
+
+template <class CharT, class Tag>
+const std::wstring* Styles<CharT, Tag>::customNumFormatText(unsigned id) const {
+    const auto* const list = this->_root.find_numFmts();
+    if (!list) return nullptr;
+    for (const auto& numFmt : list->numFmt()) {
+        if (numFmt.numFmtId() == id) return &numFmt.formatCode();
+    }
+    return nullptr;
+}
+
+template <class CharT, class Tag>
+bool Styles<CharT, Tag>::isDateFormat(std::size_t xf) const {
+    const auto* const cellXfs = this->_root.find_cellXfs();
+    if (!cellXfs || xf >= cellXfs->xf().size()) return false;
+    const unsigned id = cellXfs->xf()[xf].numFmtId();
+    if (id < firstTextId) return isBuiltInDate(id);
+    const std::wstring* const text = customNumFormatText(id);
+    return text && hasDateLetter(*text);
+}
+
+template <class CharT, class Tag>
+int Styles<CharT, Tag>::defaultFontSize() const {
+    const auto* const fonts = this->_root.find_fonts();
+    const auto* const sz = fonts && fonts->font().size() > 0 ? fonts->font()[0].find_sz() : nullptr;
+    return sz ? static_cast<int>(sz->val()) : 0;
+}
+
+template <class CharT, class Tag>
+std::wstring_view Styles<CharT, Tag>::defaultFontFace() const {
+    const auto* const fonts = this->_root.find_fonts();
+    const auto* const name = fonts && fonts->font().size() > 0 ? fonts->font()[0].find_name() : nullptr;
+    return name ? std::wstring_view(name->val()) : std::wstring_view();
+}
+
+template <class CharT, class Tag>
+void Styles<CharT, Tag>::setDefaultFontSpec(std::wstring_view name, int size) {
+    auto* const fonts = this->_root.find_fonts();
+    if (!fonts || fonts->font().size() == 0) throw vlerror(msg::fontsNotFound);
+    fonts->font()[0].name().val(std::wstring(name));
+    fonts->font()[0].sz().val(size);
+}
+
+template <class CharT, class Tag>
+int Styles<CharT, Tag>::readColor(const typename sml::c_CT_Color& element) const {
+    if (element.isset_rgb()) return readRgbBytes(element.rgb().bytes, _rgb);
+    if (element.isset_indexed()) {
+        const unsigned index = element.indexed();
+        if (!_rgb) return static_cast<int>(index);
+        const auto* const colors = this->_root.find_colors();
+        const auto* const own = colors ? colors->find_indexedColors() : nullptr;
+        if (own && index < own->rgbColor().size()) return readRgbBytes(own->rgbColor()[index].rgb().bytes, true);
+        const auto fixed = paletteColor(index);
+        return fixed ? packRgb(*fixed) : unknownColor;
+    }
+    if (element.isset_theme() && _theme) {
+        const auto rgb = _theme->colorAt(element.theme());
+        if (!rgb) return unknownColor;
+        const Rgb shade = tinted(*rgb, element.tint());
+        return readRgbBytes({shade[0], shade[1], shade[2]}, _rgb);
+    }
+    return unknownColor;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::findBorder(unsigned index) const -> const typename sml::c_CT_Border* {
+    const auto* const borders = this->_root.find_borders();
+    return borders && index < borders->border().size() ? &borders->border()[index] : nullptr;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::findFill(unsigned index) const -> const typename sml::c_CT_Fill* {
+    const auto* const fills = this->_root.find_fills();
+    return fills && index < fills->fill().size() ? &fills->fill()[index] : nullptr;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::copyOfBorder(unsigned index, unsigned& copyIndex) -> typename sml::c_CT_Border& {
+    auto& list = this->_root.borders();
+    copyIndex = static_cast<unsigned>(list.border().size());
+    auto& copy = list.border().append();
+    if (const auto* const border = index < copyIndex ? findBorder(index) : nullptr) copy = *border;
+    list.count(copyIndex + 1);
+    return copy;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::copyOfFill(unsigned index, unsigned& copyIndex) -> typename sml::c_CT_Fill& {
+    auto& list = this->_root.fills();
+    copyIndex = static_cast<unsigned>(list.fill().size());
+    auto& copy = list.fill().append();
+    if (const auto* const fill = index < copyIndex ? findFill(index) : nullptr) copy = *fill;
+    list.count(copyIndex + 1);
+    return copy;
+}
+
+template class Styles<char, excelNormal_tag>;
+template class Styles<char, excelStrict_tag>;
+template class Styles<wchar_t, excelNormal_tag>;
+template class Styles<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum
