@@ -1,0 +1,112 @@
+// The sheet in its workbook: its name, whether it is shown, the defined names that it sees.
+#include "engine/enums.h"
+#include "engine/vlerror.h"
+#include "xlsx/sheet.h"
+#include "xlsx/sheet_messages.h"
+#include "xlsx/sheet_names.h"
+
+namespace vellum {
+namespace {
+
+/// The workbook's element of a sheet; null when there is none at that index.
+template <class Workbook>
+auto* sheetElement(Workbook& workbook, int index) {
+    auto* const sheets = workbook.find_sheets();
+    const bool exists = sheets && index >= 0 && static_cast<std::size_t>(index) < sheets->sheet().size();
+    return exists ? &sheets->sheet()[static_cast<std::size_t>(index)] : nullptr;
+}
+
+/// The address behind the sheet's name, which may be quoted and hold a "!" itself.
+std::wstring_view withoutSheet(std::wstring_view reference) {
+    const std::size_t mark = reference.rfind(L'!');
+    return mark == std::wstring_view::npos ? reference : reference.substr(mark + 1);
+}
+
+/// The first of several areas; commas in quoted sheet names do not count.
+std::wstring_view firstArea(std::wstring_view reference) {
+    bool quoted = false;
+    for (std::size_t i = 0; i < reference.size(); ++i) {
+        if (reference[i] == L'\'') quoted = !quoted;
+        if (reference[i] == L',' && !quoted) return reference.substr(0, i);
+    }
+    return reference;
+}
+
+}  // namespace
+
+template <class CharT, class Tag>
+const CharT* XMLSheetImplT<CharT, Tag>::sheetName() {
+    return guard<const CharT*>(nullptr, [&] {
+        auto* const element = sheetElement(book().workbook(), _index);
+        if (!element) throw vlerror(msg::sheetWithoutBook);
+        return _nameText.template give<CharT>(element->name(), book().isUtf8());
+    });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::visibilityState() {
+    return guard<int>(sheetVisible, [&]() -> int {
+        const auto* const element = sheetElement(book().workbook(), _index);
+        if (!element) throw vlerror(msg::indexOutOfRange);
+        if (element->state() == "hidden") return sheetHidden;
+        return element->state() == "veryHidden" ? sheetVeryHidden : sheetVisible;
+    });
+}
+
+/// Names of the whole workbook, and those of this sheet only.
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::isVisible(const DefinedName& name) const {
+    return !name.isset_localSheetId() || static_cast<std::int64_t>(name.localSheetId()) == _index;
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::namedRangeCount() {
+    return guard(0, [&] {
+        int count = 0;
+        if (const auto* const names = book().workbook().find_definedNames()) {
+            for (const DefinedName& name : names->definedName()) count += isVisible(name);
+        }
+        return count;
+    });
+}
+
+/// Fails for a name whose text is no area of this sheet.
+template <class CharT, class Tag>
+const CharT* XMLSheetImplT<CharT, Tag>::namedRange(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast,
+                                                   int* scope, bool* hidden) {
+    return guard<const CharT*>(nullptr, [&] {
+        const auto* const names = book().workbook().find_definedNames();
+        const DefinedName* found = nullptr;
+        if (names && index >= 0) {
+            for (const DefinedName& name : names->definedName()) {
+                if (!isVisible(name) || index-- != 0) continue;
+                found = &name;
+                break;
+            }
+        }
+        if (!found) throw vlerror(msg::indexOutOfRange);
+        const std::wstring_view whole = found->text();
+        const std::wstring_view reference = firstArea(whole);
+        auto* const element = sheetElement(book().workbook(), _index);
+        const std::wstring sheet = sheetOfReference(reference);
+        const auto range = readCellRange(withoutSheet(reference));
+        if (!element || !range || (!sheet.empty() && !sameSheetName(sheet, element->name()))) {
+            throw vlerror(msg::namedRangeNotFound);
+        }
+        if (rowFirst) *rowFirst = static_cast<int>(range->rowFirst);
+        if (rowLast) *rowLast = static_cast<int>(range->rowLast);
+        if (colFirst) *colFirst = static_cast<int>(range->colFirst);
+        if (colLast) *colLast = static_cast<int>(range->colLast);
+        if (scope) *scope = found->isset_localSheetId() ? static_cast<int>(found->localSheetId()) : scopeWorkbook;
+        if (hidden) *hidden = found->hidden();
+        if (reference.size() != whole.size()) lastError().set(msg::partsSkipped);
+        return _nameText.template give<CharT>(found->name(), book().isUtf8());
+    });
+}
+
+template class XMLSheetImplT<char, excelNormal_tag>;
+template class XMLSheetImplT<char, excelStrict_tag>;
+template class XMLSheetImplT<wchar_t, excelNormal_tag>;
+template class XMLSheetImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum
