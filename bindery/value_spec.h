@@ -89,7 +89,7 @@ struct ValueSpec {
     Atomic atomic = Atomic::narrow;
     Storage storage = Storage::string;
     Whitespace whitespace = Whitespace::preserve;
-    const char* fixed = "";   // "" for none
+    const char* fixed = "";  // "" for none
     std::span<const std::string_view> enumeration = {};
     std::span<const ValueSpec* const> members = {};  // of a union: the text has to be valid under one of them
     const Facets* facets = nullptr;                  // null: no limits
