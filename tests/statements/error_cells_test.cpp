@@ -172,4 +172,32 @@ A ["2021-01-01","2021-01-01T18:00:00","12:00:00"]
 )s");
 }
 
+// Behind the last row of a sheet each write is refused; what was opened is closed all the same.
+TEST(EndOfTheSheet, EachFormNamesTheFirstCellThatDoesNotFit) {
+    check({{"x"}}, R"s(
+              declare I : range 1..2 | declare T : dynamic set of text = {"a", "b"}
+              declare A : dynamic array(T, I) of real = {("a", 1): 1, ("b", 2): 2}
+              declare B : dynamic array(T, I) of text = {("a", 1): "x", ("b", 1): "y"}
+              declare L : list of array = [A, B]
+              declare P : record(n : real, t : text)
+              declare r : P = (1, "x") | declare R : list of P = [(1, "x"), (2, "y")] | declare x : real = 5
+              write "xls:grow;in.xls" { A to "[S$A65536:C65536]" }
+              write "xls:grow;partndx;in.xls" { A to "[S$A65536:C65536]" }
+              write "xls:grow;noindex;in.xls" { A to "[S$A65536:B65536]" }
+              write "xls:grow;in.xls" { L to "[S$A65536:D65536]" }
+              write "xls:grow;in.xls" { R to "[S$B65536:C65536]" }
+              write "xls:grow;in.xls" { T to "[S$A65536]" }
+              write "xls:in.xls" { x to "[S$A65537]" }
+              write "xls:in.xls" { r to "[S$B65537:C65537](#2,#1)" })s",
+          R"s(write 1 "SHEET: Wrong data value for [R65537C1].\n"
+write 1 "SHEET: Wrong data value for [R65537C1].\n"
+write 1 "SHEET: Wrong data value for [R65537C1].\n"
+write 1 "SHEET: Wrong data value for [R65537C1].\n"
+write 1 "SHEET: Wrong result value at [R65537C2].\n"
+write 1 "SHEET: Wrong result value at [R65537C1].\n"
+write 1 "SHEET: Wrong result value at [R65537C1].\n"
+write 1 "SHEET: Wrong result value at [R65537C3].\n"
+)s");
+}
+
 }  // namespace
