@@ -31,6 +31,8 @@ public:
     const CharT* runAt(int index, IFontT<CharT>** font) override;
     int runTotal() override;
 
+    /// The format of the cell that shows the text, or null: runs without a font have its font.
+    void setFormat(IFormatT<CharT>* format) { _format = format; }
     /// Index in the string table.
     std::size_t position() const { return _position; }
 

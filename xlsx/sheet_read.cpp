@@ -4,6 +4,7 @@
 #include "engine/messages.h"
 #include "engine/vlerror.h"
 #include "xlsx/cell_values.h"
+#include "xlsx/format.h"
 #include "xlsx/rich_string.h"
 #include "xlsx/shared_strings.h"
 #include "xlsx/sheet.h"

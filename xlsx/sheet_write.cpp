@@ -101,7 +101,7 @@ bool XMLSheetImplT<CharT, Tag>::writeRichText(int row, int col, IRichStringT<Cha
         Cell& cell = ensureCell(at, format, true);
         cell.setType(CellType::s);
         setPosition(cell, richString->position());
-        book().ensureSharedStrings().countUse(richString->position());
+        book().ensureSharedStrings().countUse();
         richString->setFormat(format);
         fill(at);
         return true;
@@ -167,8 +167,8 @@ bool XMLSheetImplT<CharT, Tag>::copyCell(int rowSrc, int colSrc, int rowDst, int
         if (source) {
             target = std::move(copy);
             target.setReference(to.row, to.col);
-            if (target.type() == CellType::s && !target.text().empty()) {
-                if (auto* const strings = book().findSharedStrings()) strings->countUse(positionOf(target.text()));
+            if (target.type() == CellType::s && target.hasValue()) {
+                if (auto* const strings = book().findSharedStrings()) strings->countUse();
             }
         }
         _areasDirty = true;
