@@ -83,8 +83,9 @@ auto SharedStrings<CharT, Tag>::at(std::size_t position) const -> const c_CT_Rst
 template <class CharT, class Tag>
 std::wstring_view SharedStrings<CharT, Tag>::textAt(std::size_t position) {
     const c_CT_Rst& si = at(position);
-    if (const auto* t = si.find_t()) return t->text();
-    _joined.clear();
+    const auto* const plain = si.find_t();
+    if (plain && si.r().empty()) return plain->text();
+    _joined = plain ? plain->text() : std::wstring();  // some producers put text in front of the runs
     for (const auto& run : si.r()) {
         if (const auto* t = run.find_t()) _joined += t->text();
     }

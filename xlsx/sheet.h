@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "engine/guarded.h"
@@ -201,6 +202,7 @@ private:
     bool _zeroRows = false;   // the first rows call themselves row 0; their cells tell their places
     bool _changed = false;
     int _firstLoadedRow = 0;
+    std::vector<std::pair<std::uint32_t, Row*>> _rowPlaces;  // while rows are not numbered, when asked for
     // Where the last row and cell were found: neighbours are likely to be next.
     std::size_t _rowHint = 0, _cellHint = 0;
 

@@ -51,26 +51,21 @@ auto XMLSheetImplT<CharT, Tag>::findRow(std::uint32_t row) -> Row* {
     return at < _rows->size() && (*_rows)[at].r() == row + 1 ? &(*_rows)[at] : nullptr;
 }
 
-/// A binary search that gives up at a row without a number: rows count by their places then.
+/// A row without a number stands behind the one before it.
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::unnumberedRow(std::uint32_t row) -> Row* {
-    std::size_t first = 0, end = _rows->size();
-    while (first < end) {
-        const std::size_t middle = first + (end - first) / 2;
-        Row& probe = (*_rows)[middle];
-        if (!probe.isset_r()) {
-            const std::int64_t at = std::int64_t{row} - _firstLoadedRow;
-            return at >= 0 && at < static_cast<std::int64_t>(_rows->size()) ? &(*_rows)[static_cast<std::size_t>(at)]
-                                                                           : nullptr;
-        }
-        if (probe.r() == row + 1) return &probe;
-        if (probe.r() < row + 1) {
-            first = middle + 1;
-        } else {
-            end = middle;
+    if (_rowPlaces.empty()) {
+        auto next = static_cast<std::uint32_t>(_firstLoadedRow);
+        for (Row& element : *_rows) {
+            if (element.isset_r() && element.r() == 0) continue;
+            const std::uint32_t at = element.isset_r() ? element.r() - 1 : next;
+            _rowPlaces.emplace_back(at, &element);
+            next = at + 1;
         }
     }
-    return nullptr;
+    const auto found = std::lower_bound(_rowPlaces.begin(), _rowPlaces.end(), row,
+                                        [](const auto& known, std::uint32_t wanted) { return known.first < wanted; });
+    return found != _rowPlaces.end() && found->first == row ? found->second : nullptr;
 }
 
 template <class CharT, class Tag>

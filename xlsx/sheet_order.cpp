@@ -47,6 +47,7 @@ void XMLSheetImplT<CharT, Tag>::numberAll() {
         }
     }
     _numbered = true;
+    _rowPlaces.clear();
     _areasDirty = true;
     if (!sorted) sortAll();
 }

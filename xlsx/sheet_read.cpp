@@ -115,8 +115,8 @@ const CharT* XMLSheetImplT<CharT, Tag>::readString(int row, int col, Format** fo
         giveFormat(cell, format);
         if (cell.type() == CellType::inlineStr && cell.inlineString()) {
             const auto& string = *cell.inlineString();
-            if (const auto* const text = string.find_t()) return give(text->text());
             std::wstring joined;
+            if (const auto* const text = string.find_t()) joined = text->text();
             for (const auto& run : string.r()) joined += run.t().text();
             return give(joined);
         }
