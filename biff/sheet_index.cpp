@@ -15,10 +15,17 @@ void SheetIndex::clear() {
     *this = SheetIndex();
 }
 
-void SheetIndex::addPage(std::size_t page) {
-    if (page >= _pages.size()) _pages.resize(page + 1);
+std::size_t SheetIndex::addPage(std::size_t page) {
+    const std::size_t chapter = page / chapterPages;
+    if (chapter >= _chapters.size()) _chapters.resize(chapter + 1);
+    if (_chapters[chapter] == 0) {
+        _pages.resize(_pages.size() + chapterPages);
+        _chapters[chapter] = static_cast<std::uint16_t>(_pages.size() / chapterPages);
+    }
     _rows.resize(_rows.size() + pageRows);
-    _pages[page] = _rows.size() / pageRows;
+    const std::size_t number = _rows.size() / pageRows;
+    _pages[(_chapters[chapter] - 1U) * chapterPages + page % chapterPages] = static_cast<std::uint16_t>(number);
+    return number;
 }
 
 // A row of n stretches owns a run of the next power of two; size class k stands for 2^k stretches.
@@ -73,9 +80,11 @@ void SheetIndex::freeRowIfEmpty(std::uint16_t row) {
 }
 
 std::uint32_t SheetIndex::nextRow(std::uint32_t from) const {
-    for (std::size_t page = from / pageRows; page < _pages.size(); ++page, from = 0) {
-        if (_pages[page] == 0) continue;
-        const RowEntry* rows = &_rows[(_pages[page] - 1) * pageRows];
+    const std::size_t pageEnd = _chapters.size() * chapterPages;
+    for (std::size_t page = from / pageRows; page < pageEnd; ++page, from = 0) {
+        const std::size_t number = pageNumber(page);
+        if (number == 0) continue;
+        const RowEntry* const rows = &_rows[(number - 1) * pageRows];
         for (std::uint32_t i = from % pageRows; i < pageRows; ++i) {
             if (rows[i].stretches != 0) return static_cast<std::uint32_t>(page) * pageRows + i;
         }
@@ -107,8 +116,8 @@ bool SheetIndex::nextOccupied(std::uint32_t& row, std::uint32_t& col) const {
 }
 
 std::size_t SheetIndex::memoryBytes() const {
-    std::size_t bytes = _pages.capacity() * sizeof(_pages[0]) + _rows.capacity() * sizeof(_rows[0]) +
-                        _slots.capacity() * sizeof(_slots[0]);
+    std::size_t bytes = (_chapters.capacity() + _pages.capacity()) * sizeof(_pages[0]) +
+                        _rows.capacity() * sizeof(_rows[0]) + _slots.capacity() * sizeof(_slots[0]);
     for (const auto& freeRuns : _freeRuns) bytes += freeRuns.capacity() * sizeof(std::uint32_t);
     return bytes;
 }

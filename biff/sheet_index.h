@@ -33,9 +33,9 @@ private:
 ///
 /// A row holds its slots in stretches of 16 columns, side by side in one flat vector for the whole
 /// sheet; a bit map tells which of the 16 stretches it has, so that a stretch is found by counting
-/// bits. Row entries come in pages of 32 rows. Access is constant-time (page, row, slot), a sheet
+/// bits. Row entries come in pages of 32 rows, pages in chapters of 32. Access is constant-time, a sheet
 /// without cells costs nothing, a row of up to 16 columns 72 bytes, a full row 1032 bytes, and a
-/// lone cell far from all others at most 320 bytes.
+/// lone cell far from all others at most 512 bytes.
 class SheetIndex {
 public:
     static constexpr std::uint32_t rowLimit = 65536;
@@ -110,6 +110,7 @@ public:
 private:
     static constexpr std::uint32_t stretchSlots = 16;
     static constexpr std::uint32_t pageRows = 32;
+    static constexpr std::uint32_t chapterPages = 32;
 
     struct RowEntry {
         std::uint32_t slots = 0;      // position of the first stretch in `_slots`
@@ -118,10 +119,15 @@ private:
 
     [[noreturn]] static void throwBadColumn();
 
+    /// Number of the row's page in `_rows` plus one, 0 when it does not exist.
+    [[nodiscard]] std::size_t pageNumber(std::size_t page) const {
+        const std::size_t chapter = page / chapterPages;
+        if (chapter >= _chapters.size() || _chapters[chapter] == 0) return 0;
+        return _pages[(_chapters[chapter] - 1U) * chapterPages + page % chapterPages];
+    }
     [[nodiscard]] const RowEntry* find(std::uint16_t row) const {
-        const std::size_t page = row / pageRows;
-        if (page >= _pages.size() || _pages[page] == 0) return nullptr;
-        return &_rows[(_pages[page] - 1) * pageRows + row % pageRows];
+        const std::size_t number = pageNumber(row / pageRows);
+        return number == 0 ? nullptr : &_rows[(number - 1) * pageRows + row % pageRows];
     }
     [[nodiscard]] static std::size_t slotPosition(const RowEntry& entry, std::uint32_t stretch, std::uint32_t col) {
         const std::uint32_t below = entry.stretches & (stretch - 1);
@@ -130,18 +136,19 @@ private:
         return entry.slots + before * stretchSlots + col % stretchSlots;
     }
     RowEntry& rowForWrite(std::uint16_t row) {
-        const std::size_t page = row / pageRows;
-        if (page >= _pages.size() || _pages[page] == 0) addPage(page);
-        return _rows[(_pages[page] - 1) * pageRows + row % pageRows];
+        std::size_t number = pageNumber(row / pageRows);
+        if (number == 0) number = addPage(row / pageRows);
+        return _rows[(number - 1) * pageRows + row % pageRows];
     }
+    std::size_t addPage(std::size_t page);
     /// The first occupied column at `col` or behind it, `colLimit` when there is none.
     [[nodiscard]] std::uint32_t nextInRow(const RowEntry& entry, std::uint32_t col) const;
-    void addPage(std::size_t page);
     void addStretch(RowEntry& entry, std::uint32_t stretch);
     std::uint32_t takeRun(std::size_t sizeClass);
     void giveRun(std::uint32_t position, std::size_t sizeClass);
 
-    std::vector<std::size_t> _pages;  // number of the page in `_rows` plus one, 0 when it does not exist
+    std::vector<std::uint16_t> _chapters;  // number of the chapter in `_pages` plus one, or 0
+    std::vector<std::uint16_t> _pages;     // number of the page in `_rows` plus one, or 0
     std::vector<RowEntry> _rows;
     std::vector<CellSlot> _slots;
     // Runs of 1, 2, 4, 8 and 16 stretches that rows have outgrown or given back.

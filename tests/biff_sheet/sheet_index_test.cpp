@@ -99,6 +99,16 @@ TEST(SheetIndex, CostsWhatIsTouched) {
     }
 }
 
+// Thousands of sheets may hold one cell each.
+TEST(SheetIndex, ALoneCellCostsLittleWhereverItStands) {
+    for (const std::uint16_t row : {0, 31, 32, 40000, 65535}) {
+        SheetIndex index;
+        index.forWrite(row, 255) = CellSlot(SlotKind::blank, 0);
+        EXPECT_LE(index.memoryBytes(), 512U) << row;
+        EXPECT_EQ(index.nextRow(0), row);
+    }
+}
+
 TEST(SheetIndex, FreedRowsAreUsedAgain) {
     SheetIndex index;
     std::size_t after = 0;
