@@ -52,7 +52,9 @@ const std::string& part() {
     return text;
 }
 
-double inUseMiB() { return static_cast<double>(mallinfo2().uordblks + mallinfo2().hblkhd) / (1024.0 * 1024.0); }
+double inUseMiB() {
+    return static_cast<double>(mallinfo2().uordblks + mallinfo2().hblkhd) / (1024.0 * 1024.0);
+}
 
 void read(benchmark::State& state) {
     const std::string& text = part();

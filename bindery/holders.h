@@ -80,6 +80,48 @@ private:
     [[no_unique_address]] Mixed _mixed;
 };
 
+/// Most optional narrow texts are absent: an absent one takes a pointer's room.
+template <class Mixed>
+class ct_simple_pod_optional<std::string, Mixed> {
+public:
+    using value_type = std::string;
+
+    ct_simple_pod_optional() = default;
+    ct_simple_pod_optional(const ct_simple_pod_optional& other) : _value(copyOf(other)), _mixed(other._mixed) {}
+    ct_simple_pod_optional(ct_simple_pod_optional&&) noexcept = default;
+    ct_simple_pod_optional& operator=(const ct_simple_pod_optional& other) {
+        if (this != &other) *this = ct_simple_pod_optional(other);
+        return *this;
+    }
+    ct_simple_pod_optional& operator=(ct_simple_pod_optional&&) noexcept = default;
+
+    const std::string& get() const { return _value ? *_value : none(); }
+    std::string get(std::string absent) const { return _value ? *_value : std::move(absent); }
+    std::string& ref() {
+        if (!_value) _value = std::make_unique<std::string>();
+        return *_value;
+    }
+    void set(std::string value) { ref() = std::move(value); }
+    void unset() { _value.reset(); }
+    bool isset() const { return _value != nullptr; }
+    ct_simple_pod_optional& operator=(std::string value) {
+        set(std::move(value));
+        return *this;
+    }
+
+private:
+    static const std::string& none() {
+        static const std::string empty;
+        return empty;
+    }
+    static std::unique_ptr<std::string> copyOf(const ct_simple_pod_optional& other) {
+        return other._value ? std::make_unique<std::string>(*other._value) : nullptr;
+    }
+
+    std::unique_ptr<std::string> _value;
+    [[no_unique_address]] Mixed _mixed;
+};
+
 /// A repeating element of atomic type.
 template <class T, class Mixed = ct_non_mixed>
 class ct_simple_pod_multi {

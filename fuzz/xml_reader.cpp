@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!read({reinterpret_cast<const char*>(data), size}, root)) return 0;
     const std::string once = written(root);
     bindery::c_raw_node again;
-    if (!read(once, again)) return 0;    // names that are no names elsewhere
+    if (!read(once, again)) return 0;  // names that are no names elsewhere
     if (written(again) != once) std::abort();
     return 0;
 }

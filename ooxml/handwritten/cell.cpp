@@ -263,6 +263,13 @@ const char* c_CT_Cell<Family>::readPlain(const char* at, const char* end) {
         }
         if (*at++ != '"') return nullptr;
     }
+    if (std::memcmp(at, "<f>", 3) == 0) {
+        const char* first = at += 3;
+        while (at != end && isPlain(*at)) ++at;
+        if (end - at < 8 || std::memcmp(at, "</f>", 4) != 0) return nullptr;
+        makeFormula().text(std::wstring(first, at));
+        at += 4;
+    }
     if (std::memcmp(at, "<v>", 3) == 0) {
         const char* first = at += 3;
         while (at != end && isPlain(*at)) ++at;

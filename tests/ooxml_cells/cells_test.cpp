@@ -10,7 +10,9 @@ namespace {
 
 using Cell = sheet::c_CT_Cell;
 
-std::string row(std::string_view cells) { return "<row r=\"1\">" + std::string(cells) + "</row>"; }
+std::string row(std::string_view cells) {
+    return "<row r=\"1\">" + std::string(cells) + "</row>";
+}
 
 }  // namespace
 
@@ -89,7 +91,7 @@ TEST(Cells, ValuesThatAreRefused) {
     for (int i = 0; i < 9; ++i) room += "<c r=\"K1\"><v>123</v></c>";
     for (const auto& c : cases) {
         EXPECT_EQ(through(sheetText(row(c.cell))), c.result) << c.cell;
-        EXPECT_EQ(through(sheetText(row(c.cell + room))), c.result) << c.cell;    // room for the fast path
+        EXPECT_EQ(through(sheetText(row(c.cell + room))), c.result) << c.cell;  // room for the fast path
     }
     EXPECT_EQ(through<strict::c_worksheet>(strictText(row("<c r=\"A1\" t=\"d\"><v>2020-01-31</v></c>"))),
               row("<c r=\"A1\" t=\"d\"><v>2020-01-31</v></c>"));
@@ -99,15 +101,17 @@ TEST(Cells, ValuesThatAreRefused) {
 /// general path takes.
 TEST(Cells, FastPathAgreesWithTheGeneralOne) {
     std::mt19937 random(1);
-    const char* values[] = {"1", "-0.5", "1E+20", "123456789012345678901234567890", "text", "a &amp; b", "]]&gt;", "",
-                            "\xC3\xA4", "#N/A", " ", "  x  "};
+    const char* values[] = {"1",        "-0.5",      "1E+20",  "123456789012345678901234567890",
+                            "text",     "a &amp; b", "]]&gt;", "",
+                            "\xC3\xA4", "#N/A",      " ",      "  x  "};
     const char* types[] = {"", "", "", " t=\"s\"", " t=\"str\"", " t=\"b\"", " t=\"n\"", " t=\"inlineStr\""};
     for (int round = 0; round < 50; ++round) {
         std::string rows;
         for (int r = 1; r <= 20; ++r) {
             const std::string number = std::to_string(r);
             rows += "<row r=\"" + number + "\"";
-            if (random() % 2) rows += " spans=\"1:8\" ht=\"" + std::to_string(random() % 100) + ".5\" customHeight=\"1\"";
+            if (random() % 2)
+                rows += " spans=\"1:8\" ht=\"" + std::to_string(random() % 100) + ".5\" customHeight=\"1\"";
             if (random() % 3 == 0) rows += " x14ac:dyDescent=\"0.25\"";
             rows += random() % 8 ? ">" : " hidden=\"1\">";
             for (unsigned c = 0; c < random() % 8; ++c) {
@@ -117,9 +121,15 @@ TEST(Cells, FastPathAgreesWithTheGeneralOne) {
                 rows += types[random() % std::size(types)];
                 if (random() % 16 == 0) rows += " cm=\"1\"";
                 switch (random() % 6) {
-                    case 0: rows += "/>"; break;
-                    case 1: rows += "></c>"; break;
-                    case 2: rows += "><f>A1+1</f><v>2</v></c>"; break;
+                    case 0:
+                        rows += "/>";
+                        break;
+                    case 1:
+                        rows += "></c>";
+                        break;
+                    case 2:
+                        rows += "><f>A1+1</f><v>2</v></c>";
+                        break;
                     default:
                         rows += "><v>";
                         rows += values[random() % std::size(values)];
@@ -150,7 +160,7 @@ TEST(Cells, TextsOfAnyLength) {
         cell = Cell(moved);
         EXPECT_EQ(cell.text(), text);
         if (length > 2) {
-            cell.setText(cell.text().substr(1));    // its own text
+            cell.setText(cell.text().substr(1));  // its own text
             EXPECT_EQ(cell.text(), text.substr(1));
         }
     }
@@ -199,7 +209,7 @@ TEST(Cells, ClearContentKeepsPlaceAndStyle) {
     EXPECT_EQ(cell.cellMetadata(), 0u);
     EXPECT_EQ(cell.style(), 5u);
     EXPECT_EQ(cell.column(), 3u);
-    EXPECT_EQ(copy.formula()->text(), L"A1");    // a copy has its own
+    EXPECT_EQ(copy.formula()->text(), L"A1");  // a copy has its own
     EXPECT_EQ(copy.valueMetadata(), 2u);
 }
 

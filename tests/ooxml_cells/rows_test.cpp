@@ -32,8 +32,10 @@ TEST(Rows, ComeBackAsTheyWere) {
         "x14ac:dyDescent=\"0.25\"><c r=\"A7\"/></row>",
         "<row r=\"1\" x14ac:dyDescent=\"0.25\" x14ac:other=\"1\" plain=\"p\"/>",
         "<row r=\"1\"><n1/><c r=\"A1\"/><n2/><c r=\"B1\"><v>1</v></c><n3/><extLst><ext/></extLst><n4/></row>",
-        "<n0/><row r=\"1\"/><mc:AlternateContent><mc:Choice Requires=\"x14ac\"/></mc:AlternateContent><row r=\"2\"/><n2/>",
-        "<row r=\"1\"><c r=\"A1\"><v>1</v></c></row><row r=\"1\"/><row r=\"1048576\"><c r=\"A1048576\"><v>1</v></c></row>",
+        "<n0/><row r=\"1\"/><mc:AlternateContent><mc:Choice Requires=\"x14ac\"/></mc:AlternateContent><row "
+        "r=\"2\"/><n2/>",
+        "<row r=\"1\"><c r=\"A1\"><v>1</v></c></row><row r=\"1\"/><row r=\"1048576\"><c "
+        "r=\"A1048576\"><v>1</v></c></row>",
     };
     for (const std::string& text : rows) EXPECT_EQ(through(sheetText(text)), text);
 }
@@ -50,14 +52,16 @@ TEST(Rows, OwnMeaningOfThePrefixOfDyDescent) {
 }
 
 TEST(Rows, ValuesThatAreRefused) {
-    for (const char* tag : {"<row r=\"x\"/>", "<row ht=\"1,5\"/>", "<row hidden=\"yes\"/>", "<row outlineLevel=\"256\"/>"})
+    for (const char* tag :
+         {"<row r=\"x\"/>", "<row ht=\"1,5\"/>", "<row hidden=\"yes\"/>", "<row outlineLevel=\"256\"/>"})
         EXPECT_EQ(through(sheetText(tag)).substr(0, 4), "!35 ") << tag;
     EXPECT_EQ(through(sheetText("<row r=\"1\" r=\"1\"/>")), "!3 @r");
     EXPECT_EQ(through(sheetText("<row r=\"1\"></rows>")), "!23 row");
 }
 
 TEST(Rows, PlainReaderReportsWhatItDoesNotKnow) {
-    const std::string cases[] = {"<row r=\"1\" x14ac:dyDescent=\"1\"/>", "<row r=\"1\"><n/></row>", "<row r=\"1\"><c r=\"A1\" x=\"1\"/></row>"};
+    const std::string cases[] = {"<row r=\"1\" x14ac:dyDescent=\"1\"/>", "<row r=\"1\"><n/></row>",
+                                 "<row r=\"1\"><c r=\"A1\" x=\"1\"/></row>"};
     for (const std::string& rows : cases) {
         const std::string text = sheetText(rows);
         bindery::c_xml_reader_memory reader(text);
@@ -78,7 +82,8 @@ TEST(Rows, RangeLeavesOutTheOthers) {
 }
 
 TEST(Rows, CellsAreCopiedWithTheirRow) {
-    const std::string text = sheetText("<row r=\"1\"><c r=\"A1\"><f>B1</f><v>a long text that lies outside</v></c></row>");
+    const std::string text =
+        sheetText("<row r=\"1\"><c r=\"A1\"><f>B1</f><v>a long text that lies outside</v></c></row>");
     sheet::c_worksheet root;
     Reader reader(text);
     ASSERT_EQ(root.unmarshal(reader), 0);
