@@ -126,7 +126,7 @@ std::string findModule() {
     if (failed) return {};
     const auto folder = program.parent_path();
     for (const auto& place :
-         {folder / moduleFile, folder / "../lib/quillet" / moduleFile, folder / "../host" / moduleFile})
+         {folder / moduleFile, folder / QUILLET_MODULE_FOLDER / moduleFile, folder / "../host" / moduleFile})
         if (std::filesystem::exists(place, failed)) return place.lexically_normal().string();
     return {};
 }

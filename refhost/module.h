@@ -53,8 +53,8 @@ private:
     std::vector<Driver> _drivers;
 };
 
-/// Where the module lies when nobody tells: beside the program, in ../lib/quillet, or in ../host as in a build tree.
-/// Empty when it is in none of these places.
+/// Where the module lies when nobody tells: beside the program, where it is installed, or in ../host as in a build
+/// tree. Empty when it is in none of these places.
 std::string findModule();
 
 }  // namespace refhost
