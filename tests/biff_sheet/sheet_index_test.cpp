@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include <map>
 #include <random>
 #include <utility>
@@ -101,7 +103,7 @@ TEST(SheetIndex, CostsWhatIsTouched) {
 
 // Thousands of sheets may hold one cell each.
 TEST(SheetIndex, ALoneCellCostsLittleWhereverItStands) {
-    for (const std::uint16_t row : {0, 31, 32, 40000, 65535}) {
+    for (const auto row : std::to_array<std::uint16_t>({0, 31, 32, 40000, 65535})) {
         SheetIndex index;
         index.forWrite(row, 255) = CellSlot(SlotKind::blank, 0);
         EXPECT_LE(index.memoryBytes(), 512U) << row;
