@@ -308,6 +308,41 @@ TEST(Reader, DepthIsBounded) {
     EXPECT_EQ(reader.failure(), 5);
 }
 
+/// A source that is neither memory nor a file: its bytes come one by one.
+class OneByOne final : public c_read {
+public:
+    explicit OneByOne(std::string bytes) : _bytes(std::move(bytes)) {}
+    int get() override { return _at < _bytes.size() ? static_cast<unsigned char>(_bytes[_at++]) : -1; }
+
+private:
+    std::string _bytes;
+    std::size_t _at = 0;
+};
+
+TEST(Reader, AnySourceOfBytes) {
+    for (const std::string& document : {"<a b='1'>t</a>"s, "\xFF\xFE" + utf16("<a b='1'>t</a>", false)}) {
+        OneByOne source(document);
+        c_xml_reader reader(source);
+        ASSERT_EQ(reader.nextRoot(), token_start_tag);
+        EXPECT_EQ(reader.value(reader.attributes()[0]), "1");
+        std::string_view text;
+        EXPECT_EQ(reader.readText(text), token_end_tag);
+        EXPECT_EQ(text, "t");
+        EXPECT_EQ(reader.nextContent(), token_end);
+    }
+}
+
+TEST(Reader, TextOfSeveralPieces) {
+    c_xml_reader_memory reader("<!DOCTYPE a [<!ENTITY e 'v&#38;amp;'>]><a>1&e;<!-- c -->2<![CDATA[3]]><b/>4</a>"sv);
+    ASSERT_EQ(reader.nextRoot(), token_start_tag);
+    std::string_view text;
+    ASSERT_EQ(reader.readText(text), token_start_tag);  // stopped by the child
+    EXPECT_EQ(text, "1v&23");
+    reader.closeElement();
+    ASSERT_EQ(reader.readMoreText(text), token_end_tag);
+    EXPECT_EQ(text, "1v&234");
+}
+
 TEST(Reader, MissingFile) {
     c_xml_reader_file reader("/nonexistent/file.xml");
     EXPECT_EQ(reader.nextRoot(), token_failed);

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <clocale>
 #include <limits>
+#include <thread>
+#include <vector>
 
 #include "bindery/error.h"
 #include "bindery/regex.h"
@@ -134,6 +137,18 @@ TEST(Value, Patterns) {
               {{"{0123ABCD}", "{0123ABCD}"}, {"{0123ABC}", "{0123ABC}!22"}, {"x{0123ABCD}", "x{0123ABCD}!22"}});
     expectAll(valueSpec(Atomic::narrow, Whitespace::collapse, {.facets = &two}),
               {{"image/png", "image/png"}, {"image", "image!22"}});
+}
+
+TEST(Value, PatternsAreCompiledOnceByWhicheverThreadComesFirst) {
+    static constinit c_regex pattern("[a-z]+[0-9]*");
+    std::vector<std::thread> threads;
+    std::atomic<int> matches = 0;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            for (int k = 0; k < 200; ++k) matches += pattern.isMatch("abc1") && !pattern.isMatch("1abc");
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(matches, 800);
 }
 
 TEST(Value, UnionsTakeTheFirstMemberThatFits) {
