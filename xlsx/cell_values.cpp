@@ -18,8 +18,8 @@ constexpr struct {
     int code;
     std::string_view text;
 } errorValues[] = {
-    {errorNull, "#NULL!"},  {errorDivisionByZero, "#DIV/0!"}, {errorValue, "#VALUE!"},      {errorReference, "#REF!"},
-    {errorName, "#NAME?"},  {errorNumber, "#NUM!"},           {errorNotAvailable, "#N/A"},
+    {errorNull, "#NULL!"}, {errorDivisionByZero, "#DIV/0!"}, {errorValue, "#VALUE!"},     {errorReference, "#REF!"},
+    {errorName, "#NAME?"}, {errorNumber, "#NUM!"},           {errorNotAvailable, "#N/A"},
 };
 
 locale_t cLocale() {
@@ -36,7 +36,9 @@ double slowNumberOf(std::string_view text, bool* whole) {
     return value;
 }
 
-bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 /// Takes the fields of a pattern off a text one by one, in the manner of scanf.
 class FieldScanner {

@@ -197,9 +197,9 @@ private:
     int _index = -1;
     LastError _ownError;  // until a book binds the sheet
 
-    Rows* _rows = nullptr;    // of the bound tree
-    bool _numbered = true;    // all rows and cells say where they stand, in order
-    bool _zeroRows = false;   // the first rows call themselves row 0; their cells tell their places
+    Rows* _rows = nullptr;   // of the bound tree
+    bool _numbered = true;   // all rows and cells say where they stand, in order
+    bool _zeroRows = false;  // the first rows call themselves row 0; their cells tell their places
     bool _changed = false;
     int _firstLoadedRow = 0;
     std::vector<std::pair<std::uint32_t, Row*>> _rowPlaces;  // while rows are not numbered, when asked for

@@ -24,8 +24,8 @@ public:
 
 /// Elements that name another part by its Id.
 constexpr std::array<std::string_view, 10> linkedParts = {
-    "drawing", "legacyDrawing", "legacyDrawingHF", "drawingHF", "picture", "oleObjects", "controls", "customProperties",
-    "webPublishItems", "tableParts"};
+    "drawing",    "legacyDrawing", "legacyDrawingHF",  "drawingHF",       "picture",
+    "oleObjects", "controls",      "customProperties", "webPublishItems", "tableParts"};
 
 bool isLinkedPart(const bindery::c_raw_node& node) {
     return std::find(linkedParts.begin(), linkedParts.end(), node.localName()) != linkedParts.end();

@@ -62,7 +62,8 @@ void XMLSheetImplT<CharT, Tag>::sortAll() {
     for (auto& row : sorted) {
         if (!_rows->empty() && _rows->back().r() == row->r()) {
             Cells& cells = _rows->back().c();
-            cells.insert(cells.end(), std::make_move_iterator(row->c().begin()), std::make_move_iterator(row->c().end()));
+            cells.insert(cells.end(), std::make_move_iterator(row->c().begin()),
+                         std::make_move_iterator(row->c().end()));
         } else {
             _rows->addNode(row.release());
         }

@@ -1,7 +1,7 @@
 // Shared formulas: one cell of a group, its master, has the text and the group's range; the others have its number.
-#include "xlsx/shifted_formula.h"
 #include "xlsx/sheet.h"
 #include "xlsx/sheet_walk.h"
+#include "xlsx/shifted_formula.h"
 
 namespace vellum {
 
@@ -43,7 +43,8 @@ std::wstring XMLSheetImplT<CharT, Tag>::formulaText(CellPlace at, const Cell& ce
         return translateFormula(text, std::int64_t{as.row} - from.row, std::int64_t{as.col} - from.col);
     };
     if (formula.t() != "shared") return formula.text();
-    if (!formula.text().empty()) return at.row == as.row && at.col == as.col ? formula.text() : translated(formula.text(), at);
+    if (!formula.text().empty())
+        return at.row == as.row && at.col == as.col ? formula.text() : translated(formula.text(), at);
     CellPlace masterAt{};
     const Cell* const master = findMaster(formula.si(), masterAt);
     return master && master->formula() ? translated(master->formula()->text(), masterAt) : std::wstring();
@@ -57,7 +58,8 @@ void XMLSheetImplT<CharT, Tag>::eachMember(const Formula& master, Visit&& visit)
     const std::uint32_t si = master.si();
     for (std::size_t i = rowAt(range->rowFirst); i < _rows->size() && (*_rows)[i].r() <= range->rowLast + 1; ++i) {
         Cells& cells = (*_rows)[i].c();
-        for (std::size_t k = cellAt(cells, range->colFirst); k < cells.size() && cells[k].column() <= range->colLast; ++k) {
+        for (std::size_t k = cellAt(cells, range->colFirst); k < cells.size() && cells[k].column() <= range->colLast;
+             ++k) {
             if (isMember(cells[k], si) && visit(CellPlace{(*_rows)[i].r() - 1, cells[k].column()}, cells[k])) return;
         }
     }
@@ -71,7 +73,8 @@ void XMLSheetImplT<CharT, Tag>::handOverMaster(CellPlace at, Cell& master) {
     eachMember(old, [&](CellPlace heirAt, Cell& heir) {
         if (&heir == &master) return false;
         Formula& formula = *heir.formula();
-        formula.text(translateFormula(old.text(), std::int64_t{heirAt.row} - at.row, std::int64_t{heirAt.col} - at.col));
+        formula.text(
+            translateFormula(old.text(), std::int64_t{heirAt.row} - at.row, std::int64_t{heirAt.col} - at.col));
         formula.ref(old.ref());
         if (_mastersKnown) _sharedMasters.insert_or_assign(old.si(), heirAt);
         return true;
@@ -84,8 +87,8 @@ void XMLSheetImplT<CharT, Tag>::removeShared(CellPlace at, Cell& master) {
     const Formula old = *master.formula();
     _sharedMasters.erase(old.si());
     eachMember(old, [&](CellPlace memberAt, Cell& member) {
-        const std::wstring text = translateFormula(old.text(), std::int64_t{memberAt.row} - at.row,
-                                                   std::int64_t{memberAt.col} - at.col);
+        const std::wstring text =
+            translateFormula(old.text(), std::int64_t{memberAt.row} - at.row, std::int64_t{memberAt.col} - at.col);
         member.clearFormula();
         member.makeFormula().text(text);
         return false;

@@ -5,7 +5,9 @@
 namespace vellum {
 namespace {
 
-bool isWordCharacter(wchar_t c) { return (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') || c == L'$'; }
+bool isWordCharacter(wchar_t c) {
+    return (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') || c == L'$';
+}
 
 std::uint32_t wrapped(std::uint32_t at, std::int64_t delta, std::int64_t size) {
     return static_cast<std::uint32_t>(((at + delta) % size + size) % size);
