@@ -32,7 +32,7 @@ void XmlFileBase::read(const PartBytes& part) {
 
 void XmlFileBase::writeToStream(std::ostream& out) {
     beforeWrite();
-    bindery::c_xml_writer writer([&out](std::string_view piece) {
+    bindery::c_keeping_writer writer([&out](std::string_view piece) {
         out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
         return out.good();
     });
@@ -49,7 +49,7 @@ void XmlFileBase::writeToPath(std::string& path) {
         return;
     }
     beforeWrite();
-    bindery::c_xml_writer writer;
+    bindery::c_keeping_writer writer;
     raise(marshalRoot(writer));
     path = writer.take();
 }
