@@ -47,6 +47,18 @@ XFile* XMLBookImplT<CharT, Tag>::findPart(std::string_view path) {
     return found == _parts.end() ? nullptr : found->second.get();
 }
 
+/// Deletes a part that some relationship names. A file may name there what is no such part at all: what the book has
+/// in use stays.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::dropPart(std::string_view path) {
+    const auto found = _parts.find(path);
+    if (found == _parts.end()) return;
+    XFile* const part = found->second.get();
+    const bool ofASheet = dynamic_cast<Sheet*>(part) || dynamic_cast<BinaryFile*>(part) ||
+                          (dynamic_cast<Relationships*>(part) && part != _relationships);
+    if (ofASheet) _parts.erase(found);
+}
+
 template <class CharT, class Tag>
 Relationships* XMLBookImplT<CharT, Tag>::findRelationshipsOf(std::string_view path) {
     return dynamic_cast<Relationships*>(findPart(relsPathOf(path)));

@@ -160,6 +160,7 @@ private:
         _parts.insert_or_assign(path, Part(part.release()));
         return added;
     }
+    void dropPart(std::string_view path);
     const typename ooxml::dialect<Tag>::sml::c_CT_Sheet& sheetElement(int index) const;
     Sheet* findSheet(int index);
     ContentTypes& requireContentTypes();

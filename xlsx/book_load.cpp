@@ -1,5 +1,7 @@
 // Loading a package into the book.
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include "engine/guarded.h"
 #include "engine/vlerror.h"
@@ -74,7 +76,8 @@ public:
         readContentTypes();
         readDeclaredMainPath();
         for (std::size_t i = 0; i < _reader.entryCount(); ++i) {
-            if (i != _contentTypesEntry) readEntry(i);
+            // Not a second one either: the first is in use.
+            if (!sameIgnoringCase(partPath(_reader.entryName(i)), contentTypesPath)) readEntry(i);
         }
         if (_book._mainPath.empty()) throw vlerror(msg::mainPartNotFound);
         _book._folder = folderOf(_book._mainPath);
@@ -85,7 +88,7 @@ public:
     }
 
 private:
-    /// Bytes of an entry, in memory or in the temporary file, for as long as it is read.
+    /// Bytes of an entry, in memory or in the temporary file, for as long as it is read. The file is gone afterwards.
     class Entry {
     public:
         Entry(zip::ZipReader& reader, std::size_t index, const std::string& tempFile) {
@@ -93,13 +96,26 @@ private:
                 _memory = reader.extract(index);
                 _part.memory = {_memory.data(), _memory.size()};
             } else {
-                reader.extractToFile(index, tempFile);
                 _part.path = &tempFile;
+                try {
+                    reader.extractToFile(index, tempFile);
+                } catch (...) {
+                    removeFile();
+                    throw;
+                }
             }
         }
+        ~Entry() { removeFile(); }
+        Entry(const Entry&) = delete;
+        Entry& operator=(const Entry&) = delete;
         const PartBytes& part() const { return _part; }
 
     private:
+        void removeFile() {
+            std::error_code ignored;
+            if (_part.path) std::filesystem::remove(*_part.path, ignored);
+        }
+
         zip::ZipMemoryBuffer _memory;
         PartBytes _part = {};
     };
@@ -110,7 +126,6 @@ private:
             const Entry entry(_reader, i, _scope.tempFile);
             _book._contentTypes =
                 &_book.addPart(std::string(contentTypesPath), std::make_unique<ContentTypes>(entry.part()));
-            _contentTypesEntry = i;
             return;
         }
         throw vlerror(msg::contentTypesNotFoundOnLoad);
@@ -131,8 +146,7 @@ private:
     bool isMainPart(const std::string& path, const std::string& contentType) const {
         if (!type::isMain(contentType)) return false;
         if (_declaredMainPath.empty() || path == _declaredMainPath) return true;
-        const auto overrides = _book._contentTypes->overridePaths();
-        return std::find(overrides.begin(), overrides.end(), path) != overrides.end();
+        return _book._contentTypes->hasOverride(path);
     }
 
     void readEntry(std::size_t index) {
@@ -148,6 +162,7 @@ private:
 
     void readMain(std::size_t index, const std::string& path) {
         const Entry entry(_reader, index, _scope.tempFile);
+        _book._root = c_workbook();  // of an entry that stands in the archive twice, the later counts
         _book.read(entry.part());
         if (!_book._mainPath.empty()) _book._parts.erase(_book._mainPath);
         _book._parts.insert_or_assign(path, Part(&_book, {false}));
@@ -220,7 +235,6 @@ private:
     XMLBookImplT& _book;
     zip::ZipReader& _reader;
     const LoadScope& _scope;
-    std::size_t _contentTypesEntry = 0;
     std::string _declaredMainPath;
     std::string _wantedSheet;
     bool _cut = false;

@@ -89,11 +89,11 @@ void XMLBookImplT<CharT, Tag>::dropCalcChain() {
             const std::string path = absoluteTarget(_folder, target);
             _relationships->removeByTarget(target);
             _contentTypes->removeOverride(path);
-            _parts.erase(path);
+            dropPart(path);
         }
         _relationships->removeByTarget("calcChain.xml");
     }
-    _parts.erase(_folder + "/calcChain.xml");
+    dropPart(_folder + "/calcChain.xml");
 }
 
 /// After a partial load, worksheets that were left out are still named: readers refuse a package with such names.
@@ -104,9 +104,7 @@ void XMLBookImplT<CharT, Tag>::dropDangling() {
             if (!findPart(absoluteTarget(_folder, target))) _relationships->removeByTarget(target);
         }
     }
-    for (const std::string& path : _contentTypes->overridePaths()) {
-        if (!findPart(partPath(path))) _contentTypes->removeOverride(path);
-    }
+    _contentTypes->removeOverridesBut([this](const std::string& name) { return findPart(partPath(name)) != nullptr; });
 }
 
 template <class CharT, class Tag>

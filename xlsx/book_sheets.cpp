@@ -146,8 +146,10 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
     if (index < 0 || index > sheetCount()) throw vlerror(msg::indexOutOfRange);
     bool cut;
     const std::wstring wideName = checkedSheetName(name, cut);
-    const auto* const sourceSheet = static_cast<const Sheet*>(source);
+    const auto* const sourceSheet = dynamic_cast<const Sheet*>(source);
     const int sourceIndex = sourceSheet ? sourceSheet->index() : -1;
+    // Only sheets of this book can be copied.
+    if (source && (!sourceSheet || findSheet(sourceIndex) != sourceSheet)) throw vlerror(msg::sheetNotFound);
     const std::string sourcePath = sourceSheet ? sheetPath(sourceIndex) : std::string();
     const std::wstring sourceName = sourceSheet ? sheetElement(sourceIndex).name() : std::wstring();
 
@@ -260,13 +262,13 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
         const std::string path = sheetPath(index);
         if (!findPart(path)) return false;
         removeNamesOfSheet(index);
-        _parts.erase(relsPathOf(path));
+        dropPart(relsPathOf(path));
         const std::string id = sheetElement(index).id();
         this->_root.sheets().sheet().erase(static_cast<std::size_t>(index));
         dropAmbiguousNames(index);
         requireContentTypes().removeOverride(path);
         requireRelationships().removeById(id);
-        _parts.erase(path);
+        dropPart(path);
         if (activeSheetIndex() >= sheetCount()) activate(sheetCount() - 1);
         for (int i = index; i < sheetCount(); ++i) findSheet(i);
         return true;
@@ -325,6 +327,7 @@ void XMLBookImplT<CharT, Tag>::cutToSheet(int index) {
         removeNamesOfSheet(i);
         sheets.erase(static_cast<std::size_t>(i));
     }
+    dropAmbiguousNames(0);
     if (auto* const views = this->_root.find_bookViews()) {
         for (auto& view : views->workbookView()) view.activeTab(0);
     }

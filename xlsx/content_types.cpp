@@ -60,12 +60,14 @@ void ContentTypes::removeOverride(std::string_view path) {
     buildMaps();
 }
 
-std::vector<std::string> ContentTypes::overridePaths() const {
-    std::vector<std::string> paths;
-    for (const auto& element : _root.choice()) {
-        if (const auto* override = element.find_Override()) paths.push_back(override->PartName());
+void ContentTypes::removeOverridesBut(const std::function<bool(const std::string& partName)>& isKnown) {
+    auto& elements = _root.choice();
+    const std::size_t before = elements.size();
+    for (std::size_t i = before; i-- > 0;) {
+        const auto* const override = std::as_const(elements[i]).find_Override();
+        if (override && !isKnown(override->PartName())) elements.erase(i);
     }
-    return paths;
+    if (elements.size() != before) buildMaps();
 }
 
 }  // namespace vellum

@@ -1,5 +1,7 @@
 // The content type of each part.
 #pragma once
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -22,9 +24,9 @@ public:
     void setOverride(std::string_view path, std::string_view type);
     void setDefault(std::string_view extension, std::string_view type);
     void removeOverride(std::string_view path);
-
-    /// Part names of all overrides, in document order.
-    std::vector<std::string> overridePaths() const;
+    bool hasOverride(std::string_view path) const { return _overrides.find(path) != _overrides.end(); }
+    /// Removes each override whose part the predicate does not know.
+    void removeOverridesBut(const std::function<bool(const std::string& partName)>& isKnown);
 
 private:
     void buildMaps();

@@ -184,8 +184,11 @@ const CharT* XMLFormatImplT<CharT, Tag>::customFormatText() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::copyFrom(IFormatT<CharT>& other) {
-    if (const auto* const same = dynamic_cast<const XMLFormatImplT*>(&other); same && same->_styles == _styles) {
+    if (auto* const same = dynamic_cast<XMLFormatImplT*>(&other); same && same->_styles == _styles) {
         *_xf = *same->_xf;
+        // Both now share the border and the fill: whoever changes them next takes a copy.
+        same->_ownBorder = nullptr;
+        same->_ownFill = nullptr;
         return;
     }
     // Of another book: each property, with colours in this book's terms.

@@ -110,14 +110,14 @@ std::size_t SharedStrings<CharT, Tag>::addString(std::wstring_view text) {
     if (text.size() > longestString) throw vlerror(msg::stringTooLong);
     if (!_indexed) buildIndex();
     std::wstring scratch;
-    std::wstring escaped(escapeSharedText(text, scratch));
+    const std::wstring_view escaped = escapeSharedText(text, scratch);
     countUse();
-    const auto [found, isNew] = _index.try_emplace(std::move(escaped), size());
-    if (isNew) {
-        setPreservedText(this->_root.si().append().t(), found->first);
-        this->_root.uniqueCount(static_cast<unsigned>(size()));
-    }
-    return found->second;
+    if (const auto known = _index.find(escaped); known != _index.end()) return known->second;
+    const std::size_t position = size();
+    setPreservedText(this->_root.si().append().t(), escaped);
+    this->_root.uniqueCount(static_cast<unsigned>(size()));
+    _index.emplace(escaped, position);
+    return position;
 }
 
 template <class CharT, class Tag>

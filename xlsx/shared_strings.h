@@ -1,5 +1,6 @@
 // The shared strings of a package.
 #pragma once
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -53,7 +54,11 @@ private:
     const c_CT_Rst& at(std::size_t position) const;
     void buildIndex();
 
-    std::unordered_map<std::wstring, std::size_t> _index;  // made by the first addString
+    struct HashText {
+        using is_transparent = void;
+        std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
+    };
+    std::unordered_map<std::wstring, std::size_t, HashText, std::equal_to<>> _index;  // made by the first addString
     bool _indexed = false;
     std::vector<std::unique_ptr<RichString>> _richStrings;
     std::wstring _joined;

@@ -92,11 +92,11 @@ template <class CharT, class Tag>
 void Styles<CharT, Tag>::makeHandles() {
     if (auto* const cellXfs = this->_root.find_cellXfs()) {
         _formats.reserve(cellXfs->xf().size());
-        for (auto& xf : cellXfs->xf()) _formats.push_back(std::make_unique<Format>(this, &xf, _formats.size()));
+        for (auto& xf : cellXfs->xf()) addHandle(xf);
     }
     if (auto* const fonts = this->_root.find_fonts()) {
         _fonts.reserve(fonts->font().size());
-        for (auto& font : fonts->font()) _fonts.push_back(std::make_unique<Font>(this, font));
+        for (auto& font : fonts->font()) addHandle(font);
     }
 }
 
@@ -112,24 +112,33 @@ auto Styles<CharT, Tag>::fontAt(std::size_t index) const -> Font* {
     return _fonts[index].get();
 }
 
-/// A format knows its index; that it is this list's is seen by comparing pointers, so that one which died with an
-/// earlier load is never looked into.
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::addHandle(typename sml::c_CT_Xf& xf) -> Format* {
+    _formats.push_back(std::make_unique<Format>(this, &xf, _formats.size()));
+    Format* const format = _formats.back().get();
+    _formatIndices[static_cast<const IFormatT<CharT>*>(format)] = _formats.size() - 1;
+    return format;
+}
+
+template <class CharT, class Tag>
+auto Styles<CharT, Tag>::addHandle(typename sml::c_CT_Font& font) -> Font* {
+    _fonts.push_back(std::make_unique<Font>(this, font));
+    Font* const added = _fonts.back().get();
+    _fontIndices[static_cast<const IFontT<CharT>*>(added)] = _fonts.size() - 1;
+    return added;
+}
+
 template <class CharT, class Tag>
 std::size_t Styles<CharT, Tag>::formatIndexOf(const IFormatT<CharT>* format) const {
-    if (format) {
-        for (std::size_t i = 0; i < _formats.size(); ++i) {
-            if (_formats[i].get() == format) return i;
-        }
-    }
-    throw vlerror(msg::formatNotFound);
+    const auto found = _formatIndices.find(format);
+    if (!format || found == _formatIndices.end()) throw vlerror(msg::formatNotFound);
+    return found->second;
 }
 
 template <class CharT, class Tag>
 int Styles<CharT, Tag>::fontIndexOf(const IFontT<CharT>* font) const {
-    for (std::size_t i = 0; i < _fonts.size(); ++i) {
-        if (_fonts[i].get() == font) return static_cast<int>(i);
-    }
-    return -1;
+    const auto found = _fontIndices.find(font);
+    return found == _fontIndices.end() ? -1 : static_cast<int>(found->second);
 }
 
 template <class CharT, class Tag>
@@ -138,8 +147,7 @@ auto Styles<CharT, Tag>::newFormat(IFormatT<CharT>* from) -> Format* {
     auto& list = this->_root.cellXfs();
     auto& xf = list.xf().append();
     list.count(static_cast<unsigned>(list.xf().size()));
-    _formats.push_back(std::make_unique<Format>(this, &xf, _formats.size()));
-    Format* const format = _formats.back().get();
+    Format* const format = addHandle(xf);
     if (from) format->copyFrom(*from);
     return format;
 }
@@ -150,8 +158,7 @@ auto Styles<CharT, Tag>::newFont(IFontT<CharT>* from) -> Font* {
     auto& list = this->_root.fonts();
     auto& element = list.font().append();
     list.count(static_cast<unsigned>(list.font().size()));
-    _fonts.push_back(std::make_unique<Font>(this, element));
-    Font* const font = _fonts.back().get();
+    Font* const font = addHandle(element);
     if (from) font->copyFrom(*from);
     return font;
 }

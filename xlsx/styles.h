@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "ooxml/dialect.h"
@@ -83,12 +84,17 @@ public:
 
 private:
     void makeHandles();
+    Format* addHandle(typename sml::c_CT_Xf& xf);
+    Font* addHandle(typename sml::c_CT_Font& font);
 
     BookContextT<CharT, Tag>* _book = nullptr;
     const XMLTheme<Tag>* _theme = nullptr;
     bool _rgb = false;
     std::vector<std::unique_ptr<Format>> _formats;
     std::vector<std::unique_ptr<Font>> _fonts;
+    // Positions by address: an object of another book, or of the time before a load, is never looked into.
+    std::unordered_map<const void*, std::size_t> _formatIndices;
+    std::unordered_map<const void*, std::size_t> _fontIndices;
 };
 
 extern template class Styles<char, excelNormal_tag>;

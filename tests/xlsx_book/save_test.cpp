@@ -1,0 +1,102 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "engine/isheet.h"
+#include "tests/xlsx_book/package.h"
+
+namespace vellum {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string content(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// A folder that is empty at first, and gone at the end.
+class Save : public testing::Test {
+protected:
+    Save() : folder(testing::TempDir() + "xlsx_save/") {
+        std::filesystem::remove_all(folder);
+        std::filesystem::create_directory(folder);
+    }
+    ~Save() override { std::filesystem::remove_all(folder); }
+
+    const std::string folder;
+    const BookPtr book = newBook();
+};
+
+TEST_F(Save, TheExtensionGivesTheType) {
+    const std::pair<const char*, const char*> rows[] = {{"a.XLSM", "sheet.macroEnabled.main+xml"},
+                                                        {"a.xltx", "template.main+xml"},
+                                                        {"a.xltm", "template.macroEnabled.main+xml"},
+                                                        {"a.other", "template.macroEnabled.main+xml"},
+                                                        {"a.xlsx", "spreadsheetml.sheet.main+xml"}};
+    ASSERT_TRUE(book->addSheet("A", nullptr));
+    for (const auto& [name, type] : rows) {
+        ASSERT_TRUE(book->saveFile((folder + name).c_str(), false)) << book->errorMessage();
+        EXPECT_THAT(unpacked(content(folder + name))["[Content_Types].xml"], HasSubstr(type)) << name;
+    }
+    EXPECT_FALSE(book->isTemplateFile());
+    EXPECT_TRUE(book->setTemplateFile(true));
+    EXPECT_TRUE(book->isTemplateFile());
+    EXPECT_THAT(savedParts(*book)["[Content_Types].xml"], HasSubstr("template.main+xml"));
+}
+
+TEST_F(Save, TheChainOfCalculationIsDropped) {
+    Parts parts = samplePackage(1, {{"xl/calcChain.xml", "<calcChain/>"}, {"xl/other/chain.xml", "<calcChain/>"}});
+    const auto insert = [](std::string& xml, const std::string& what) { xml.insert(xml.rfind("</"), what); };
+    insert(parts[0].second, R"(<Override PartName="/xl/calcChain.xml" ContentType="c/c"/>)"
+                            R"(<Override PartName="/xl/other/chain.xml" ContentType="c/c"/>)");
+    for (const char* target : {"calcChain.xml", "/xl/other/chain.xml"}) {
+        insert(parts[2].second, "<Relationship Id=\"" + std::string(target) +
+                                    "\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+                                    "calcChain\" Target=\"" +
+                                    target + "\"/>");
+    }
+    ASSERT_TRUE(load(*book, packed(parts))) << book->errorMessage();
+    auto saved = savedParts(*book);
+    EXPECT_EQ(saved.size(), 5u);
+    EXPECT_THAT(saved["[Content_Types].xml"], Not(HasSubstr("hain.xml")));
+    EXPECT_THAT(saved["xl/_rels/workbook.xml.rels"], Not(HasSubstr("hain.xml")));
+    EXPECT_THAT(saved["xl/workbook.xml"], HasSubstr("fullCalcOnLoad=\"1\""));
+}
+
+TEST_F(Save, NothingIsTruncatedForABookWithoutSheets) {
+    const std::string path = folder + "a.xlsx";
+    std::ofstream(path) << "old";
+    EXPECT_FALSE(book->saveFile(path.c_str(), false));
+    EXPECT_STREQ(book->errorMessage(), "min/max occurs error on marshaling");
+    EXPECT_EQ(content(path), "old");
+    EXPECT_FALSE(load(*book, "no book"));
+    EXPECT_FALSE(book->saveFile(path.c_str(), false));
+    EXPECT_STREQ(book->errorMessage(), "workbook content types are not found");
+    EXPECT_EQ(content(path), "old");
+}
+
+TEST_F(Save, ByWayOfATemporaryFileIsTheSame) {
+    ASSERT_TRUE(load(*book, samplePackageBytes(2, {{"xl/kept.xml", "kept"}})));
+    ASSERT_TRUE(book->saveFile((folder + "a.xlsx").c_str(), false)) << book->errorMessage();
+    ASSERT_TRUE(book->saveFile((folder + "b.xlsx").c_str(), true)) << book->errorMessage();
+    EXPECT_EQ(unpacked(content(folder + "a.xlsx")), unpacked(content(folder + "b.xlsx")));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 2);
+    EXPECT_FALSE(book->saveFile((folder + "none/a.xlsx").c_str(), false));
+    EXPECT_STREQ(book->errorMessage(), "can't open file for writing");
+    EXPECT_FALSE(book->saveFile(nullptr, false));
+}
+
+TEST_F(Save, MemoryAndFileHoldTheSame) {
+    ASSERT_TRUE(load(*book, samplePackageBytes(1)));
+    ASSERT_TRUE(book->saveFile((folder + "a.xlsx").c_str(), false));
+    EXPECT_EQ(unpacked(content(folder + "a.xlsx")), savedParts(*book));
+    EXPECT_EQ(content(folder + "a.xlsx").find("[Content_Types].xml"), 30u);  // behind the first local header
+}
+
+}  // namespace
+}  // namespace vellum
