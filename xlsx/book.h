@@ -171,7 +171,6 @@ private:
     void copyRelationships(std::string_view sourcePath, std::string_view path, Sheet& copy);
     void copyLocalNames(int sourceIndex, int index, const std::wstring& sourceName, const std::wstring& name);
     void removeNamesOfSheet(int index);
-    void dropAmbiguousNames(int removedIndex);
     void activate(int index);
     void cutToSheet(int index);
     typename ooxml::dialect<Tag>::sml::c_CT_CalcPr& ensureCalcPr();

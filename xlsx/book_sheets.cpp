@@ -265,7 +265,6 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
         dropPart(relsPathOf(path));
         const std::string id = sheetElement(index).id();
         this->_root.sheets().sheet().erase(static_cast<std::size_t>(index));
-        dropAmbiguousNames(index);
         requireContentTypes().removeOverride(path);
         requireRelationships().removeById(id);
         dropPart(path);
@@ -275,45 +274,32 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
     });
 }
 
-/// Drops the names that refer to the sheet; in the others the indices of later sheets go down by one.
+/// Drops the names that refer to the sheet; in the others the indices of later sheets go down by one. A name that is
+/// local to the sheet passes to its successor: it goes when there is none, or when that has such a name already.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
     auto* const names = this->_root.find_definedNames();
     if (!names) return;
     const std::wstring sheetName = sheetElement(index).name();
+    const auto sheet = static_cast<unsigned>(index);
+    const bool isLast = index + 1 >= sheetCount();
     auto& list = names->definedName();
-    for (std::size_t i = list.size(); i-- > 0;) {
-        auto& name = list[i];
-        if (sheetOfReference(name.text()) == sheetName) {
-            list.erase(i);
-        } else if (name.isset_localSheetId() && name.localSheetId() > static_cast<unsigned>(index)) {
-            name.localSheetId(name.localSheetId() - 1);
-        }
+    std::vector<std::wstring> ofSuccessor;
+    for (const auto& name : list) {
+        if (name.isset_localSheetId() && name.localSheetId() == sheet + 1) ofSuccessor.push_back(name.name());
     }
-    if (list.size() == 0) this->_root.unset_definedNames();
-}
-
-/// A name that was local to the removed sheet now belongs to its successor: it goes when there is none, or when that
-/// has such a name already.
-template <class CharT, class Tag>
-void XMLBookImplT<CharT, Tag>::dropAmbiguousNames(int removedIndex) {
-    auto* const names = this->_root.find_definedNames();
-    if (!names) return;
-    auto& list = names->definedName();
-    const auto index = static_cast<unsigned>(removedIndex);
-    const auto isTaken = [&](std::size_t i) {
-        for (std::size_t k = 0; k < list.size(); ++k) {
-            if (k != i && list[k].isset_localSheetId() && list[k].localSheetId() == index &&
-                sameSheetName(list[k].name(), list[i].name())) {
-                return true;
-            }
-        }
-        return false;
+    const auto isTaken = [&](const std::wstring& name) {
+        return std::any_of(ofSuccessor.begin(), ofSuccessor.end(),
+                           [&](const std::wstring& other) { return sameSheetName(name, other); });
     };
     for (std::size_t i = list.size(); i-- > 0;) {
-        if (!list[i].isset_localSheetId()) continue;
-        const unsigned sheet = list[i].localSheetId();
-        if (sheet >= static_cast<unsigned>(sheetCount()) || (sheet == index && isTaken(i))) list.erase(i);
+        auto& name = list[i];
+        const bool isLocal = name.isset_localSheetId() && name.localSheetId() == sheet;
+        if (sheetOfReference(name.text()) == sheetName || (isLocal && (isLast || isTaken(name.name())))) {
+            list.erase(i);
+        } else if (name.isset_localSheetId() && name.localSheetId() > sheet) {
+            name.localSheetId(name.localSheetId() - 1);
+        }
     }
     if (list.size() == 0) this->_root.unset_definedNames();
 }
@@ -327,7 +313,6 @@ void XMLBookImplT<CharT, Tag>::cutToSheet(int index) {
         removeNamesOfSheet(i);
         sheets.erase(static_cast<std::size_t>(i));
     }
-    dropAmbiguousNames(0);
     if (auto* const views = this->_root.find_bookViews()) {
         for (auto& view : views->workbookView()) view.activeTab(0);
     }

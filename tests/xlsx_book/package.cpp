@@ -60,12 +60,14 @@ std::string workbookXml(int sheetCount, const std::string& inside, bool strict) 
 }
 
 Parts samplePackage(int sheetCount, const std::map<std::string, std::string>& changed) {
-    std::string types = R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">)"
-                        R"(<Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/>)"
-                        R"(<Default Extension="xml" ContentType="application/xml"/>)"
-                        R"(<Override PartName="/xl/workbook.xml" ContentType=")" +
-                        contentTypeHead + "sheet.main+xml\"/>";
-    std::string relationships = "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
+    std::string types =
+        R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">)"
+        R"(<Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/>)"
+        R"(<Default Extension="xml" ContentType="application/xml"/>)"
+        R"(<Override PartName="/xl/workbook.xml" ContentType=")" +
+        contentTypeHead + "sheet.main+xml\"/>";
+    std::string relationships =
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
     const std::string relationshipsHead = relationships;
     Parts sheets;
     for (int i = 1; i <= sheetCount; ++i) {

@@ -87,10 +87,14 @@ TEST(PartPath, Targets) {
     EXPECT_EQ(relsPathOf("/workbook.xml"), "/_rels/workbook.xml.rels");
     const struct {
         const char *folder, *target, *path;
-    } rows[] = {{"/xl", "styles.xml", "/xl/styles.xml"},   {"/xl", "/xl/styles.xml", "/xl/styles.xml"},
-                {"/xl", "./styles.xml", "/xl/styles.xml"}, {"/xl", "../styles.xml", "/styles.xml"},
-                {"", "styles.xml", "/styles.xml"},         {"", "/styles.xml", "/styles.xml"},
-                {"/xl", "../../../a", "/a"},               {"/xl", "/other/a", "/xl//other/a"}};
+    } rows[] = {{"/xl", "styles.xml", "/xl/styles.xml"},
+                {"/xl", "/xl/styles.xml", "/xl/styles.xml"},
+                {"/xl", "./styles.xml", "/xl/styles.xml"},
+                {"/xl", "../styles.xml", "/styles.xml"},
+                {"", "styles.xml", "/styles.xml"},
+                {"", "/styles.xml", "/styles.xml"},
+                {"/xl", "../../../a", "/a"},
+                {"/xl", "/other/a", "/xl//other/a"}};
     for (const auto& row : rows) EXPECT_EQ(absoluteTarget(row.folder, row.target), row.path) << row.target;
 }
 

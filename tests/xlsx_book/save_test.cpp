@@ -65,7 +65,7 @@ TEST_F(Save, TheChainOfCalculationIsDropped) {
     EXPECT_EQ(saved.size(), 5u);
     EXPECT_THAT(saved["[Content_Types].xml"], Not(HasSubstr("hain.xml")));
     EXPECT_THAT(saved["xl/_rels/workbook.xml.rels"], Not(HasSubstr("hain.xml")));
-    EXPECT_THAT(saved["xl/workbook.xml"], HasSubstr("fullCalcOnLoad=\"1\""));
+    EXPECT_THAT(saved["xl/workbook.xml"], HasSubstr("fullCalcOnLoad=\"true\""));
 }
 
 TEST_F(Save, NothingIsTruncatedForABookWithoutSheets) {

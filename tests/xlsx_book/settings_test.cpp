@@ -57,7 +57,7 @@ TEST(Settings, Date1904) {
     EXPECT_EQ(book->datePack(2000, 1, 1, 12, 0, 0, 0), 36526.5 - 1462);
     EXPECT_TRUE(book->setDate1904(false));
     EXPECT_FALSE(book->isDate1904());
-    EXPECT_THAT(workbook(*book), HasSubstr("date1904=\"0\""));
+    EXPECT_THAT(workbook(*book), HasSubstr("date1904=\"false\""));
     EXPECT_EQ(book->datePack(0, 0, 0, 12, 0, 0, 0), 0.5);
     int year, month, day, hour, min, sec, msec;
     ASSERT_TRUE(book->dateUnpack(60, &year, &month, &day, &hour, &min, &sec, &msec));

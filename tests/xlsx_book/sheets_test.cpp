@@ -34,8 +34,8 @@ std::string error(const BookPtr& book) {
 /// A book of three sheets S1 to S3 with defined names.
 BookPtr bookWithNames(const std::string& names) {
     BookPtr book = newBook();
-    EXPECT_TRUE(load(*book, samplePackageBytes(
-                                3, {{"xl/workbook.xml", workbookXml(3, "<definedNames>" + names + "</definedNames>")}})))
+    EXPECT_TRUE(load(*book, samplePackageBytes(3, {{"xl/workbook.xml",
+                                                    workbookXml(3, "<definedNames>" + names + "</definedNames>")}})))
         << error(book);
     return book;
 }
@@ -150,7 +150,8 @@ constexpr const char* sampleNames =
     R"(<definedName name="value" localSheetId="1">5</definedName>)";
 
 std::string names(IBookT<char>& book) {
-    const std::string xml = savedParts(book)["xl/workbook.xml"];
+    std::string xml = savedParts(book)["xl/workbook.xml"];
+    for (std::size_t at; (at = xml.find("&apos;")) != std::string::npos;) xml.replace(at, 6, "'");
     const std::size_t first = xml.find("<definedName ");
     if (first == std::string::npos) return "";
     return xml.substr(first, xml.find("</definedNames>") - first);
@@ -159,10 +160,11 @@ std::string names(IBookT<char>& book) {
 TEST(DefinedNames, FollowTheirSheets) {
     BookPtr book = bookWithNames(sampleNames);
     ASSERT_TRUE(book->moveSheet(2, 0));
-    EXPECT_EQ(names(*book),
-              R"(<definedName name="one">S1!$A$1</definedName><definedName name="two" localSheetId="2">S2!$A$1</definedName>)"
-              R"(<definedName name="three" localSheetId="0">'S3'!$A$1</definedName>)"
-              R"(<definedName name="value" localSheetId="2">5</definedName>)");
+    EXPECT_EQ(
+        names(*book),
+        R"(<definedName name="one">S1!$A$1</definedName><definedName name="two" localSheetId="2">S2!$A$1</definedName>)"
+        R"(<definedName name="three" localSheetId="0">'S3'!$A$1</definedName>)"
+        R"(<definedName name="value" localSheetId="2">5</definedName>)");
     book = bookWithNames(sampleNames);
     ASSERT_TRUE(book->insertSheet(1, "X", nullptr));
     EXPECT_THAT(names(*book), HasSubstr(R"(name="two" localSheetId="2")"));
@@ -172,10 +174,9 @@ TEST(DefinedNames, FollowTheirSheets) {
 TEST(DefinedNames, GoWithTheirSheet) {
     BookPtr book = bookWithNames(sampleNames);
     ASSERT_TRUE(book->removeSheet(1));
-    EXPECT_EQ(names(*book),
-              R"(<definedName name="one">S1!$A$1</definedName>)"
-              R"(<definedName name="three" localSheetId="1">'S3'!$A$1</definedName>)"
-              R"(<definedName name="value" localSheetId="1">5</definedName>)");
+    EXPECT_EQ(names(*book), R"(<definedName name="one">S1!$A$1</definedName>)"
+                            R"(<definedName name="three" localSheetId="1">'S3'!$A$1</definedName>)"
+                            R"(<definedName name="value" localSheetId="1">5</definedName>)");
     ASSERT_TRUE(book->removeSheet(1));  // "value" would belong to no sheet
     EXPECT_EQ(names(*book), R"(<definedName name="one">S1!$A$1</definedName>)");
     book = bookWithNames(R"(<definedName name="n" localSheetId="0">1</definedName>)"
@@ -189,8 +190,7 @@ TEST(DefinedNames, AreCopiedWithTheirSheet) {
     ISheetT<char>* const copy = book->insertSheet(0, "New one", book->getSheet(1));
     ASSERT_TRUE(copy) << error(book);
     EXPECT_EQ(copy->readNumber(0, 0, nullptr), 2);
-    EXPECT_THAT(names(*book),
-                HasSubstr(R"(<definedName name="two" localSheetId="0">'New one'!$A$1</definedName>)"));
+    EXPECT_THAT(names(*book), HasSubstr(R"(<definedName name="two" localSheetId="0">'New one'!$A$1</definedName>)"));
     EXPECT_THAT(names(*book), HasSubstr(R"(<definedName name="two" localSheetId="2">S2!$A$1</definedName>)"));
     const BookPtr other = bookOf("A");
     EXPECT_FALSE(book->addSheet("foreign", other->getSheet(0)));
@@ -203,22 +203,23 @@ TEST(SheetList, ACopySharesNoParts) {
         "<worksheet xmlns=\"" + main + "\" xmlns:r=\"" + head.substr(0, head.size() - 1) +
         "\"><sheetData/><hyperlinks><hyperlink ref=\"A1\" r:id=\"rId1\"/></hyperlinks>"
         "<drawing r:id=\"rId2\"/><tableParts count=\"1\"><tablePart r:id=\"rId3\"/></tableParts></worksheet>";
-    const std::string rels = "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-                             "<Relationship Id=\"rId1\" Type=\"" +
-                             head + "hyperlink\" Target=\"http://a/\" TargetMode=\"External\"/><Relationship Id=\"rId2\" Type=\"" +
-                             head + "drawing\" Target=\"../drawings/d.xml\"/></Relationships>";
+    const std::string rels =
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+        "<Relationship Id=\"rId1\" Type=\"" +
+        head + "hyperlink\" Target=\"http://a/\" TargetMode=\"External\"/><Relationship Id=\"rId2\" Type=\"" + head +
+        "drawing\" Target=\"../drawings/d.xml\"/></Relationships>";
     const BookPtr book = newBook();
     ASSERT_TRUE(load(*book, samplePackageBytes(1, {{"xl/worksheets/sheet1.xml", sheet},
                                                    {"xl/worksheets/_rels/sheet1.xml.rels", rels}})))
         << error(book);
     ASSERT_TRUE(book->addSheet("Copy", book->getSheet(0))) << error(book);
     auto parts = savedParts(*book);
-    EXPECT_THAT(parts["xl/worksheets/sheet1.xml"], HasSubstr("drawing"));
-    EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], Not(HasSubstr("drawing")));
+    EXPECT_THAT(parts["xl/worksheets/sheet1.xml"], HasSubstr("<drawing "));
+    EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], Not(HasSubstr("drawing ")));
     EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], Not(HasSubstr("tablePart")));
     EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], HasSubstr("rId1"));
     EXPECT_THAT(parts["xl/worksheets/_rels/sheet2.xml.rels"], HasSubstr("http://a/"));
-    EXPECT_THAT(parts["xl/worksheets/_rels/sheet2.xml.rels"], Not(HasSubstr("drawing")));
+    EXPECT_THAT(parts["xl/worksheets/_rels/sheet2.xml.rels"], Not(HasSubstr("d.xml")));
 }
 
 TEST(SheetList, HostileTargetsAreNoSheets) {

@@ -30,7 +30,7 @@ TEST(Colors, Bytes) {
         Bytes bytes;
         bool rgb;
         int color;
-    } rows[] = {{{255, 255, 0, 0}, false, 10}, {{255, 0, 0}, false, 10},      {{0, 255, 0, 0}, false, -1},
+    } rows[] = {{{255, 255, 0, 0}, false, 10},    {{255, 0, 0}, false, 10},       {{0, 255, 0, 0}, false, -1},
                 {{0, 255, 0, 0}, true, 0xff0000}, {{255, 18, 52, 86}, false, -1}, {{255, 18, 52, 86}, true, 0x123456}};
     for (const auto& row : rows) EXPECT_EQ(readRgbBytes(row.bytes, row.rgb), row.color);
     EXPECT_THROW(readRgbBytes({1, 2}, true), vlerror);

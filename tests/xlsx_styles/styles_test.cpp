@@ -31,12 +31,13 @@ std::string styles(IBookT<char>& book) {
 /// A book whose styles part holds this.
 BookPtr bookWithStyles(const std::string& inside, const std::string& theme = {}) {
     Parts parts = samplePackage(
-        1, {{"xl/styles.xml",
-             "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">" + inside + "</styleSheet>"}});
+        1, {{"xl/styles.xml", "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">" +
+                                  inside + "</styleSheet>"}});
     const std::string head = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
     const auto insert = [](std::string& xml, const std::string& what) { xml.insert(xml.rfind("</"), what); };
     const std::string type = "application/vnd.openxmlformats-officedocument.";
-    insert(parts[0].second, "<Override PartName=\"/xl/styles.xml\" ContentType=\"" + type + "spreadsheetml.styles+xml\"/>");
+    insert(parts[0].second,
+           "<Override PartName=\"/xl/styles.xml\" ContentType=\"" + type + "spreadsheetml.styles+xml\"/>");
     insert(parts[2].second, "<Relationship Id=\"s\" Type=\"" + head + "styles\" Target=\"styles.xml\"/>");
     if (!theme.empty()) {
         parts.emplace_back("xl/theme.xml", theme);
@@ -73,28 +74,38 @@ TEST(Format, EveryPropertyComesBack) {
         int (*get)(Format&);
     };
     const Property properties[] = {
-        {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }, [](Format& f) { return f.alignHorizontal(); }},
-        {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }, [](Format& f) { return f.alignVertical(); }},
+        {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); },
+         [](Format& f) { return f.alignHorizontal(); }},
+        {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); },
+         [](Format& f) { return f.alignVertical(); }},
         {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }, [](Format& f) { return int{f.wrapsText()}; }},
         {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }, [](Format& f) { return f.rotation(); }},
         {"letters", 255, 255, [](Format& f, int v) { f.setRotation(v); }, [](Format& f) { return f.rotation(); }},
         {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }, [](Format& f) { return f.indent(); }},
-        {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }, [](Format& f) { return int{f.shrinksToFit()}; }},
+        {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); },
+         [](Format& f) { return int{f.shrinksToFit()}; }},
         {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }, [](Format& f) { return f.borderLeft(); }},
         {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }, [](Format& f) { return f.borderRight(); }},
         {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }, [](Format& f) { return f.borderTop(); }},
         {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }, [](Format& f) { return f.borderBottom(); }},
         {"all", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }, [](Format& f) { return f.borderTop(); }},
-        {"diagonal", 0, 13, [](Format& f, int v) { f.setBorderDiagonalStyle(v); }, [](Format& f) { return f.borderDiagonalStyle(); }},
+        {"diagonal", 0, 13, [](Format& f, int v) { f.setBorderDiagonalStyle(v); },
+         [](Format& f) { return f.borderDiagonalStyle(); }},
         {"which", 0, 3, [](Format& f, int v) { f.setBorderDiagonal(v); }, [](Format& f) { return f.borderDiagonal(); }},
-        {"left colour", 0, 63, [](Format& f, int v) { f.setBorderLeftColor(v); }, [](Format& f) { return f.borderLeftColor(); }},
-        {"all colours", 8, 9, [](Format& f, int v) { f.setBorderColorAll(v); }, [](Format& f) { return f.borderBottomColor(); }},
-        {"diagonal colour", 8, 9, [](Format& f, int v) { f.setBorderDiagonalColor(v); }, [](Format& f) { return f.borderDiagonalColor(); }},
+        {"left colour", 0, 63, [](Format& f, int v) { f.setBorderLeftColor(v); },
+         [](Format& f) { return f.borderLeftColor(); }},
+        {"all colours", 8, 9, [](Format& f, int v) { f.setBorderColorAll(v); },
+         [](Format& f) { return f.borderBottomColor(); }},
+        {"diagonal colour", 8, 9, [](Format& f, int v) { f.setBorderDiagonalColor(v); },
+         [](Format& f) { return f.borderDiagonalColor(); }},
         {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }, [](Format& f) { return f.fillPattern(); }},
-        {"fore", 8, 63, [](Format& f, int v) { f.setPatternForeColor(v); }, [](Format& f) { return f.patternForeColor(); }},
-        {"back", 8, 63, [](Format& f, int v) { f.setPatternBackColor(v); }, [](Format& f) { return f.patternBackColor(); }},
+        {"fore", 8, 63, [](Format& f, int v) { f.setPatternForeColor(v); },
+         [](Format& f) { return f.patternForeColor(); }},
+        {"back", 8, 63, [](Format& f, int v) { f.setPatternBackColor(v); },
+         [](Format& f) { return f.patternBackColor(); }},
         {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }, [](Format& f) { return int{f.isLocked()}; }},
-        {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }, [](Format& f) { return int{f.isFormulaHidden()}; }},
+        {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); },
+         [](Format& f) { return int{f.isFormulaHidden()}; }},
         {"number", 0, 49, [](Format& f, int v) { f.setNumFormat(v); }, [](Format& f) { return f.numFormat(); }},
     };
     const BookPtr book = bookWithSheet();
@@ -117,7 +128,7 @@ TEST(Format, EveryPropertyComesBack) {
     fresh.setBorderLeftColor(-1);
     fresh.setPatternForeColor(32767);
     EXPECT_EQ(fresh.borderLeftColor(), -1);
-    EXPECT_THAT(styles(*again), HasSubstr("applyAlignment=\"1\""));
+    EXPECT_THAT(styles(*again), HasSubstr("applyAlignment=\"true\""));
 }
 
 TEST(Format, BordersAndFillsAreCopiedOnFirstWrite) {
@@ -194,10 +205,10 @@ TEST(Styles, Dates) {
         int id;
         const char* text;
         bool isDate;
-    } rows[] = {{0, nullptr, false},        {13, nullptr, false},          {14, nullptr, true},       {22, nullptr, true},
-                {37, nullptr, false},       {44, nullptr, false},          {45, nullptr, true},       {47, nullptr, true},
-                {48, nullptr, false},       {200, "0.0", false},           {200, "yyyy", true},       {200, "[Red]0", false},
-                {200, "\"day\" 0", false},  {200, "[$-409]0 h", true},     {200, "\\m0", true},       {200, "[open h", false}};
+    } rows[] = {{0, nullptr, false},       {13, nullptr, false},      {14, nullptr, true}, {22, nullptr, true},
+                {37, nullptr, false},      {44, nullptr, false},      {45, nullptr, true}, {47, nullptr, true},
+                {48, nullptr, false},      {200, "0.0", false},       {200, "yyyy", true}, {200, "[Red]0", false},
+                {200, "\"day\" 0", false}, {200, "[$-409]0 h", true}, {200, "\\m0", true}, {200, "[open h", false}};
     for (const auto& row : rows) {
         const BookPtr book = bookWithStyles(
             (row.text ? "<numFmts count=\"1\"><numFmt numFmtId=\"200\" formatCode=\"" +
@@ -213,8 +224,14 @@ TEST(Font, EveryPropertyComesBack) {
     Font& font = *book->newFont(nullptr);
     EXPECT_EQ(font.size(), 11);
     EXPECT_STREQ(font.name(), "Calibri");
-    for (const int u : {0, 1, 2, 33, 34, 0}) font.setUnderline(u), EXPECT_EQ(font.underline(), u);
-    for (const int s : {0, 1, 2}) font.setScript(s), EXPECT_EQ(font.script(), s);
+    for (const int u : {0, 1, 2, 33, 34, 0}) {
+        font.setUnderline(u);
+        EXPECT_EQ(font.underline(), u);
+    }
+    for (const int s : {0, 1, 2}) {
+        font.setScript(s);
+        EXPECT_EQ(font.script(), s);
+    }
     font.setSize(20);
     font.setBold(true), font.setItalic(true), font.setStrikeOut(true);
     font.setColor(10);
@@ -232,40 +249,52 @@ TEST(Font, EveryPropertyComesBack) {
 }
 
 const std::string themeXml = [] {
-    std::string xml = R"(<a:theme xmlns:a="http://schemas.openxmlformats.org/drawingml/2006/main" name="t"><a:themeElements>)"
-                      R"(<a:clrScheme name="c">)";
+    std::string xml =
+        R"(<a:theme xmlns:a="http://schemas.openxmlformats.org/drawingml/2006/main" name="t"><a:themeElements>)"
+        R"(<a:clrScheme name="c">)";
     const std::pair<const char*, const char*> colors[] = {
         {"dk1", ""},           {"lt1", "00FF00"},     {"dk2", "000010"},     {"lt2", "000020"},
         {"accent1", "000001"}, {"accent2", "000002"}, {"accent3", "000003"}, {"accent4", "000004"},
         {"accent5", "000005"}, {"accent6", "FF0000"}, {"hlink", "00000A"},   {"folHlink", "00000B"}};
     for (const auto& [name, rgb] : colors) {
         xml += "<a:" + std::string(name) + ">" +
-               (*rgb ? "<a:srgbClr val=\"" + std::string(rgb) + "\"/>" : R"(<a:sysClr val="windowText" lastClr="000000"/>)") +
+               (*rgb ? "<a:srgbClr val=\"" + std::string(rgb) + "\"/>"
+                     : R"(<a:sysClr val="windowText" lastClr="000000"/>)") +
                "</a:" + name + ">";
     }
-    return xml + R"(</a:clrScheme><a:fontScheme name="f"><a:majorFont><a:latin typeface="A"/><a:ea typeface=""/><a:cs typeface=""/>)"
-                 R"(</a:majorFont><a:minorFont><a:latin typeface="A"/><a:ea typeface=""/><a:cs typeface=""/></a:minorFont>)"
-                 R"(</a:fontScheme><a:fmtScheme name="m"><a:fillStyleLst/><a:lnStyleLst/><a:effectStyleLst/><a:bgFillStyleLst/>)"
-                 R"(</a:fmtScheme></a:themeElements></a:theme>)";
+    return xml +
+           R"(</a:clrScheme><a:fontScheme name="f"><a:majorFont><a:latin typeface="A"/><a:ea typeface=""/><a:cs typeface=""/>)"
+           R"(</a:majorFont><a:minorFont><a:latin typeface="A"/><a:ea typeface=""/><a:cs typeface=""/></a:minorFont>)"
+           R"(</a:fontScheme><a:fmtScheme name="m"><a:fillStyleLst/><a:lnStyleLst/><a:effectStyleLst/><a:bgFillStyleLst/>)"
+           R"(</a:fmtScheme></a:themeElements></a:theme>)";
 }();
 
 TEST(Font, ColorsOfAFile) {
     const struct {
         const char* xml;
         int index, rgb;  // by mode
-    } rows[] = {{"rgb=\"FFFF0000\"", 10, 0xff0000},    {"rgb=\"FF123456\"", -1, 0x123456},
-                {"indexed=\"3\"", 3, 0x00ff00},        {"indexed=\"9\"", 9, 0x010203},
-                {"indexed=\"70\"", 70, -1},            {"theme=\"0\"", 11, 0x00ff00},
-                {"theme=\"1\"", 8, 0},                 {"theme=\"2\"", -1, 0x000020},
-                {"theme=\"9\"", 10, 0xff0000},         {"theme=\"11\"", -1, 0x00000b},
-                {"theme=\"12\"", -1, -1},              {"theme=\"1\" tint=\"0.5\"", -1, 0x7f7f7f},
+    } rows[] = {{"rgb=\"FFFF0000\"", 10, 0xff0000},
+                {"rgb=\"FF123456\"", -1, 0x123456},
+                {"indexed=\"3\"", 3, 0x00ff00},
+                {"indexed=\"9\"", 9, 0x010203},
+                {"indexed=\"70\"", 70, -1},
+                {"theme=\"0\"", 11, 0x00ff00},
+                {"theme=\"1\"", 8, 0},
+                {"theme=\"2\"", -1, 0x000020},
+                {"theme=\"9\"", 10, 0xff0000},
+                {"theme=\"11\"", -1, 0x00000b},
+                {"theme=\"12\"", -1, -1},
+                {"theme=\"1\" tint=\"0.5\"", -1, 0x7f7f7f},
                 {"auto=\"1\"", -1, -1}};
     for (const auto& row : rows) {
         // Indices 0 to 9 are the file's own; those with fewer colours than the index use the fixed table.
         std::string own = "<colors><indexedColors>";
-        for (int i = 0; i < 10; ++i) own += i == 9 ? "<rgbColor rgb=\"00010203\"/>" : i == 3 ? "<rgbColor rgb=\"0000FF00\"/>" : "<rgbColor rgb=\"00000000\"/>";
+        for (int i = 0; i < 10; ++i) {
+            own += std::string("<rgbColor rgb=\"") + (i == 9 ? "00010203" : i == 3 ? "0000FF00" : "00000000") + "\"/>";
+        }
         const BookPtr book = bookWithStyles(
-            "<fonts><font><color " + std::string(row.xml) + "/></font></fonts>" + own + "</indexedColors></colors>", themeXml);
+            "<fonts><font><color " + std::string(row.xml) + "/></font></fonts>" + own + "</indexedColors></colors>",
+            themeXml);
         EXPECT_EQ(book->fontAt(0)->color(), row.index) << row.xml;
         ASSERT_TRUE(book->setUsesRgbColors(true));
         EXPECT_EQ(book->fontAt(0)->color(), row.rgb) << row.xml;
