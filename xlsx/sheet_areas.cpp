@@ -87,13 +87,29 @@ bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
             *col = static_cast<int>(atCol);
             return true;
         };
-        if (!_numbered) {
+        if (_zeroRows) {  // in any order
             CellPlace best{sheetRows, 0};
             eachCell([&](CellPlace at, const Cell& cell) {
                 if (at.row < fromRow || (at.row == fromRow && at.col < fromCol) || kindOf(cell) == cellEmpty) return;
                 if (at.row < best.row || (at.row == best.row && at.col < best.col)) best = at;
             });
             return best.row < sheetRows && found(best.row, best.col);
+        }
+        if (!_numbered) {
+            unnumberedRow(0);  // makes the list of places
+            auto next = std::lower_bound(_rowPlaces.begin(), _rowPlaces.end(), fromRow,
+                                         [](const auto& known, std::uint32_t wanted) { return known.first < wanted; });
+            for (; next != _rowPlaces.end() && next->first < sheetRows; ++next) {
+                const auto [atRow, inRow] = *next;
+                std::uint32_t atCol = 0;
+                for (const Cell& cell : inRow->c()) {
+                    if (cell.hasReference()) atCol = cell.column();
+                    const bool wanted = atRow > fromRow || atCol >= fromCol;
+                    if (wanted && kindOf(cell) != cellEmpty) return found(atRow, atCol);
+                    ++atCol;
+                }
+            }
+            return false;
         }
         for (std::size_t i = rowAt(fromRow); i < _rows->size() && (*_rows)[i].r() <= sheetRows; ++i) {
             const Cells& cells = (*_rows)[i].c();

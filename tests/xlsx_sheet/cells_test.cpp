@@ -67,9 +67,12 @@ TEST(SheetCells, StrictDatesReadAsDayNumbers) {
         double value;
         const char* error;
     } cases[] = {
-        {"2020-01-31T12:00:00", 43861.5, "ok"},      {"2020-01-31", 43861, "ok"},
-        {"12:30:00", 12.5 / 24, "ok"},               {"1900-01-01", 1, "ok"},
-        {"2020-01-31T00:00:00.5Z", 43861 + 0.5 / 86400, "ok"}, {"x", 0, "can't read date/time from the cell"},
+        {"2020-01-31T12:00:00", 43861.5, "ok"},
+        {"2020-01-31", 43861, "ok"},
+        {"12:30:00", 12.5 / 24, "ok"},
+        {"1900-01-01", 1, "ok"},
+        {"2020-01-31T00:00:00.5Z", 43861 + 0.5 / 86400, "ok"},
+        {"x", 0, "can't read date/time from the cell"},
         {"1800-01-01", 0, "can't read date/time from the cell"},
     };
     for (const auto& c : cases) {
@@ -87,10 +90,14 @@ TEST(SheetCells, NumbersAreWrittenInSeventeenDigits) {
         double value;
         const char* cell;
     } cases[] = {
-        {0.1, "<c r=\"A1\"><v>0.10000000000000001</v></c>"}, {1e300, "<c r=\"A1\"><v>1.0000000000000001e+300</v></c>"},
-        {-0.0, "<c r=\"A1\"><v>-0</v></c>"},                  {1e16, "<c r=\"A1\"><v>10000000000000000</v></c>"},
-        {1e17, "<c r=\"A1\"><v>1e+17</v></c>"},               {-45000, "<c r=\"A1\"><v>-45000</v></c>"},
-        {INFINITY, "<c r=\"A1\" t=\"e\"><v>#NUM!</v></c>"},   {NAN, "<c r=\"A1\" t=\"e\"><v>#NUM!</v></c>"},
+        {0.1, "<c r=\"A1\"><v>0.10000000000000001</v></c>"},
+        {1e300, "<c r=\"A1\"><v>1.0000000000000001e+300</v></c>"},
+        {-0.0, "<c r=\"A1\"><v>-0</v></c>"},
+        {1e16, "<c r=\"A1\"><v>10000000000000000</v></c>"},
+        {1e17, "<c r=\"A1\"><v>1e+17</v></c>"},
+        {-45000, "<c r=\"A1\"><v>-45000</v></c>"},
+        {INFINITY, "<c r=\"A1\" t=\"e\"><v>#NUM!</v></c>"},
+        {NAN, "<c r=\"A1\" t=\"e\"><v>#NUM!</v></c>"},
     };
     for (const auto& c : cases) {
         TestSheet sheet("");
@@ -123,8 +130,9 @@ TEST(SheetCells, StringsAreSharedAndEachOverwriteClearsWhatWasThere) {
     EXPECT_TRUE(sheet->writeString(0, 0, "new", nullptr, 2));
     EXPECT_TRUE(sheet->writeString(4, 3, "new", nullptr, 2));
     EXPECT_TRUE(sheet->writeString(4, 1, "1e2", nullptr, 0));
-    EXPECT_EQ(sheet.savedRows(), "<row r=\"1\"><c r=\"A1\" s=\"0\" t=\"s\"><v>0</v></c></row>"
-                                 "<row r=\"5\"><c r=\"B5\"><v>1e2</v></c><c r=\"D5\" t=\"s\"><v>0</v></c></row>");
+    EXPECT_EQ(sheet.savedRows(),
+              "<row r=\"1\"><c r=\"A1\" s=\"0\" t=\"s\"><v>0</v></c></row>"
+              "<row r=\"5\"><c r=\"B5\"><v>1e2</v></c><c r=\"D5\" t=\"s\"><v>0</v></c></row>");
     EXPECT_EQ(sheet.string(4, 3), "new");
     EXPECT_EQ(sheet->readNumber(4, 1, nullptr), 100);
     EXPECT_FALSE(sheet->writeRichText(0, 0, nullptr, nullptr));
@@ -150,7 +158,8 @@ TEST(SheetCells, PlacesOutsideFail) {
 }
 
 TEST(SheetCells, FormatsComeFromCellRowOrColumn) {
-    TestSheet sheet("<row r='2' s='1'><c r='A2' s='2'/></row>", -1, -1, "<cols><col min='3' max='4' style='3'/></cols>");
+    TestSheet sheet("<row r='2' s='1'><c r='A2' s='2'/></row>", -1, -1,
+                    "<cols><col min='3' max='4' style='3'/></cols>");
     auto& styles = sheet.book.ensureStyles();
     for (int i = 0; i < 3; ++i) styles.newFormat(nullptr);
     const auto at = [&](std::size_t i) { return static_cast<IFormatT<char>*>(styles.formatAt(i)); };

@@ -24,7 +24,8 @@ TEST(SheetLoad, FindsCellsThatDoNotSayWhereTheyStand) {
     } cases[] = {
         {"<row><c><v>1</v></c><c><v>2</v></c></row><row><c><v>3</v></c></row>", "0,0=1 0,1=2 1,0=3 ",
          "0,0=1 0,1=2 1,0=3 8,0=9 "},
-        {"<row r='1'><c r='A1'><v>1</v></c></row><row><c r='B2'><v>2</v></c></row><row r='3'><c r='C3'><v>3</v></c></row>",
+        {"<row r='1'><c r='A1'><v>1</v></c></row><row><c r='B2'><v>2</v></c></row><row r='3'><c "
+         "r='C3'><v>3</v></c></row>",
          "0,0=1 1,1=2 2,2=3 ", "0,0=1 1,1=2 2,2=3 8,0=9 "},
         {"<row r='5'><c r='C5'><v>1</v></c><c><v>2</v></c></row><row><c><v>3</v></c></row>", "4,2=1 4,3=2 5,0=3 ",
          "4,2=1 4,3=2 5,0=3 8,0=9 "},

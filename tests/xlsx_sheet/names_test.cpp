@@ -20,7 +20,7 @@ TEST(SheetNames, RangesOfThisSheetAreFound) {
 
     const struct {
         const wchar_t* text;
-        int local;            // -1: of the workbook
+        int local;           // -1: of the workbook
         const char* bounds;  // or the failure
     } names[] = {
         {L"'My ''one'', two'!$B$2:$D$4", -1, "1 3 1 3 -1"},

@@ -55,9 +55,8 @@ public:
 
     explicit TestSheet(const std::string& rows, int firstRow = -1, int lastRow = -1, const std::string& before = "",
                        const std::string& behind = "") {
-        const std::string xml =
-            std::string("<worksheet xmlns=\"") + ns + "\">" + before + "<sheetData>" + rows + "</sheetData>" + behind +
-            "</worksheet>";
+        const std::string xml = std::string("<worksheet xmlns=\"") + ns + "\">" + before + "<sheetData>" + rows +
+                                "</sheetData>" + behind + "</worksheet>";
         _sheet = std::make_unique<Sheet>(PartBytes{xml, nullptr}, firstRow, lastRow);
         _sheet->bind(book, 0);
     }
@@ -90,9 +89,9 @@ public:
     /// First row, end row, first column, end column; the filled area behind them.
     std::string areas() {
         std::string text;
-        for (const int n : {_sheet->firstRow(), _sheet->lastRow(), _sheet->firstCol(), _sheet->lastCol(),
-                            _sheet->firstFilledRow(), _sheet->lastFilledRow(), _sheet->firstFilledColumn(),
-                            _sheet->lastFilledColumn()}) {
+        for (const int n :
+             {_sheet->firstRow(), _sheet->lastRow(), _sheet->firstCol(), _sheet->lastCol(), _sheet->firstFilledRow(),
+              _sheet->lastFilledRow(), _sheet->firstFilledColumn(), _sheet->lastFilledColumn()}) {
             text += std::to_string(n) + ' ';
         }
         return text;
