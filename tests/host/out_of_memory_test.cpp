@@ -15,9 +15,15 @@ namespace {
 
 std::vector<std::string> reports;
 
-void error(HostContext*, const char* format, ...) { reports.push_back(format); }
-void driverError(HostContext*, const char* text, int code) { reports.push_back(std::to_string(code) + " " + text); }
-const char* language() { return "en"; }
+void error(HostContext*, const char* format, ...) {
+    reports.push_back(format);
+}
+void driverError(HostContext*, const char* text, int code) {
+    reports.push_back(std::to_string(code) + " " + text);
+}
+const char* language() {
+    return "en";
+}
 
 class OutOfMemory : public testing::Test {
 protected:
