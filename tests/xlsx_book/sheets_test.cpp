@@ -151,7 +151,7 @@ constexpr const char* sampleNames =
 
 std::string names(IBookT<char>& book) {
     std::string xml = savedParts(book)["xl/workbook.xml"];
-    for (std::size_t at; (at = xml.find("&apos;")) != std::string::npos;) xml.replace(at, 6, "'");
+    for (std::size_t at; (at = xml.find("&apos;")) != std::string::npos;) xml.replace(at, 6, 1, '\'');
     const std::size_t first = xml.find("<definedName ");
     if (first == std::string::npos) return "";
     return xml.substr(first, xml.find("</definedNames>") - first);

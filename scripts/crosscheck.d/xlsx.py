@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""xlsx.py [--corpus DIR] [--quillet COMMAND] [--count 40] [--libreoffice]: what other programs read in our saved
+Open XML workbooks.
+
+Takes `count` files of the corpus, chosen so that together they have every feature that its manifest names, loads and
+saves each, and lets independent readers, openpyxl and ssconvert, on request LibreOffice too, read the original and the
+saved file: the same sheets and the same values must come out. Files that a reader does not take as they are, are not
+asked of it. Cells that change from one reading of the same file to the next are left out.
+"""
+import argparse
+import csv
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+SECONDS = 120
+
+OPENPYXL = """
+import sys, openpyxl
+for data_only in (False, True):
+    book = openpyxl.load_workbook(sys.argv[1], data_only=data_only)
+    for sheet in book.worksheets:
+        print(ascii(sheet.title), sheet.sheet_state, sorted(str(m) for m in sheet.merged_cells.ranges))
+        for row in sheet.iter_rows():
+            for cell in row:
+                if cell.value is not None:
+                    value = getattr(cell.value, "text", cell.value)
+                    print(cell.coordinate, cell.data_type, ascii(value), cell.number_format, cell.font.b)
+"""
+
+
+def openpyxl_lines(path):
+    """None when the reader refuses the file."""
+    done = subprocess.run(["/usr/bin/python3", "-c", OPENPYXL, path], capture_output=True, timeout=SECONDS)
+    if b"No module named 'openpyxl'" in done.stderr:
+        raise SystemExit("crosscheck: python3-openpyxl is not installed")
+    # A text of one blank is written as a no-break space.
+    return done.stdout.replace(b"\\xa0", b" ").splitlines() if done.returncode == 0 else None
+
+
+def csv_lines(folder):
+    lines = []
+    for name in sorted(os.listdir(folder)):
+        if name.endswith(".csv"):
+            lines.append(b"sheet " + name.encode())
+            with open(os.path.join(folder, name), "rb") as f:
+                lines += f.read().replace(b"\xc2\xa0", b" ").splitlines()
+    return lines
+
+
+def ssconvert_lines(path):
+    with tempfile.TemporaryDirectory() as folder:
+        done = subprocess.run(["ssconvert", "-S", path, os.path.join(folder, "%n.csv")], capture_output=True,
+                              timeout=SECONDS)
+        return csv_lines(folder) if done.returncode == 0 else None
+
+
+def libreoffice_lines(path):
+    with tempfile.TemporaryDirectory() as folder:
+        source = os.path.join(folder, "book" + os.path.splitext(path)[1])
+        shutil.copy(path, source)
+        every_sheet = "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1"
+        subprocess.run(["soffice", "-env:UserInstallation=file:///tmp/crosscheck-profile", "--headless", "--convert-to",
+                        every_sheet, "--outdir", folder, source], capture_output=True, timeout=SECONDS)
+        return csv_lines(folder) or None
+
+
+def choose(rows, count):
+    """Greedily the file with the most features not seen yet, small before large."""
+    chosen, seen = [], set()
+    rows = sorted(rows, key=lambda r: int(r["size"]))
+    while rows and len(chosen) < count:
+        best = max(rows, key=lambda r: len(set((r["features"] or "").split(",")) - seen))
+        gained = set((best["features"] or "").split(",")) - seen
+        if not gained:
+            seen.clear()  # another round over all features
+            if not best["features"]:
+                chosen += rows[:count - len(chosen)]
+                break
+            continue
+        seen |= gained
+        chosen.append(best)
+        rows.remove(best)
+    return chosen
+
+
+def check(path, saved, quillet, readers):
+    done = subprocess.run([quillet, "resave", path, saved], capture_output=True, timeout=SECONDS)
+    if done.returncode:
+        return ["does not save: %s" % done.stderr.decode("utf-8", "replace").strip()], 0
+    faults, compared = [], 0
+    for name, lines_of in readers.items():
+        try:
+            before = lines_of(path)
+            after = lines_of(saved) if before is not None else None
+        except subprocess.TimeoutExpired:
+            continue
+        if before is None:
+            continue
+        if after is None:
+            faults.append("%s does not take the saved file" % name)
+            continue
+        compared += 1
+        if before != after:
+            again = lines_of(path)
+            changed = [(a, b) for a, b, c in zip(before, after, again) if a != b and a == c]
+            if len(before) != len(after) or changed:
+                first = changed[0] if changed else (len(before), len(after))
+                faults.append("%s: %s became %s" % (name, str(first[0])[:100], str(first[1])[:100]))
+    return faults, compared
+
+
+def main():
+    options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    options.add_argument("--corpus", default=os.path.join(ROOT, "..", "shared", "corpus"))
+    options.add_argument("--quillet", default=os.path.join(ROOT, "build", "release", "cli", "quillet"))
+    options.add_argument("--count", type=int, default=40)
+    options.add_argument("--libreoffice", action="store_true")
+    args = options.parse_args()
+    if not shutil.which("ssconvert"):
+        raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
+    readers = {"openpyxl": openpyxl_lines, "ssconvert": ssconvert_lines}
+    if args.libreoffice and shutil.which("soffice"):
+        readers["LibreOffice"] = libreoffice_lines
+    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
+        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
+                if r["expect"] == "load" and os.path.exists(os.path.join(args.corpus, "xlsx", r["file"]))]
+    failed, total = 0, 0
+    with tempfile.TemporaryDirectory(prefix="crosscheck-") as folder:
+        for row in choose(rows, args.count):
+            faults, compared = check(os.path.join(args.corpus, "xlsx", row["file"]),
+                                     os.path.join(folder, row["file"]), args.quillet, readers)
+            total += compared
+            failed += bool(faults)
+            for fault in faults:
+                print("%s: %s" % (row["file"], fault), flush=True)
+    print("crosscheck xlsx: %d comparisons by %s, %d files with differences" % (total, ", ".join(readers), failed))
+    return 1 if failed or not total else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
