@@ -157,7 +157,7 @@ void kinds(Book& book, Writer& out) {
     int row = 0;
     for (const double value : numbers) out.number(row++, 0, value);
     for (const bool value : {true, false}) {
-        out.require(sheet.writeBool(row, 0, value, nullptr, 0));
+        out.require(sheet.writeBool(row, 0, value));
         out.expect(row++, 0, 'b', value ? "1" : "0");
     }
     const std::pair<int, const char*> errors[] = {{0, "#NULL!"},  {7, "#DIV/0!"}, {15, "#VALUE!"}, {23, "#REF!"},

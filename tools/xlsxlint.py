@@ -22,6 +22,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import xlsxcompare  # noqa: E402
 from xlsxcompare import child, local  # noqa: E402
 
+XML = "http://www.w3.org/XML/1998/namespace"
 MC = "http://schemas.openxmlformats.org/markup-compatibility/2006"
 SCHEMAS = {
     "http://schemas.openxmlformats.org/spreadsheetml/2006/main": "transitional/sml.xsd",
@@ -63,7 +64,7 @@ def schema_tree(data):
 
     def is_ignored(name):
         space = name[1:].partition("}")[0] if name.startswith("{") else ""
-        return space == MC or space in ignorable
+        return space in (MC, XML) or space in ignorable  # the schemas forget xml:space, which all readers know
 
     def clean(element):
         for name in [n for n in element.attrib if is_ignored(n)]:

@@ -20,7 +20,6 @@ SMALL = ("formats", "kinds")  # those that are converted too
 
 OPENPYXL = """
 import json, sys, openpyxl
-from openpyxl.styles.fills import PatternFill
 big = sys.argv[2] == "big"
 book = openpyxl.load_workbook(sys.argv[1], read_only=big)
 HORIZONTAL = ["general", "left", "center", "right", "fill", "justify", "centerContinuous", "distributed"]
@@ -42,13 +41,13 @@ for index, sheet in enumerate(book.worksheets):
                     "horizontal": HORIZONTAL.index(a.horizontal or "general"),
                     "vertical": VERTICAL.index(a.vertical or "bottom"), "wrap": int(bool(a.wrapText)),
                     "rotation": a.textRotation, "indent": int(a.indent), "shrink": int(bool(a.shrinkToFit)),
-                    "border": BORDER.index(b.left.style if b.left.style != "none" else None),
-                    "border colour": b.top.color.indexed if b.top.color and b.top.color.type == "indexed" else None,
+                    "border": BORDER.index(b.left.style if b.left and b.left.style != "none" else None),
+                    "border colour": b.top.color.indexed if b.top and b.top.color and b.top.color.type == "indexed" else None,
                     "diagonal": int(bool(b.diagonalDown)) + 2 * int(bool(b.diagonalUp)),
-                    "pattern": PATTERN.index(f.patternType if f.patternType != "none" else None)
-                        if isinstance(f, PatternFill) else None,
-                    "fore colour": f.fgColor.indexed if f.fgColor.type == "indexed" else None,
-                    "rgb": f.fgColor.rgb if f.fgColor.type == "rgb" else None,
+                    "pattern": PATTERN.index(getattr(f, "patternType", None)
+                                             if getattr(f, "patternType", None) != "none" else None),
+                    "fore colour": f.fgColor.indexed if hasattr(f, "fgColor") and f.fgColor.type == "indexed" else None,
+                    "rgb": f.fgColor.rgb if hasattr(f, "fgColor") and f.fgColor.type == "rgb" else None,
                     "locked": int(bool(p.locked)), "hidden": int(bool(p.hidden)),
                     "bold": bool(font.b), "italic": bool(font.i), "strike": bool(font.strike),
                     "single": font.u == "single", "doubleAccounting": font.u == "doubleAccounting",
