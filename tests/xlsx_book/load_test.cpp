@@ -1,6 +1,7 @@
 // Loading packages: what is refused and how, parts of a book, both dialects.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -20,7 +21,8 @@ using testing::Not;
 using Transitional = XMLBookImplT<char, excelNormal_tag>;
 
 struct TempFile {
-    explicit TempFile(const std::string& bytes, const char* name = "load.xlsx") : path(testing::TempDir() + name) {
+    explicit TempFile(const std::string& bytes, const char* name = "load.xlsx")
+        : path(testing::TempDir() + std::to_string(getpid()) + name) {
         std::ofstream(path, std::ios::binary) << bytes;
     }
     ~TempFile() { std::filesystem::remove(path); }
@@ -166,7 +168,7 @@ TEST(Load, Outline) {
 }
 
 TEST(Load, ThroughATemporaryFile) {
-    const std::string temporary = testing::TempDir() + "load.part";
+    const std::string temporary = testing::TempDir() + std::to_string(getpid()) + "load.part";
     const TempFile good(samplePackageBytes(2)), bad(samplePackageBytes(1, {{"xl/workbook.xml", "<oops"}}), "bad.xlsx");
     const BookPtr book = newBook();
     ASSERT_TRUE(book->loadFile(good.path.c_str(), temporary.c_str())) << book->errorMessage();

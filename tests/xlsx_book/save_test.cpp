@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -22,7 +23,7 @@ std::string content(const std::string& path) {
 /// A folder that is empty at first, and gone at the end.
 class Save : public testing::Test {
 protected:
-    Save() : folder(testing::TempDir() + "xlsx_save/") {
+    Save() : folder(testing::TempDir() + "xlsx_save_" + std::to_string(getpid()) + "/") {
         std::filesystem::remove_all(folder);
         std::filesystem::create_directory(folder);
     }
