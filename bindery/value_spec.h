@@ -149,7 +149,7 @@ struct Restriction {
     const char* fixed = "";
 };
 
-/// The spec of a simple type: `constinit const ValueSpec ST_X = valueSpec(Atomic::narrow, Whitespace::collapse,
+/// The rules of a simple type: `constinit const ValueSpec ST_X = valueSpec(Atomic::narrow, Whitespace::collapse,
 /// {.enumeration = ST_X_texts})`.
 constexpr ValueSpec valueSpec(Atomic atomic, Whitespace whitespace, const Restriction& restriction = {}) {
     ValueSpec spec;

@@ -16,7 +16,7 @@ class TypeTable:
         self._specs = {}  # SimpleType -> name, members before the unions that they belong to
 
     def spec(self, simple):
-        """Name of the spec of one item of a type, relative to the family's namespace."""
+        """Name of the rules of one item of a type, relative to the family's namespace."""
         key = item_of(simple)
         if key not in self._specs:
             for member in key.members:
