@@ -15,7 +15,7 @@ namespace {
 
 std::string little(std::uint64_t value, int bytes) {
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i));
+    for (int i = 0; i < bytes; ++i) text += static_cast<char>(i < 8 ? value >> (8 * i) : 0);
     return text;
 }
 
