@@ -4,7 +4,8 @@
 Parts that the engine passes through are compared byte for byte, parts that it binds as XML trees (see
 compare_parts.py for what two trees may differ in). What each save does is no difference: the chain of calculation is
 dropped with its relationship and its content type, `fullCalcOnLoad` is set, the workbook's content type follows the
-extension, a workbook without a view gets one, a wrong `uniqueCount` is put right, parts without a content type and overrides without a part are gone.
+extension, a workbook without a view gets one, a wrong `uniqueCount` is put right, parts without a content type and
+overrides without a part are gone.
 Prints a line for each finding; exit status 1 when there is one.
 """
 import os
@@ -102,9 +103,9 @@ def expect_workbook(root):
         ET.SubElement(views, space + "workbookView")
 
 
-def expect_types(root, before, main, extension):
+def expect_types(root, before, main, extension, added):
     gone = {p.lower() for p in before.calc_chain()}
-    parts = {p.lower() for p in before.parts}
+    parts = {p.lower() for p in list(before.parts) + list(added)}
     kept = None
     for element in list(root):
         if local(element.tag) != "Override":
@@ -131,7 +132,9 @@ def expect_main_relationships(root, before, main):
             root.remove(element)
 
 
-def compare(before_path, after_path):
+def compare(before_path, after_path, change=None):
+    """`change` is what was done to the workbook besides: it has a dictionary `added` of new parts by path, and is
+    called with a part's path and its older tree, to do the same to that."""
     before, after = Package(before_path), Package(after_path)
     main = before.main_part()
     if main is None:
@@ -140,18 +143,25 @@ def compare(before_path, after_path):
     gone = before.calc_chain()
     expected = {p for p in before.parts if p == TYPES_NAME or (before.type_of(p) and p not in gone)}
     found = ["%s: lost" % p for p in sorted(expected - after.parts.keys())]
-    found += ["%s: added" % p for p in sorted(after.parts.keys() - expected)]
+    new = change.added if change else {}
+    found += ["%s: lost" % p for p in sorted(new.keys() - after.parts.keys())]
+    found += ["%s: added" % p for p in sorted(after.parts.keys() - expected - new.keys())]
+    for path in sorted(new.keys() & after.parts.keys()):
+        found += [path + text for text in compare_parts.differences(
+            compare_parts.parse(new[path]), compare_parts.parse(after.parts[path]), "", True)[:10]]
     main_rels = "%s/_rels/%s.rels" % (posixpath.dirname(main), posixpath.basename(main))
     for path in sorted(expected & after.parts.keys()):
         one, other = before.parts[path], after.parts[path]
-        if one == other:
+        if one == other and not change:
             continue
         if not before.is_bound(path):
-            found.append("%s: bytes differ" % path)
+            found += ["%s: bytes differ" % path] if one != other else []
             continue
         a, b = compare_parts.parse(one), compare_parts.parse(other)
+        if change:
+            change(path, a)
         if path == TYPES_NAME:
-            expect_types(a, before, main, extension)
+            expect_types(a, before, main, extension, new)
             for root in (a, b):  # a map: the order means nothing
                 root[:] = sorted(root, key=lambda t: (t.tag, t.get("PartName", t.get("Extension", "")).lower()))
         elif path == main:

@@ -283,17 +283,23 @@ def findings(path, schemas):
     return found
 
 
+def new_findings(path, source, schemas):
+    """Lines for what is wrong with the package, but not with the one that it was made from."""
+    found = collections.Counter(findings(path, schemas))
+    if found and source:
+        found -= collections.Counter(findings(source, schemas))
+    return [line[:400] for line in sorted(found)]
+
+
 def main():
     options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     options.add_argument("--schemas", metavar="DIR")
     options.add_argument("--loaded", metavar="SOURCE")
     options.add_argument("file")
     args = options.parse_args()
-    found = collections.Counter(findings(args.file, args.schemas))
-    if found and args.loaded:
-        found -= collections.Counter(findings(args.loaded, args.schemas))
-    for line in sorted(found):
-        print(line[:400])
+    found = new_findings(args.file, args.loaded, args.schemas)
+    for line in found:
+        print(line)
     return 1 if found else 0
 
 
