@@ -41,8 +41,12 @@ DRAWING = {236, 93, 438, 237}
 
 
 class Comparison:
-    def __init__(self, old, new):
+    """`change` is what was done to the workbook besides: `change.strings` by their places in the table, of which
+    `change.added` are new uses, and `change.cells` by (number of the sheet, row, column)."""
+
+    def __init__(self, old, new, change=None):
         self.differences = []
+        self.change = change
         self.old, self.new = CompoundFile(old), CompoundFile(new)
         self.streams()
         old_flat, _ = records(self.old.stream(self.old.main()))
@@ -58,6 +62,7 @@ class Comparison:
             self.differ("", "%d substreams became %d" % (len(old_parts), len(new_parts)))
         self.globals(old_parts[0], new_parts[0])
         for number, (one, other) in enumerate(zip(old_parts[1:], new_parts[1:])):
+            self.number = number
             self.sheet("sheet %d: " % number, one, other)
 
     def differ(self, where, text):
@@ -89,6 +94,10 @@ class Comparison:
         for part in (old, new):
             sst = [r for r in grouped(part) if r.id == 252]
             tables.append(shared_strings(sst[-1])[:2] if sst else (0, []))
+        if self.change:
+            total, strings = tables[0]
+            strings = dict(enumerate(strings)) | self.change.strings
+            tables[0] = total + self.change.added, [strings[i] for i in range(len(strings))]
         if tables[0] != tables[1]:
             count = sum(a != b for a, b in zip(tables[0][1], tables[1][1]))
             self.differ(where, "shared strings: %d and %d, total %d and %d, %d of them different"
@@ -182,6 +191,9 @@ class Comparison:
         def of(part):
             return {place: cell for place, *cell in expand_cells(part)}
         old, new = of(old), of(new)
+        for (number, *place), cell in (self.change.cells if self.change else {}).items():
+            if number == self.number:
+                old[tuple(place)] = cell
         for place in sorted(set(old) | set(new)):
             if old.get(place) != new.get(place):
                 self.differ(where, "cell %d,%d: %s became %s"

@@ -297,18 +297,22 @@ def pattern(fault):
     return re.sub(r"\d+", "#", fault)
 
 
+def new_faults(path, source):
+    """What is wrong with the file, but not with the one that it was made from."""
+    known = {pattern(fault) for fault in faults_of(source)} if source else set()
+    return [fault for fault in faults_of(path) if pattern(fault) not in known]
+
+
 def main():
     options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     options.add_argument("files", nargs="+", metavar="FILE")
     options.add_argument("--loaded", metavar="ORIGINAL", help="the file that FILE was loaded from")
     args = options.parse_args()
-    known = {pattern(fault) for fault in faults_of(args.loaded)} if args.loaded else set()
     failed = False
     for path in args.files:
-        for fault in faults_of(path):
-            if pattern(fault) not in known:
-                print("%s: %s" % (path, fault))
-                failed = True
+        for fault in new_faults(path, args.loaded):
+            print("%s: %s" % (path, fault))
+            failed = True
     return 1 if failed else 0
 
 
