@@ -171,7 +171,7 @@ ZipEntry readEntry(Fields& in) {
     in.take(2 + 2 + 4);  // disk, attributes
     entry.headerOffset = in.get<std::uint32_t>();
     const auto name = in.take(nameLength);
-    entry.name.assign(name.begin(), name.end());
+    entry.name.assign(name.begin(), std::find(name.begin(), name.end(), '\0'));  // no name goes on behind a zero
     applyZip64Extra(Fields(in.take(extraLength)), entry);
     in.take(commentLength);
     return entry;

@@ -187,6 +187,8 @@ void copyStored(const ZipSource& source, const ZipEntry& entry, ByteSink& sink) 
 }  // namespace
 
 void decompressEntry(const ZipSource& source, const ZipEntry& entry, ByteSink& sink) {
+    // Some writers give an empty entry a method but no stream.
+    if (entry.compressedSize == 0 && entry.uncompressedSize == 0) return;
     switch (entry.method) {
         case zipStored:
             return copyStored(source, entry, sink);

@@ -172,7 +172,8 @@ void ZipReader::addEntryFromFile(const std::string& name, const std::string& pat
 }
 
 void ZipReader::finish() {
-    if (!_writer || !_writer->close()) throw ZipError(msg::notEnoughMemory);
+    if (!_writer) throw ZipError(msg::internalError);
+    if (!_writer->close()) throw ZipError(msg::notEnoughMemory);
     _writer.reset();
 }
 

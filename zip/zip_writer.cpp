@@ -59,7 +59,7 @@ int bufferError(voidpf, voidpf) {
 zip_fileinfo entryInfo() {
     zip_fileinfo info = {};  // a DOS date of 0: the time stamp holds
     const std::time_t now = std::time(nullptr);
-    std::tm local;
+    std::tm local = {};
     localtime_r(&now, &local);
     info.tmz_date.tm_sec = local.tm_sec;
     info.tmz_date.tm_min = local.tm_min;

@@ -121,6 +121,14 @@ TEST(ZipReader, TakesEveryFormOfEntry) {
              a.uncompressedSize = 0;
          },
          ""},
+        {"empty, without the stream of its method",
+         [](Archive& a) {
+             a.method = 8;
+             a.content = "";
+             a.store("");
+             a.uncompressedSize = 0;
+         },
+         ""},
         {"Zip64 sizes",
          [](Archive& a) {
              a.uncompressedSize = a.compressedSize = 0xFFFFFFFF;
@@ -198,6 +206,15 @@ TEST(ZipReader, RefusesWhatIsNotSo) {
         c.change(archive);
         EXPECT_EQ(firstEntry(archive.bytes()), c.text) << c.what;
     }
+}
+
+TEST(ZipReader, ANameEndsAtAZero) {
+    Archive archive;
+    archive.name = std::string("a\0b", 3);
+    const std::string bytes = archive.bytes();
+    ZipReader reader;
+    reader.openForRead(bytes.data(), bytes.size());
+    EXPECT_EQ(reader.entryName(0), "a");
 }
 
 TEST(ZipReader, RefusesEveryCutOfAnArchive) {
