@@ -1,8 +1,9 @@
 #include "xlsx/book_proxy.h"
 
-#include <string>
 #include <string_view>
+#include <utility>
 
+#include "engine/guarded.h"
 #include "xlsx/book.h"
 
 namespace vellum {
@@ -16,23 +17,28 @@ bool isOutOfMemory(std::string_view text) {
 }  // namespace
 
 template <class CharT>
-XMLBookProxy<CharT>::XMLBookProxy() {
-    makeBook(false);
-}
+XMLBookProxy<CharT>::XMLBookProxy() : _book(std::make_unique<XMLBookImplT<CharT, excelNormal_tag>>()) {}
 
 template <class CharT>
 XMLBookProxy<CharT>::~XMLBookProxy() = default;
 
-/// The old book goes first: it puts back the locale that it had set.
+/// The old book puts back the locale that it had set when it goes; when memory is short it stays, with its text.
 template <class CharT>
-void XMLBookProxy<CharT>::makeBook(bool strict) {
-    _book.reset();
-    if (strict) {
-        _book = std::make_unique<XMLBookImplT<CharT, excelStrict_tag>>();
-    } else {
-        _book = std::make_unique<XMLBookImplT<CharT, excelNormal_tag>>();
-    }
-    _strict = strict;
+bool XMLBookProxy<CharT>::makeBook(bool strict, const char* errorText) {
+    LastError unheard;
+    return guarded(unheard, false, [&] {
+        const auto put = [&](auto fresh) {
+            if (errorText) fresh->setErrorText(errorText);
+            _book = std::move(fresh);
+        };
+        if (strict) {
+            put(std::make_unique<XMLBookImplT<CharT, excelStrict_tag>>());
+        } else {
+            put(std::make_unique<XMLBookImplT<CharT, excelNormal_tag>>());
+        }
+        _strict = strict;
+        return true;
+    });
 }
 
 template <class CharT>
@@ -40,8 +46,7 @@ template <class Load>
 bool XMLBookProxy<CharT>::loadInEither(Load&& load) {
     if (load(*_book)) return true;
     if (isOutOfMemory(_book->errorMessage())) return false;
-    makeBook(!_strict);
-    return load(*_book);
+    return makeBook(!_strict) && load(*_book);
 }
 
 template <class CharT>
@@ -49,9 +54,7 @@ bool XMLBookProxy<CharT>::loadFile(const CharT* path, const CharT* tempFile) {
     const bool firstDialect = _strict;
     if (loadInEither([&](IBookT<CharT>& book) { return book.loadFile(path, tempFile); })) return true;
     if (_strict == firstDialect) return false;  // there was no second try
-    const std::string text = _book->errorMessage();
-    makeBook(false);
-    static_cast<XMLBookImplT<CharT, excelNormal_tag>&>(*_book).setErrorText(text.c_str());
+    makeBook(false, _book->errorMessage());
     return false;
 }
 

@@ -92,7 +92,9 @@ public:
 private:
     template <class Load>
     bool loadInEither(Load&& load);
-    void makeBook(bool strict);
+    /// A fresh book of a dialect in the place of the present one, with an error text to begin with. False when there
+    /// is no memory for it.
+    bool makeBook(bool strict, const char* errorText = nullptr);
 
     std::unique_ptr<IBookT<CharT>> _book;
     bool _strict = false;
