@@ -1,5 +1,7 @@
 #include "xlsx/book.h"
 
+#include <algorithm>
+
 #include "engine/vlerror.h"
 #include "xlsx/content_type_names.h"
 #include "xlsx/content_types.h"
@@ -48,15 +50,16 @@ XFile* XMLBookImplT<CharT, Tag>::findPart(std::string_view path) {
 }
 
 /// Deletes a part that some relationship names. A file may name there what is no such part at all: what the book has
-/// in use stays.
+/// in use stays, and the answer is false.
 template <class CharT, class Tag>
-void XMLBookImplT<CharT, Tag>::dropPart(std::string_view path) {
+bool XMLBookImplT<CharT, Tag>::dropPart(std::string_view path) {
     const auto found = _parts.find(path);
-    if (found == _parts.end()) return;
+    if (found == _parts.end()) return false;
     XFile* const part = found->second.get();
     const bool ofASheet = dynamic_cast<Sheet*>(part) || dynamic_cast<BinaryFile*>(part) ||
                           (dynamic_cast<Relationships*>(part) && part != _relationships);
     if (ofASheet) _parts.erase(found);
+    return ofASheet;
 }
 
 template <class CharT, class Tag>
@@ -76,16 +79,36 @@ Relationships& XMLBookImplT<CharT, Tag>::requireRelationships() {
     return *_relationships;
 }
 
+/// A part beside the workbook that the relationships do not lead to. When one of this class stands there all the same,
+/// under a name that differs in case or that nothing names, cells refer to it: it is taken and not hidden by a new one.
+template <class CharT, class Tag>
+template <class T>
+T& XMLBookImplT<CharT, Tag>::makeMainPart(const std::string& kind, std::string_view contentType) {
+    ContentTypes& contentTypes = requireContentTypes();
+    Relationships& relationships = requireRelationships();
+    const std::string path = _folder + "/" + kind + ".xml";
+    const std::string wanted = comparablePath("", path);
+    T* made = nullptr;
+    for (const auto& [name, part] : _parts) {
+        T* const found = dynamic_cast<T*>(part.get());
+        if (found && comparablePath("", name) == wanted) made = found;
+    }
+    const auto leadsThere = [&](const auto& element) { return comparablePath(_folder, element.Target()) == wanted; };
+    const auto& elements = relationships.root().Relationship();
+    if (made && std::any_of(elements.begin(), elements.end(), leadsThere)) return *made;
+    if (!made) {
+        made = &addPart(path, std::make_unique<T>());
+        contentTypes.setOverride(path, contentType);
+    }
+    relationships.add(rel::transitional + kind, kind + ".xml");
+    return *made;
+}
+
 template <class CharT, class Tag>
 Styles<CharT, Tag>& XMLBookImplT<CharT, Tag>::ensureStyles() {
     if (!_styles) {
-        ContentTypes& contentTypes = requireContentTypes();
-        Relationships& relationships = requireRelationships();
-        const std::string path = _folder + "/styles.xml";
-        _styles = &addPart(path, std::make_unique<Styles<CharT, Tag>>());
+        _styles = &makeMainPart<Styles<CharT, Tag>>("styles", type::styles);
         _styles->attach(*this);
-        contentTypes.setOverride(path, type::styles);
-        relationships.add(std::string(rel::transitional) + "styles", "styles.xml");
     }
     return *_styles;
 }
@@ -93,12 +116,7 @@ Styles<CharT, Tag>& XMLBookImplT<CharT, Tag>::ensureStyles() {
 template <class CharT, class Tag>
 SharedStrings<CharT, Tag>& XMLBookImplT<CharT, Tag>::ensureSharedStrings() {
     if (!_sharedStrings) {
-        ContentTypes& contentTypes = requireContentTypes();
-        Relationships& relationships = requireRelationships();
-        const std::string path = _folder + "/sharedStrings.xml";
-        _sharedStrings = &addPart(path, std::make_unique<SharedStrings<CharT, Tag>>());
-        contentTypes.setOverride(path, type::sharedStrings);
-        relationships.add(std::string(rel::transitional) + "sharedStrings", "sharedStrings.xml");
+        _sharedStrings = &makeMainPart<SharedStrings<CharT, Tag>>("sharedStrings", type::sharedStrings);
     }
     return *_sharedStrings;
 }

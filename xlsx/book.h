@@ -160,7 +160,9 @@ private:
         _parts.insert_or_assign(path, Part(part.release()));
         return added;
     }
-    void dropPart(std::string_view path);
+    bool dropPart(std::string_view path);
+    template <class T>
+    T& makeMainPart(const std::string& kind, std::string_view contentType);
     const typename ooxml::dialect<Tag>::sml::c_CT_Sheet& sheetElement(int index) const;
     Sheet* findSheet(int index);
     ContentTypes& requireContentTypes();

@@ -81,7 +81,8 @@ public:
         }
         if (_book._mainPath.empty()) throw vlerror(msg::mainPartNotFound);
         _book._folder = folderOf(_book._mainPath);
-        if (!findRelationships()) return;
+        if (_scope.outlineOnly) return readRelationshipsOfOutline();
+        findRelationships();
         if (_scope.sheetIndex >= 0 && !_cut) cutLate();
         findStrings();
         findStyles();
@@ -132,21 +133,29 @@ private:
     }
 
     /// Some packages give every .xml the workbook's type by default: then the package's own relationships tell which
-    /// part it is.
+    /// part it is. Where they do not, each such part counts, and the last of them is the workbook.
     void readDeclaredMainPath() {
+        std::size_t mainParts = 0;
+        for (std::size_t i = 0; i < _reader.entryCount(); ++i) mainParts += type::isMain(typeOf(i));
+        if (mainParts < 2) return;
+        std::string declared;
         for (std::size_t i = 0; i < _reader.entryCount(); ++i) {
-            if (partPath(_reader.entryName(i)) != "/_rels/.rels") continue;
+            if (partPath(_reader.entryName(i)) != "/_rels/.rels" || typeOf(i) != type::relationships) continue;
             const Entry entry(_reader, i, _scope.tempFile);
             const auto targets = Relationships(entry.part()).targetsOfEnding("officeDocument");
-            if (!targets.empty()) _declaredMainPath = absoluteTarget("", targets[0]);
-            return;
+            if (!targets.empty()) declared = absoluteTarget("", targets[0]);
+        }
+        for (std::size_t i = 0; i < _reader.entryCount(); ++i) {
+            if (partPath(_reader.entryName(i)) == declared && type::isMain(typeOf(i))) _declaredMainPath = declared;
         }
     }
 
+    std::string typeOf(std::size_t index) const {
+        return _book._contentTypes->typeOf(partPath(_reader.entryName(index)));
+    }
+
     bool isMainPart(const std::string& path, const std::string& contentType) const {
-        if (!type::isMain(contentType)) return false;
-        if (_declaredMainPath.empty() || path == _declaredMainPath) return true;
-        return _book._contentTypes->hasOverride(path);
+        return type::isMain(contentType) && (_declaredMainPath.empty() || path == _declaredMainPath);
     }
 
     void readEntry(std::size_t index) {
@@ -154,8 +163,7 @@ private:
         const std::string contentType = _book._contentTypes->typeOf(path);
         if (contentType.empty()) return;
         if (isMainPart(path, contentType)) return readMain(index, path);
-        // An outline holds no part but those that tell where parts are.
-        if (_scope.outlineOnly && contentType != type::relationships) return;
+        if (_scope.outlineOnly) return;
         if (!_wantedSheet.empty() && contentType == type::worksheet && path != _wantedSheet) return;
         readPart(index, path, contentType);
     }
@@ -194,20 +202,30 @@ private:
     /// The relationships came behind the workbook: the other sheets were read and go now.
     void cutLate() {
         cut();
+        if (_wantedSheet.empty()) return;
         for (auto part = _book._parts.begin(); part != _book._parts.end();) {
             const bool other = part->first != _wantedSheet && dynamic_cast<Sheet*>(part->second.get());
             part = other ? _book._parts.erase(part) : std::next(part);
         }
     }
 
-    /// False when the load ends here, as that of an outline does.
-    bool findRelationships() {
+    void findRelationships() {
         XFile* const part = _book.findPart(relsPathOf(_book._mainPath));
-        _book._relationships = dynamic_cast<Relationships*>(part);
-        if (_scope.outlineOnly) return false;
         if (!part) throw vlerror(msg::relationshipsMissing);
+        _book._relationships = dynamic_cast<Relationships*>(part);
         if (!_book._relationships) throw vlerror(msg::relationshipsNotFoundOnLoad);
-        return true;
+    }
+
+    /// An outline holds no part but those that tell where parts are; it may lack these, too.
+    void readRelationshipsOfOutline() {
+        const std::string ofMain = relsPathOf(_book._mainPath);
+        for (std::size_t i = 0; i < _reader.entryCount(); ++i) {
+            const std::string path = partPath(_reader.entryName(i));
+            if ((path == ofMain || path == "/_rels/.rels") && typeOf(i) == type::relationships) {
+                readPart(i, path, std::string(type::relationships));
+            }
+        }
+        _book._relationships = dynamic_cast<Relationships*>(_book.findPart(ofMain));
     }
 
     /// The part of the first Transitional and of the first Strict relationship of a type; the later hit wins.

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <string>
+#include <unordered_set>
 
 #include "bindery/error.h"
 #include "engine/guarded.h"
@@ -83,28 +85,36 @@ void XMLBookImplT<CharT, Tag>::prepareSave() {
 /// The chain is not kept up to date; readers rebuild it.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::dropCalcChain() {
-    _contentTypes->removeOverride(_folder + "/calcChain.xml");
-    if (_relationships) {
-        for (const std::string& target : _relationships->targetsOfEnding("calcChain")) {
-            const std::string path = absoluteTarget(_folder, target);
-            _relationships->removeByTarget(target);
-            _contentTypes->removeOverride(path);
-            dropPart(path);
-        }
-        _relationships->removeByTarget("calcChain.xml");
-    }
-    dropPart(_folder + "/calcChain.xml");
+    const auto drop = [this](const std::string& path) {
+        const auto found = _parts.find(path);
+        if (found != _parts.end() && dynamic_cast<BinaryFile*>(found->second.get())) _parts.erase(found);
+    };
+    drop(_folder + "/calcChain.xml");
+    if (!_relationships) return;
+    _relationships->removeIf([&](const auto& element) {
+        const bool isChain = element.Type().ends_with("relationships/calcChain");
+        if (isChain) drop(absoluteTarget(_folder, element.Target()));
+        return isChain || element.Target() == "calcChain.xml";
+    });
 }
 
-/// After a partial load, worksheets that were left out are still named: readers refuse a package with such names.
+/// After a partial load, worksheets that were left out are still named, as is the chain of calculation: readers refuse
+/// a package with such names. A part that is there by another spelling of its name is no such case.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::dropDangling() {
+    std::unordered_set<std::string> names;
+    for (const auto& [path, part] : _parts) names.insert(comparablePath("", path));
     if (_relationships) {
-        for (const std::string& target : _relationships->targetsOfEnding("worksheet")) {
-            if (!findPart(absoluteTarget(_folder, target))) _relationships->removeByTarget(target);
-        }
+        _relationships->removeIf([&](const auto& element) {
+            const bool isSheet = element.Type() == std::string(rel::transitional) + "worksheet" ||
+                                 element.Type() == std::string(rel::strict) + "worksheet";
+            return isSheet && element.TargetMode() != "External" &&
+                   !findPart(absoluteTarget(_folder, element.Target())) &&
+                   !names.contains(comparablePath(_folder, element.Target()));
+        });
     }
-    _contentTypes->removeOverridesBut([this](const std::string& name) { return findPart(partPath(name)) != nullptr; });
+    _contentTypes->removeOverridesBut(
+        [&](const std::string& name) { return names.contains(comparablePath("", name)); });
 }
 
 template <class CharT, class Tag>

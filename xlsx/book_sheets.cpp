@@ -1,6 +1,7 @@
 // The sheet list of the book.
 #include <algorithm>
 #include <numeric>
+#include <unordered_set>
 
 #include "engine/enums.h"
 #include "engine/guarded.h"
@@ -186,7 +187,7 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
     const int active = activeSheetIndex();
     if (sheetCount() == 1) {
         activate(0);
-    } else if (index <= active) {
+    } else if (index <= active && active + 1 < sheetCount()) {
         activate(active + 1);
     }
     if (cut) this->_lastError.set(msg::sheetNameCut);
@@ -260,14 +261,13 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
         if (index < 0 || index >= sheetCount()) throw vlerror(msg::indexOutOfRange);
         if (sheetCount() == 1) throw vlerror(msg::cantRemoveLastSheet);
         const std::string path = sheetPath(index);
-        if (!findPart(path)) return false;
+        if (!findPart(path)) throw vlerror(msg::sheetNotFound);
         removeNamesOfSheet(index);
         dropPart(relsPathOf(path));
         const std::string id = sheetElement(index).id();
         this->_root.sheets().sheet().erase(static_cast<std::size_t>(index));
-        requireContentTypes().removeOverride(path);
         requireRelationships().removeById(id);
-        dropPart(path);
+        if (dropPart(path)) requireContentTypes().removeOverride(path);
         if (activeSheetIndex() >= sheetCount()) activate(sheetCount() - 1);
         for (int i = index; i < sheetCount(); ++i) findSheet(i);
         return true;
@@ -284,22 +284,20 @@ void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
     const auto sheet = static_cast<unsigned>(index);
     const bool isLast = index + 1 >= sheetCount();
     auto& list = names->definedName();
-    std::vector<std::wstring> ofSuccessor;
+    std::unordered_set<std::wstring> ofSuccessor;
     for (const auto& name : list) {
-        if (name.isset_localSheetId() && name.localSheetId() == sheet + 1) ofSuccessor.push_back(name.name());
-    }
-    const auto isTaken = [&](const std::wstring& name) {
-        return std::any_of(ofSuccessor.begin(), ofSuccessor.end(),
-                           [&](const std::wstring& other) { return sameSheetName(name, other); });
-    };
-    for (std::size_t i = list.size(); i-- > 0;) {
-        auto& name = list[i];
-        const bool isLocal = name.isset_localSheetId() && name.localSheetId() == sheet;
-        if (sheetOfReference(name.text()) == sheetName || (isLocal && (isLast || isTaken(name.name())))) {
-            list.erase(i);
-        } else if (name.isset_localSheetId() && name.localSheetId() > sheet) {
-            name.localSheetId(name.localSheetId() - 1);
+        if (name.isset_localSheetId() && name.localSheetId() == sheet + 1) {
+            ofSuccessor.insert(foldedSheetName(name.name()));
         }
+    }
+    const auto kept = std::remove_if(list.begin(), list.end(), [&](const auto& name) {
+        if (sheetOfReference(name.text()) == sheetName) return true;
+        const bool isLocal = name.isset_localSheetId() && name.localSheetId() == sheet;
+        return isLocal && (isLast || ofSuccessor.contains(foldedSheetName(name.name())));
+    });
+    if (kept != list.end()) list.erase(static_cast<std::size_t>(kept - list.begin()), list.size());
+    for (auto& name : list) {
+        if (name.isset_localSheetId() && name.localSheetId() > sheet) name.localSheetId(name.localSheetId() - 1);
     }
     if (list.size() == 0) this->_root.unset_definedNames();
 }

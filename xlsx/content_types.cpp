@@ -1,5 +1,6 @@
 #include "xlsx/content_types.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vellum {
@@ -62,12 +63,13 @@ void ContentTypes::removeOverride(std::string_view path) {
 
 void ContentTypes::removeOverridesBut(const std::function<bool(const std::string& partName)>& isKnown) {
     auto& elements = _root.choice();
-    const std::size_t before = elements.size();
-    for (std::size_t i = before; i-- > 0;) {
-        const auto* const override = std::as_const(elements[i]).find_Override();
-        if (override && !isKnown(override->PartName())) elements.erase(i);
-    }
-    if (elements.size() != before) buildMaps();
+    const auto kept = std::remove_if(elements.begin(), elements.end(), [&](const auto& element) {
+        const auto* const override = element.find_Override();
+        return override && !isKnown(override->PartName());
+    });
+    if (kept == elements.end()) return;
+    elements.erase(static_cast<std::size_t>(kept - elements.begin()), elements.size());
+    buildMaps();
 }
 
 }  // namespace vellum

@@ -24,7 +24,6 @@ public:
     void setOverride(std::string_view path, std::string_view type);
     void setDefault(std::string_view extension, std::string_view type);
     void removeOverride(std::string_view path);
-    bool hasOverride(std::string_view path) const { return _overrides.find(path) != _overrides.end(); }
     /// Removes each override whose part the predicate does not know.
     void removeOverridesBut(const std::function<bool(const std::string& partName)>& isKnown);
 

@@ -9,6 +9,22 @@ char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+int hexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    return lower(c) >= 'a' && lower(c) <= 'f' ? lower(c) - 'a' + 10 : -1;
+}
+
+std::string withoutEscapes(std::string_view target) {
+    std::string text;
+    for (std::size_t i = 0; i < target.size(); ++i) {
+        const bool isEscape =
+            target[i] == '%' && i + 2 < target.size() && hexDigit(target[i + 1]) >= 0 && hexDigit(target[i + 2]) >= 0;
+        text += isEscape ? static_cast<char>(hexDigit(target[i + 1]) * 16 + hexDigit(target[i + 2])) : target[i];
+        if (isEscape) i += 2;
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string partPath(std::string_view entryName) {
@@ -39,6 +55,26 @@ std::string absoluteTarget(std::string_view folder, std::string_view target) {
         base = folderOf(base);
     }
     return base + "/" + std::string(target);
+}
+
+std::string comparablePath(std::string_view folder, std::string_view target) {
+    const std::string decoded = withoutEscapes(target);
+    const bool isAbsolute = decoded.starts_with('/') || decoded.starts_with('\\');
+    std::string_view rest = decoded;
+    std::string path;
+    for (const char c : isAbsolute ? std::string_view() : folder) path += lower(c);
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of("/\\"), rest.size());
+        const std::string_view segment = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (segment == "..") {
+            path.resize(folderOf(path).size());
+        } else if (!segment.empty() && segment != ".") {
+            path += '/';
+            for (const char c : segment) path += lower(c);
+        }
+    }
+    return path;
 }
 
 std::string extensionOf(std::string_view path) {

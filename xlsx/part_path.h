@@ -18,6 +18,10 @@ std::string relsPathOf(std::string_view path);
 /// below that. A leading "./" is dropped, leading "../" are resolved against the folder.
 std::string absoluteTarget(std::string_view folder, std::string_view target);
 
+/// A name in the form in which readers compare names: small letters, "%20" and the like resolved, without empty and
+/// dot segments. A target that does not begin with "/" lies below `folder`.
+std::string comparablePath(std::string_view folder, std::string_view target);
+
 /// Text behind the last "." of the last name, "" when it has none.
 std::string extensionOf(std::string_view path);
 

@@ -24,9 +24,11 @@ void Relationships::buildMaps() {
     _byType.clear();
     _lastId = 0;
     for (const auto& element : std::as_const(_root).Relationship()) {
-        if (!element.isset_Id() || !element.isset_Target()) continue;
-        _byId[element.Id()] = {element.Type(), element.Target()};
-        _byType.emplace(element.Type(), element.Target());
+        if (!element.isset_Id()) continue;
+        if (element.isset_Target()) {
+            _byId[element.Id()] = {element.Type(), element.Target()};
+            _byType.emplace(element.Type(), element.Target());
+        }
         if (element.Id().size() <= 3) continue;
         errno = 0;
         const unsigned long number = std::strtoul(element.Id().c_str() + 3, nullptr, 10);
@@ -65,7 +67,8 @@ std::string Relationships::typeById(std::string_view id) const {
 }
 
 std::string Relationships::firstTargetOfType(std::string_view type) {
-    _cursor = _byType.find(type);
+    _cursor = _byType.lower_bound(type);  // the first of equals, in document order
+    if (_cursor != _byType.end() && _cursor->first != type) _cursor = _byType.end();
     return _cursor == _byType.end() ? std::string() : _cursor->second;
 }
 
@@ -103,11 +106,23 @@ void Relationships::removeFirst(Predicate matches) {
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (!matches(elements[i])) continue;
         elements.erase(i);
-        const unsigned long lastId = _lastId;
-        buildMaps();
-        _lastId = std::max(_lastId, lastId);  // an Id that was handed out stays used
-        return;
+        return rebuildMaps();
     }
+}
+
+/// An Id that was handed out stays used.
+void Relationships::rebuildMaps() {
+    const unsigned long lastId = _lastId;
+    buildMaps();
+    _lastId = std::max(_lastId, lastId);
+}
+
+void Relationships::removeIf(const std::function<bool(const relationships::c_CT_Relationship&)>& isOut) {
+    auto& elements = _root.Relationship();
+    const auto kept = std::remove_if(elements.begin(), elements.end(), isOut);
+    if (kept == elements.end()) return;
+    elements.erase(static_cast<std::size_t>(kept - elements.begin()), elements.size());
+    rebuildMaps();
 }
 
 void Relationships::removeById(std::string_view id) {

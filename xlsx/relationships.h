@@ -1,6 +1,7 @@
 // The relationships of one part.
 #pragma once
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -41,6 +42,8 @@ public:
 
     void removeById(std::string_view id);
     void removeByTarget(std::string_view target);
+    /// Removes every element that the predicate, which is asked for each in turn, picks out.
+    void removeIf(const std::function<bool(const relationships::c_CT_Relationship&)>& isOut);
 
 private:
     struct Entry {
@@ -49,6 +52,7 @@ private:
     };
 
     void buildMaps();
+    void rebuildMaps();
     template <class Predicate>
     void removeFirst(Predicate matches);
 

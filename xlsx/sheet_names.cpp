@@ -37,6 +37,10 @@ std::wstring quoted(std::wstring_view name) {
     return text + L"'";
 }
 
+wchar_t fold(wchar_t c) {
+    return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+}
+
 bool isNameCharacter(wchar_t c) {
     return c > 127 || std::iswalnum(static_cast<wint_t>(c)) || c == L'_' || c == L'.';
 }
@@ -55,9 +59,14 @@ void checkSheetName(std::wstring_view name) {
     }
 }
 
+std::wstring foldedSheetName(std::wstring_view name) {
+    std::wstring folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), fold);
+    return folded;
+}
+
 bool sameSheetName(std::wstring_view a, std::wstring_view b) {
-    const auto fold = [](wchar_t c) { return std::towlower(static_cast<wint_t>(c)); };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](wchar_t x, wchar_t y) { return fold(x) == fold(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) { return fold(x) == fold(y); });
 }
 
 std::wstring sheetOfReference(std::wstring_view reference) {
@@ -95,7 +104,8 @@ std::wstring withSheetRenamed(std::wstring_view formula, std::wstring_view from,
             while (i + length < formula.size() && isNameCharacter(formula[i + length])) ++length;
         }
         const std::wstring_view word = formula.substr(i, length);
-        const bool isSheet = i + length < formula.size() && formula[i + length] == L'!';
+        const bool isElsewhere = i > 0 && formula[i - 1] == L']';  // a sheet of another workbook
+        const bool isSheet = !isElsewhere && i + length < formula.size() && formula[i + length] == L'!';
         put(word, formula[i] == L'\'' && length > 1 ? unquoted(word) : std::wstring(word), isSheet);
         i += length;
     }

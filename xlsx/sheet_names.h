@@ -8,6 +8,9 @@ namespace vellum {
 /// Throws the text for an empty name and for one with a character or an apostrophe where none may be.
 void checkSheetName(std::wstring_view name);
 
+/// In small letters, as the C library folds them.
+std::wstring foldedSheetName(std::wstring_view name);
+
 /// Equal but for case, as the C library folds it.
 bool sameSheetName(std::wstring_view a, std::wstring_view b);
 

@@ -8,6 +8,14 @@
 
 namespace vellum {
 
+void XFile::writeToFile(const std::string& path) {
+    std::ofstream out(path, std::ios::binary);
+    if (!out) throw vlerror(msg::cannotOpenZipStream);
+    writeToStream(out);
+    out.close();
+    if (!out) throw vlerror(msg::cannotWriteZipStream);
+}
+
 std::vector<char> BinaryFile::readWhole(const std::string& path) {
     std::ifstream in(path, std::ios::binary | std::ios::ate);
     if (!in) throw vlerror(msg::cannotReadTemporary);
@@ -27,10 +35,7 @@ void BinaryFile::writeToPath(std::string& path) {
         path.assign(_bytes.data(), _bytes.size());
         return;
     }
-    std::ofstream out(path, std::ios::binary);
-    writeToStream(out);
-    out.close();
-    if (!out) throw vlerror(msg::cannotWrite);
+    writeToFile(path);
 }
 
 }  // namespace vellum

@@ -20,6 +20,9 @@ protected:
     XFile() = default;
     XFile(const XFile&) = default;
     XFile& operator=(const XFile&) = default;
+
+    /// Through `writeToStream`. Throws the texts for a file that cannot be opened, or not be written to its end.
+    void writeToFile(const std::string& path);
 };
 
 /// A part that is passed through: bytes in, the same bytes out.

@@ -1,6 +1,5 @@
 #include "xlsx/xml_file.h"
 
-#include <fstream>
 #include <ostream>
 
 #include "bindery/error.h"
@@ -36,18 +35,13 @@ void XmlFileBase::writeToStream(std::ostream& out) {
         out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
         return out.good();
     });
-    raise(marshalRoot(writer));
-    writer.flush();
+    const int code = marshalRoot(writer);
+    if (writer.sinkFailed()) return;  // the stream tells
+    raise(code);
 }
 
 void XmlFileBase::writeToPath(std::string& path) {
-    if (!path.empty()) {
-        std::ofstream out(path, std::ios::binary);
-        writeToStream(out);
-        out.close();
-        if (!out) throw vlerror(msg::cannotWrite);
-        return;
-    }
+    if (!path.empty()) return writeToFile(path);
     beforeWrite();
     bindery::c_keeping_writer writer;
     raise(marshalRoot(writer));

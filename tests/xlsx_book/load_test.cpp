@@ -106,6 +106,18 @@ TEST(Load, EveryXmlDeclaredAsTheWorkbook) {
     EXPECT_EQ(savedParts(*book)["docProps/app.xml"], "<a/>");
 }
 
+TEST(Load, OfTwoWorkbooksTheDeclaredOne) {
+    std::string types = samplePackage(1)[0].second;
+    types.insert(types.find("<Override"),
+                 R"(<Override PartName="/z.xml" ContentType="application/vnd.openxmlformats-officedocument.)"
+                 R"(spreadsheetml.sheet.main+xml"/>)");
+    const BookPtr book = newBook();
+    ASSERT_TRUE(load(*book, samplePackageBytes(1, {{"[Content_Types].xml", types}, {"z.xml", "<z/>"}})))
+        << book->errorMessage();
+    EXPECT_STREQ(book->sheetNameAt(0), "S1");
+    EXPECT_EQ(savedParts(*book)["z.xml"], "<z/>");
+}
+
 TEST(Load, TheWorkbookElsewhere) {
     Parts parts = samplePackage(1);
     for (auto& [name, content] : parts) {
@@ -158,7 +170,7 @@ TEST(Load, OneSheetAlone) {
 }
 
 TEST(Load, Outline) {
-    const TempFile file(samplePackageBytes(2));
+    const TempFile file(samplePackageBytes(2, {{"xl/worksheets/_rels/sheet1.xml.rels", "<not read"}}));
     const BookPtr book = newBook();
     ASSERT_TRUE(book->loadFileOutline(file.path.c_str())) << book->errorMessage();
     EXPECT_EQ(book->sheetCount(), 2);

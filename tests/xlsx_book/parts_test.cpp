@@ -38,6 +38,9 @@ TEST(ContentTypes, LookUpByNameThenByExtension) {
     types.removeOverride("/xl/a.xml");
     EXPECT_EQ(types.typeOf("/xl/A.xml"), "second");
     EXPECT_EQ(types.typeOf("/new"), "n");
+    types.removeOverridesBut([](const std::string& name) { return name != "/new"; });
+    EXPECT_EQ(types.typeOf("/new"), "");
+    EXPECT_EQ(types.typeOf("/m/1.png"), "other");
     types.removeOverridesBut([](const std::string&) { return false; });
     EXPECT_EQ(text(types).find("Override"), std::string::npos);
 }
@@ -63,6 +66,15 @@ TEST(Relationships, IdsGoOnFromTheGreatest) {
     relationships.removeById("rId902");
     EXPECT_EQ(relationships.targetById("rId901"), "");
     EXPECT_EQ(relationships.add("t", "x"), "rId903");
+    relationships.removeIf([](const auto& element) { return element.Type() == "t" && element.Target() != "b"; });
+    EXPECT_EQ(relationships.firstTargetOfType("t"), "b");
+    EXPECT_EQ(relationships.nextTargetOfType(), "");
+    EXPECT_EQ(relationships.targetById("1234"), "c");
+    EXPECT_EQ(relationships.add("t", "x"), "rId904");
+    auto noTarget = parsed<Relationships>(
+        R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">
+        <Relationship Id="rId7" Type="t"/></Relationships>)");
+    EXPECT_EQ(noTarget.add("t", "x"), "rId8");
 }
 
 TEST(Relationships, LinksLeadOutside) {
@@ -98,6 +110,17 @@ TEST(PartPath, Targets) {
     for (const auto& row : rows) EXPECT_EQ(absoluteTarget(row.folder, row.target), row.path) << row.target;
 }
 
+TEST(PartPath, NamesInOneForm) {
+    const struct {
+        const char *folder, *target, *path;
+    } rows[] = {{"/XL", "Sheet%201.xml", "/xl/sheet 1.xml"},
+                {"/xl", "/a//./B.xml", "/a/b.xml"},
+                {"/xl", "a/../../b\\c", "/b/c"},
+                {"", "../../a", "/a"},
+                {"/xl", "100%/a%2", "/xl/100%/a%2"}};
+    for (const auto& row : rows) EXPECT_EQ(comparablePath(row.folder, row.target), row.path) << row.target;
+}
+
 TEST(SheetNames, WhatIsAllowed) {
     for (const wchar_t* name : {L"A", L"it's", L"a b", L"1", L"\x4e2d"}) EXPECT_NO_THROW(checkSheetName(name)) << name;
     for (const wchar_t* name : {L"", L"'a", L"a'", L"a*", L"a/b", L"a:", L"a?", L"[a", L"a\\", L"a]"}) {
@@ -113,6 +136,7 @@ TEST(SheetNames, InReferences) {
     EXPECT_EQ(sheetOfReference(L"$A$1"), L"");
     EXPECT_EQ(sheetOfReference(L"'open!A1"), L"");
     EXPECT_EQ(withSheetRenamed(L"S1!A1+'S1'!B2+XS1!C3&\"S1!\"", L"S1", L"New"), L"New!A1+New!B2+XS1!C3&\"S1!\"");
+    EXPECT_EQ(withSheetRenamed(L"[1]S1!A1+S1!A1", L"S1", L"New"), L"[1]S1!A1+New!A1");
     EXPECT_EQ(withSheetRenamed(L"'it''s'!A1", L"it's", L"a b's"), L"'a b''s'!A1");
 }
 

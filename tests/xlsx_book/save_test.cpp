@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -5,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 
 #include "engine/isheet.h"
 #include "tests/xlsx_book/package.h"
@@ -69,6 +71,39 @@ TEST_F(Save, TheChainOfCalculationIsDropped) {
     EXPECT_THAT(saved["xl/workbook.xml"], HasSubstr("fullCalcOnLoad=\"true\""));
 }
 
+TEST_F(Save, PartsByAnotherSpellingKeepWhatNamesThem) {
+    Parts parts = samplePackage(1);
+    const auto respell = [](std::string& text, const std::string& from, const std::string& to) {
+        text.replace(text.find(from), from.size(), to);
+    };
+    respell(parts[0].second, "/xl/worksheets/sheet1.xml", "/xl/Worksheets/SHEET1.xml");
+    respell(parts[0].second, "<Override", R"(<Override PartName="/xl/none.xml" ContentType="a/b"/><Override)");
+    respell(parts[2].second, "worksheets/sheet1.xml", "/XL/worksheets/../worksheets/%73heet1.xml");
+    ASSERT_TRUE(load(*book, packed(parts))) << book->errorMessage();
+    auto saved = savedParts(*book);
+    EXPECT_THAT(saved["[Content_Types].xml"], HasSubstr("/xl/Worksheets/SHEET1.xml"));
+    EXPECT_THAT(saved["[Content_Types].xml"], Not(HasSubstr("none.xml")));
+    EXPECT_THAT(saved["xl/_rels/workbook.xml.rels"], HasSubstr("%73heet1.xml"));
+}
+
+TEST_F(Save, StringsByAnotherSpellingAreNotHidden) {
+    Parts parts = samplePackage(1, {{"xl/SharedStrings.xml",
+                                     "<sst xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">"
+                                     "<si><t>old</t></si></sst>"}});
+    const auto insert = [](std::string& xml, const std::string& what) { xml.insert(xml.rfind("</"), what); };
+    insert(parts[0].second, R"(<Override PartName="/xl/sharedStrings.xml" ContentType="application/vnd.)"
+                            R"(openxmlformats-officedocument.spreadsheetml.sharedStrings+xml"/>)");
+    insert(parts[2].second, R"(<Relationship Id="s" Target="sharedStrings.xml" Type="http://schemas.openxmlformats.)"
+                            R"(org/officeDocument/2006/relationships/sharedStrings"/>)");
+    ASSERT_TRUE(load(*book, packed(parts))) << book->errorMessage();
+    ASSERT_TRUE(book->getSheet(0)->writeString(0, 0, "new", nullptr)) << book->errorMessage();
+    auto saved = savedParts(*book);
+    EXPECT_THAT(saved["xl/SharedStrings.xml"], HasSubstr("old</t></si><si><t>new"));
+    EXPECT_EQ(saved.count("xl/sharedStrings.xml"), 0u);
+    const std::string& rels = saved["xl/_rels/workbook.xml.rels"];
+    EXPECT_EQ(rels.find("haredStrings.xml"), rels.rfind("haredStrings.xml"));
+}
+
 TEST_F(Save, NothingIsTruncatedForABookWithoutSheets) {
     const std::string path = folder + "a.xlsx";
     std::ofstream(path) << "old";
@@ -90,6 +125,28 @@ TEST_F(Save, ByWayOfATemporaryFileIsTheSame) {
     EXPECT_FALSE(book->saveFile((folder + "none/a.xlsx").c_str(), false));
     EXPECT_STREQ(book->errorMessage(), "can't open file for writing");
     EXPECT_FALSE(book->saveFile(nullptr, false));
+}
+
+TEST_F(Save, SaysWhatFailed) {
+    std::string noise(1 << 20, '\0');
+    std::mt19937 random;
+    for (char& byte : noise) byte = static_cast<char>(random());
+    const std::pair<const char*, std::string> rows[] = {{"opaque", noise}, {"xml", ""}};
+    for (const auto& [what, bytes] : rows) {
+        ASSERT_TRUE(load(*book, samplePackageBytes(1, {{"a.xml", noise}})));
+        if (bytes.empty()) {  // a sheet of as many bytes
+            ASSERT_TRUE(load(*book, samplePackageBytes(1)));
+            for (int i = 0; i < 40000; ++i) book->getSheet(0)->writeNumber(i, 0, double(random()) / 3, nullptr);
+        }
+        EXPECT_FALSE(book->saveFile("/dev/full", false));
+        EXPECT_STREQ(book->errorMessage(), "can't write to zip stream") << what;
+    }
+    // A folder that takes no temporary file.
+    std::ofstream(folder + "a.xlsx") << "old";
+    const int file = open((folder + "a.xlsx").c_str(), O_RDWR);
+    EXPECT_FALSE(book->saveFile(("/proc/self/fd/" + std::to_string(file)).c_str(), true));
+    EXPECT_STREQ(book->errorMessage(), "can't open zip stream for writing");
+    close(file);
 }
 
 TEST_F(Save, MemoryAndFileHoldTheSame) {
