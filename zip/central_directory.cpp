@@ -79,7 +79,7 @@ std::uint64_t findEndRecord(const ZipSource& source) {
     std::vector<unsigned char> tail(tailSize);
     source.read(size - tailSize, tail);
     for (std::size_t i = tailSize - endSize + 1; i-- > 0;) {
-        if (tail[i] != 'P' || tail[i + 1] != 'K' || tail[i + 2] != 5 || tail[i + 3] != 6) continue;
+        if (tail[i] != 'P' || Fields(std::span(tail).subspan(i)).get<std::uint32_t>() != endSignature) continue;
         const std::size_t comment = tail[i + 20] | static_cast<std::size_t>(tail[i + 21]) << 8;
         if (comment <= tailSize - endSize - i) return size - tailSize + i;
     }

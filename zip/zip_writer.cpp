@@ -61,12 +61,14 @@ zip_fileinfo entryInfo() {
     const std::time_t now = std::time(nullptr);
     std::tm local = {};
     localtime_r(&now, &local);
-    info.tmz_date.tm_sec = local.tm_sec;
-    info.tmz_date.tm_min = local.tm_min;
-    info.tmz_date.tm_hour = local.tm_hour;
-    info.tmz_date.tm_mday = local.tm_mday;
-    info.tmz_date.tm_mon = local.tm_mon;
-    info.tmz_date.tm_year = local.tm_year + 1900;
+    // Signed or not, by the version of minizip.
+    const auto put = []<class Field>(Field& field, int value) { field = static_cast<Field>(value); };
+    put(info.tmz_date.tm_sec, local.tm_sec);
+    put(info.tmz_date.tm_min, local.tm_min);
+    put(info.tmz_date.tm_hour, local.tm_hour);
+    put(info.tmz_date.tm_mday, local.tm_mday);
+    put(info.tmz_date.tm_mon, local.tm_mon);
+    put(info.tmz_date.tm_year, local.tm_year + 1900);
     info.external_fa = 32;  // an ordinary file to be archived
     return info;
 }
