@@ -15,6 +15,9 @@ import subprocess
 import sys
 import tempfile
 
+sys.dont_write_bytecode = True
+import libreoffice  # noqa: E402
+
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 SECONDS = 120
 
@@ -58,16 +61,6 @@ def ssconvert_lines(path):
         return csv_lines(folder) if done.returncode == 0 else None
 
 
-def libreoffice_lines(path):
-    with tempfile.TemporaryDirectory() as folder:
-        source = os.path.join(folder, "book" + os.path.splitext(path)[1])
-        shutil.copy(path, source)
-        every_sheet = "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1"
-        subprocess.run(["soffice", "-env:UserInstallation=file:///tmp/crosscheck-profile", "--headless", "--convert-to",
-                        every_sheet, "--outdir", folder, source], capture_output=True, timeout=SECONDS)
-        return csv_lines(folder) or None
-
-
 def choose(rows, count):
     """Greedily the file with the most features not seen yet, small before large."""
     chosen, seen = [], set()
@@ -87,30 +80,37 @@ def choose(rows, count):
     return chosen
 
 
-def check(path, saved, quillet, readers):
-    done = subprocess.run([quillet, "resave", path, saved], capture_output=True, timeout=SECONDS)
-    if done.returncode:
-        return ["does not save: %s" % done.stderr.decode("utf-8", "replace").strip()], 0
-    faults, compared = [], 0
-    for name, lines_of in readers.items():
-        try:
-            before = lines_of(path)
-            after = lines_of(saved) if before is not None else None
-        except subprocess.TimeoutExpired:
+def each(lines_of):
+    """A reader of one file as a reader of many."""
+    def lines_of_all(paths):
+        lines = {}
+        for path in paths:
+            try:
+                lines[path] = lines_of(path)
+            except subprocess.TimeoutExpired:
+                pass
+        return {path: found for path, found in lines.items() if found is not None}
+    return lines_of_all
+
+
+def compare(reader, pairs):
+    """Gives (path, fault or None) for each pair that the reader has an opinion on."""
+    lines = reader([path for pair in pairs for path in pair])
+    differ = [(path, saved) for path, saved in pairs if path in lines and lines[path] != lines.get(saved)]
+    again = reader([path for path, _ in differ])
+    for path, saved in pairs:
+        if path not in lines:
             continue
-        if before is None:
+        if saved not in lines:
+            yield path, "does not take the saved file"
             continue
-        if after is None:
-            faults.append("%s does not take the saved file" % name)
-            continue
-        compared += 1
-        if before != after:
-            again = lines_of(path)
-            changed = [(a, b) for a, b, c in zip(before, after, again) if a != b and a == c]
-            if len(before) != len(after) or changed:
-                first = changed[0] if changed else (len(before), len(after))
-                faults.append("%s: %s became %s" % (name, str(first[0])[:100], str(first[1])[:100]))
-    return faults, compared
+        before, after = lines[path], lines[saved]
+        changed = [(a, b) for a, b, c in zip(before, after, again.get(path, before)) if a != b and a == c]
+        if len(before) != len(after) or changed:
+            first = changed[0] if changed else (len(before), len(after))
+            yield path, "%s became %s" % (str(first[0])[:100], str(first[1])[:100])
+        else:
+            yield path, None
 
 
 def main():
@@ -122,23 +122,34 @@ def main():
     args = options.parse_args()
     if not shutil.which("ssconvert"):
         raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
-    readers = {"openpyxl": openpyxl_lines, "ssconvert": ssconvert_lines}
-    if args.libreoffice and shutil.which("soffice"):
-        readers["LibreOffice"] = libreoffice_lines
+    readers = {"openpyxl": each(openpyxl_lines), "ssconvert": each(ssconvert_lines)}
+    if args.libreoffice:
+        if not shutil.which("soffice"):
+            raise SystemExit("crosscheck: LibreOffice is not installed")
+        readers["LibreOffice"] = libreoffice.sheets_as_csv
     with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
         rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
                 if r["expect"] == "load" and os.path.exists(os.path.join(args.corpus, "xlsx", r["file"]))]
-    failed, total = 0, 0
+    faulty, total = set(), 0
     with tempfile.TemporaryDirectory(prefix="crosscheck-") as folder:
+        pairs = []
         for row in choose(rows, args.count):
-            faults, compared = check(os.path.join(args.corpus, "xlsx", row["file"]),
-                                     os.path.join(folder, row["file"]), args.quillet, readers)
-            total += compared
-            failed += bool(faults)
-            for fault in faults:
-                print("%s: %s" % (row["file"], fault), flush=True)
-    print("crosscheck xlsx: %d comparisons by %s, %d files with differences" % (total, ", ".join(readers), failed))
-    return 1 if failed or not total else 0
+            path, saved = os.path.join(args.corpus, "xlsx", row["file"]), os.path.join(folder, row["file"])
+            done = subprocess.run([args.quillet, "resave", path, saved], capture_output=True, timeout=SECONDS)
+            if done.returncode == 0:
+                pairs.append((path, saved))
+                continue
+            faulty.add(path)
+            print("%s: does not save: %s" % (row["file"], done.stderr.decode("utf-8", "replace").strip()))
+        for name, reader in readers.items():
+            for path, fault in compare(reader, pairs):
+                total += 1
+                if fault:
+                    faulty.add(path)
+                    print("%s: %s: %s" % (os.path.basename(path), name, fault), flush=True)
+    print("crosscheck xlsx: %d comparisons by %s, %d of %d files with differences"
+          % (total, ", ".join(readers), len(faulty), len(pairs)))
+    return 1 if faulty or not total else 0
 
 
 if __name__ == "__main__":
