@@ -17,6 +17,7 @@ import sys
 import tempfile
 import xml.etree.ElementTree as ET
 import zipfile
+import zlib
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import xlsxcompare  # noqa: E402
@@ -34,6 +35,22 @@ SCHEMAS = {
     "http://schemas.microsoft.com/office/spreadsheetml/2009/9/main": "extensions/ctrlProps.xsd",
     "http://schemas.openxmlformats.org/package/2006/content-types": "opc/opc-contentTypes.xsd",
     "http://schemas.openxmlformats.org/package/2006/relationships": "opc/opc-relationships.xsd",
+}
+# What the root of a part is called by the end of its content type.
+ROOTS = {
+    "sheet.main+xml": "workbook", "template.main+xml": "workbook", "macroEnabled.main+xml": "workbook",
+    "spreadsheetml.worksheet+xml": "worksheet", "spreadsheetml.chartsheet+xml": "chartsheet",
+    "spreadsheetml.styles+xml": "styleSheet", "spreadsheetml.sharedStrings+xml": "sst",
+    "spreadsheetml.table+xml": "table", "spreadsheetml.comments+xml": "comments",
+    "officedocument.drawing+xml": "wsDr", "officedocument.theme+xml": "theme",
+    "package.relationships+xml": "Relationships",
+}
+# The content type of what a relationship of the workbook leads to, by the end of the relationship's type.
+TARGETS = {
+    "/worksheet": ("spreadsheetml.worksheet+xml", "application/xml"), "/chartsheet": ("spreadsheetml.chartsheet+xml",),
+    "/styles": ("spreadsheetml.styles+xml",), "/sharedStrings": ("spreadsheetml.sharedStrings+xml",),
+    "/theme": ("officedocument.theme+xml",), "/table": ("spreadsheetml.table+xml",),
+    "/drawing": ("officedocument.drawing+xml",), "/comments": ("spreadsheetml.comments+xml",),
 }
 ADDRESS = re.compile(r"([A-Z]{1,3})([1-9][0-9]*)$")
 
@@ -115,9 +132,11 @@ def schema_findings(package, paths, schemas):
 
 def archive_findings(path):
     with zipfile.ZipFile(path) as package:
-        bad = package.testzip()
-        if bad:
-            yield "%s: wrong checksum" % bad
+        for info in package.infolist():
+            try:
+                package.read(info)
+            except (zipfile.BadZipFile, zlib.error) as e:
+                yield "%s: %s" % (info.filename, e)
         for name in repeated(package.namelist()):
             yield "%s: stands in the archive twice" % name
         if package.namelist()[:1] != ["[Content_Types].xml"]:
@@ -145,8 +164,16 @@ def package_findings(package):
         for id_, kind, target, external in rows:
             if not external and target.lower().replace("%20", " ") not in parts and target.lower() not in parts:
                 yield "%s: %s leads to %s, which is no part" % (path, id_, target)
+            ends = next((t for end, t in TARGETS.items() if kind.endswith("relationships" + end)), None)
+            if ends and not external and target in package.parts and not package.type_of(target).endswith(ends):
+                yield "%s: %s leads to a part of type %s" % (path, id_, package.type_of(target))
             if kind.endswith("relationships/calcChain"):
                 yield "%s: a chain of calculation is left" % path
+    for path in package.parts:
+        kind = package.type_of(path)
+        expected = next((root for end, root in ROOTS.items() if kind.endswith(end) and "threaded" not in kind), None)
+        if expected and local(ET.fromstring(package.parts[path]).tag) != expected:
+            yield "%s: is not of its content type %s" % (path, kind)
     main = package.main_part()
     for path in package.calc_chain() & package.parts.keys():
         yield "%s: is left" % path
@@ -178,6 +205,8 @@ def workbook_findings(package, main):
         yield "%s: two sheets are named %r" % (main, name)
     for id_ in repeated(s.get("sheetId", "") for s in sheets):
         yield "%s: two sheets have the sheetId %s" % (main, id_)
+    for id_ in repeated(v for s in sheets for n, v in s.attrib.items() if n.endswith("relationships}id")):
+        yield "%s: two sheets have the relationship %s" % (main, id_)
     names = child(root, "definedNames")
     seen = [(n.get("name", "").lower(), n.get("localSheetId")) for n in (names if names is not None else [])]
     for name in repeated(str(s) for s in seen):
@@ -202,6 +231,11 @@ def workbook_findings(package, main):
             limits["strings"] = len([s for s in strings if local(s.tag) == "si"])
             if number(strings.get("uniqueCount"), limits["strings"]) != limits["strings"]:
                 yield "%s: uniqueCount is %s, there are %d" % (path, strings.get("uniqueCount"), limits["strings"])
+    tables = [ET.fromstring(data) for path, data in package.parts.items()
+              if package.type_of(path).endswith("spreadsheetml.table+xml")]
+    for name in ("id", "displayName"):
+        for value in repeated(t.get(name, "").lower() for t in tables):
+            yield "two tables have the %s %s" % (name, value)
     for path in sorted(package.parts):
         if package.type_of(path).endswith("spreadsheetml.worksheet+xml"):
             yield from sheet_findings(path, ET.fromstring(package.parts[path]), limits)
@@ -221,8 +255,11 @@ def style_findings(path, root):
     formats = child(root, "numFmts")
     for id_ in repeated(f.get("numFmtId") for f in (formats if formats is not None else [])):
         yield "%s: numFmtId %s twice" % (path, id_)
+    known = {f.get("numFmtId") for f in (formats if formats is not None else [])}
     for group in ("cellXfs", "cellStyleXfs"):
         for xf in child(root, group) if child(root, group) is not None else []:
+            if number(xf.get("numFmtId")) >= 164 and xf.get("numFmtId") not in known:
+                yield "%s: %s has numFmtId %s, which is not there" % (path, group, xf.get("numFmtId"))
             for name, limit in (("fontId", "fonts"), ("fillId", "fills"), ("borderId", "borders"),
                                 ("xfId", "cellStyleXfs")):
                 if xf.get(name) is not None and number(xf.get(name)) >= max(limits[limit], 1):
@@ -236,6 +273,9 @@ def sheet_findings(path, root, limits):
     for view in views if views is not None else []:
         if number(view.get("workbookViewId")) >= limits["views"]:
             yield "%s: workbookViewId %s is not there" % (path, view.get("workbookViewId"))
+    for rule in root.iter(root.tag.rpartition("}")[0] + "}cfRule"):
+        if number(rule.get("dxfId")) >= max(limits.get("dxfs", 0), 1):
+            yield "%s: a rule has the dxfId %s" % (path, rule.get("dxfId"))
     columns = child(root, "cols")
     for element in columns if columns is not None else []:
         if number(element.get("style")) >= formats:
@@ -274,6 +314,8 @@ def sheet_findings(path, root, limits):
 
 def findings(path, schemas):
     found = list(archive_findings(path))
+    if any("Bad CRC" in line for line in found):
+        return found
     package = xlsxcompare.Package(path)
     if package.main_part() is None:
         return found + ["no workbook part"]
