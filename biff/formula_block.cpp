@@ -7,7 +7,8 @@
 namespace vellum {
 namespace {
 
-constexpr std::uint8_t ptgExp = 0x01;    // row and column of the cell that has the shared tokens
+// A row and a column: of the cell behind which the shared or array formula stands, or the data table.
+constexpr std::uint8_t ptgExp = 0x01, ptgTbl = 0x02;
 constexpr std::size_t anchoredSize = 7;  // of an expression that is such a token and no more
 
 }  // namespace
@@ -42,9 +43,8 @@ CellKind CachedValue::kind() const {
 
 std::optional<FormulaCell::Anchor> FormulaCell::anchor() const {
     Cursor in(expressionBytes());
-    if (in.left() < anchoredSize || in.get<std::uint16_t>() != anchoredSize - 2 || in.get<std::uint8_t>() != ptgExp) {
-        return std::nullopt;
-    }
+    if (in.left() < anchoredSize || in.get<std::uint16_t>() != anchoredSize - 2) return std::nullopt;
+    if (const auto token = in.get<std::uint8_t>(); token != ptgExp && token != ptgTbl) return std::nullopt;
     const auto anchorRow = in.get<std::uint16_t>();
     return Anchor{anchorRow, in.get<std::uint16_t>()};
 }
@@ -52,14 +52,6 @@ std::optional<FormulaCell::Anchor> FormulaCell::anchor() const {
 void FormulaCell::setAnchor(Anchor to) {
     storeLe(expression + 3, to.row);
     storeLe(expression + 5, to.col);
-}
-
-std::pair<std::uint16_t, std::uint16_t> FormulaCell::sharedRows() const {
-    if (tail->shared) return {tail->shared->rowFirst, tail->shared->rowLast};
-    Cursor in(tail->following);
-    if (in.left() < 4) return {row, row};
-    const auto first = in.get<std::uint16_t>();
-    return {first, in.get<std::uint16_t>()};
 }
 
 FormulaCell FormulaCell::copyWithoutTail(StringPool& pool) const {

@@ -52,10 +52,6 @@ struct ShrFmla {
     std::uint8_t reserved = 0;
     std::uint8_t cUse = 0;              // formulas that use it
     std::vector<std::byte> expression;  // its size, the tokens, and what follows them
-
-    [[nodiscard]] bool holds(std::uint32_t row, std::uint32_t col) const {
-        return rowFirst <= row && row <= rowLast && colFirst <= col && col <= colLast;
-    }
 };
 
 /// What few formulas have.
@@ -82,7 +78,7 @@ struct FormulaCell {
     std::unique_ptr<FormulaTail> tail;  // null for most
 
     [[nodiscard]] std::span<const std::byte> expressionBytes() const { return {expression, expressionSize}; }
-    /// The cell whose shared or array formula this one uses, when its tokens are nothing but that reference.
+    /// The cell whose shared, array or table formula this one uses, when its tokens are nothing but that reference.
     struct Anchor {
         std::uint16_t row, col;
     };
@@ -91,10 +87,8 @@ struct FormulaCell {
     void setAnchor(Anchor to);
     /// Whether others may use tokens that stand behind this formula.
     [[nodiscard]] bool hasSharedTokens() const {
-        return tail != nullptr && (tail->shared.has_value() || tail->followingId == record_id::Array);
+        return tail != nullptr && (tail->shared.has_value() || tail->followingId != 0);
     }
-    /// First and last row of the block for which the tokens behind this formula stand.
-    [[nodiscard]] std::pair<std::uint16_t, std::uint16_t> sharedRows() const;
     /// Value, text and tokens, the tokens copied into the pool. The text stays where it is.
     [[nodiscard]] FormulaCell copyWithoutTail(StringPool& pool) const;
     FormulaTail& ensureTail() {

@@ -85,6 +85,7 @@ private:
             return;
         }
         FormulaCell copy = cell.copyWithoutTail(_book.pool());
+        if (const auto named = copy.anchor()) copy.setAnchor(_from.sharedTokens.resolve(*named));
         if (cell.tail != nullptr) copy.tail = std::make_unique<FormulaTail>(*cell.tail);
         put(std::move(copy));
     }

@@ -179,8 +179,7 @@ private:
     void putBoolErr(CellPlace at, std::uint16_t ixfe, int value, bool isError);
     void putBlank(CellPlace at, std::uint16_t ixfe);
     void eraseCell(CellPlace at);
-    /// Those that have tokens which others use, or those that have none.
-    void eraseCells(CellPlace first, CellPlace last, bool withSharedTokens);
+    void eraseCells(CellPlace first, CellPlace last);
     void setIxfe(CellSlot slot, std::uint16_t ixfe);
 
     [[nodiscard]] const CharT* textOf(CellSlot slot);

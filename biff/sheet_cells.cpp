@@ -105,6 +105,7 @@ void SheetImplT<CharT>::put(Cell cell) {
     const CellPlace at{cell.row, cell.col};
     const CellSlot old = slotAt(at);
     handOnShared(at);
+    if constexpr (Cell::kind == SlotKind::formula) _parts.sharedTokens.note(cell);
     if constexpr (Cell::kind == SlotKind::blank) {
         if (old.occupied() && old.kind() != SlotKind::blank) _parts.boundsDirty = true;
     } else {
@@ -323,6 +324,7 @@ bool SheetImplT<CharT>::copyCell(int rowSrc, int colSrc, int rowDst, int colDst)
         const CellSlot slot = slotAt(place(rowSrc, colSrc));
         const CellPlace to = place(rowDst, colDst);
         if (!slot.occupied()) throw vlerror(msg::emptyCell);
+        if (to.row == rowSrc && to.col == colSrc) return true;  // tokens of others may stand behind it
         if (const auto* text = cellAs<LabelSstCell>(slot)) {
             putString(to, text->ixfe, text->isst);
         } else if (const auto* formula = cellAs<FormulaCell>(slot)) {

@@ -39,9 +39,12 @@ const CharT* SheetImplT<CharT>::formulaText(const FormulaCell& cell) {
             break;
     }
     if (cell.hasText) return give(cell.text.view());
-    if (const auto anchor = cell.anchor(); anchor && anchor->col < SheetIndex::colLimit) {
-        const auto* first = cellAs<FormulaCell>(_parts.cells.at(anchor->row, anchor->col));
-        if (first != nullptr && first->hasText) return give(first->text.view());
+    if (const auto named = cell.anchor(); named && named->col < SheetIndex::colLimit) {
+        const auto anchor = _parts.sharedTokens.resolve(*named);
+        const auto* first = cellAs<FormulaCell>(_parts.cells.at(anchor.row, anchor.col));
+        if (first != nullptr && first->hasText && first->tail != nullptr && first->tail->shared) {
+            return give(first->text.view());
+        }
     }
     return give(L"");
 }
@@ -56,35 +59,10 @@ const CharT* SheetImplT<CharT>::readFormula(int row, int col, Format** format) {
     });
 }
 
-// The record with the tokens stands behind the formula of the block's first cell, and every other cell
-// names that cell. When it goes, the next cell takes the record over and all others name that one.
 template <class CharT>
 void SheetImplT<CharT>::handOnShared(CellPlace at) {
-    const CellSlot slot = slotAt(at);
-    if (!slot.occupied() || slot.kind() != SlotKind::formula) return;
-    FormulaCell& old = _parts.cells.template get<FormulaCell>(slot);
-    if (!old.hasSharedTokens()) return;
-
-    const SheetIndex& index = _parts.cells.index();
-    const auto [rowFirst, rowLast] = old.sharedRows();
-    FormulaCell* heir = nullptr;
-    for (auto row = index.nextRow(rowFirst); row <= rowLast; row = index.nextRow(row + 1)) {
-        index.forEachInRow(static_cast<std::uint16_t>(row), [&](std::uint32_t col, CellSlot other) {
-            if (other.kind() != SlotKind::formula || (row == at.row && col == at.col)) return;
-            FormulaCell& user = _parts.cells.template get<FormulaCell>(other);
-            const auto anchor = user.anchor();
-            if (!anchor || anchor->row != at.row || anchor->col != at.col) return;
-            if (heir == nullptr) heir = &user;
-            user.setAnchor({heir->row, heir->col});
-        });
-    }
-    if (heir == nullptr) return;
-    FormulaTail& tail = heir->ensureTail();
-    tail.shared = std::move(old.tail->shared);
-    tail.followingId = old.tail->followingId;
-    tail.following = std::move(old.tail->following);
-    old.tail->shared.reset();
-    old.tail->followingId = 0;
+    const auto* const old = cellAs<FormulaCell>(slotAt(at));
+    if (old != nullptr && old->hasSharedTokens()) _parts.sharedTokens.handOn(_parts.cells, {at.row, at.col});
 }
 
 template class SheetImplT<char>;

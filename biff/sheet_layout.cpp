@@ -89,15 +89,11 @@ bool SheetImplT<CharT>::removeMergeByIndex(int index) {
 }
 
 template <class CharT>
-void SheetImplT<CharT>::eraseCells(CellPlace first, CellPlace last, bool withSharedTokens) {
+void SheetImplT<CharT>::eraseCells(CellPlace first, CellPlace last) {
     SheetIndex& index = _parts.cells.index();
     for (auto row = index.nextRow(first.row); row <= last.row; row = index.nextRow(row + 1)) {
         const auto rw = static_cast<std::uint16_t>(row);
-        for (std::uint32_t col = first.col; col <= last.col; ++col) {
-            const CellPlace at{rw, static_cast<std::uint16_t>(col)};
-            const auto* const formula = cellAs<FormulaCell>(slotAt(at));
-            if (withSharedTokens == (formula != nullptr && formula->hasSharedTokens())) eraseCell(at);
-        }
+        for (std::uint32_t col = first.col; col <= last.col; ++col) eraseCell({rw, static_cast<std::uint16_t>(col)});
         index.freeRowIfEmpty(rw);
     }
 }
@@ -112,9 +108,7 @@ bool SheetImplT<CharT>::clearRange(int rowFirst, int rowLast, int colFirst, int 
                               static_cast<std::uint16_t>(std::clamp(colFirst, 0, lastColOfAll))};
         const CellPlace last{static_cast<std::uint16_t>(std::clamp(rowLast, 0, lastRowOfAll)),
                              static_cast<std::uint16_t>(std::clamp(colLast, 0, lastColOfAll))};
-        // Formulas with tokens that others use go last, so that these are handed on once, to a cell that stays.
-        eraseCells(first, last, false);
-        eraseCells(first, last, true);
+        eraseCells(first, last);
         std::erase_if(_parts.merges, [&](const CellRange& range) {
             return first.row <= range.rowFirst && range.rowLast <= last.row && first.col <= range.colFirst &&
                    range.colLast <= last.col;

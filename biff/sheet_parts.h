@@ -11,6 +11,7 @@
 #include "biff/kept_records.h"
 #include "biff/records/bof.h"
 #include "biff/row_table.h"
+#include "biff/shared_tokens.h"
 #include "biff/sheet_records.h"
 
 namespace vellum {
@@ -28,6 +29,7 @@ struct SheetParts {
     RowTable rows;
     ColumnTable columns;
     CellStore cells;
+    SharedTokens sharedTokens;
     std::vector<CellRange> merges;
     KeptRecords kept;
     /// A sheet that is no worksheet, from its Bof to its EOF in wire form; empty for a worksheet.

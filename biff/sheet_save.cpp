@@ -19,6 +19,7 @@ public:
             writeForeign();
             return;
         }
+        _sheet.sharedTokens.settle(_sheet.cells);
         writeBof();
         if (_sheet.settings.hasUncalced) word(record_id::Uncalced, _sheet.settings.uncalced);
         writeIndex();

@@ -1,4 +1,6 @@
 // Rows, columns, merged blocks, copies of cells and sheets, and formulas that share their tokens.
+#include <chrono>
+
 #include "tests/biff_sheet/fixture.h"
 
 namespace vellum::test {
@@ -113,14 +115,19 @@ TEST(SheetLayout, CopiesOfCells) {
               hex("0900 0500 0F00 000000000000F83F 0000 00000000 0300 1E0700"));
 }
 
-// Rows 1 to 4 of column 0 use the tokens behind the formula of row 1.
-std::vector<Record> sharedBlock() {
+const Record sharedTokens{1212, hex("0100 0400 00 00 00 04 0300 1E0700")};
+const Record arrayTokens{545, hex("0100 0400 00 00 0000 00000000 0300 1E0700")};
+const Record tableRefs{566, hex("0100 0400 00 00 0000 0000 0000 0000 0000")};
+
+// Rows 1 to 4 of column 0 use what stands behind the formula of row 1.
+std::vector<Record> sharedBlock(const Record& behind = sharedTokens) {
     std::vector<Record> records;
     for (int row = 1; row <= 4; ++row) {
         Bytes body = hex("0000 0000 0F00 000000000000F83F 0800 00000000 0500 01 0100 0000");
         body[0] = static_cast<std::byte>(row);
+        if (behind.id == tableRefs.id) body[22] = std::byte{2};
         records.push_back({6, body});
-        if (row == 1) records.push_back({1212, hex("0100 0400 00 00 00 04 0300 1E0700")});
+        if (row == 1) records.push_back(behind);
     }
     return records;
 }
@@ -136,23 +143,53 @@ TEST(SheetLayout, SharedTokensAreHandedOn) {
         {"two are", [](auto& s) { s.writeNumber(1, 0, 1), s.writeString(2, 0, "a"); }, 3},
         {"three are cleared", [](auto& s) { s.clearRange(0, 3, 0, 0); }, 4},
         {"all are", [](auto& s) { s.clearRange(0, 9, 0, 0); }, 0},
+        {"the first is copied onto itself", [](auto& s) { s.copyCell(1, 0, 1, 0); }, 1},
+        {"a copy far away is the last user", [](auto& s) { s.copyCell(2, 0, 900, 7), s.clearRange(0, 9, 0, 0); }, 132},
+        {"a copy in the place of the first is the last user",
+         [](auto& s) { s.copyCell(2, 0, 1, 0), s.clearRange(2, 9, 0, 0); }, 1},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        OneSheet one(sharedBlock());
-        c.change(*one.sheet);
-        const auto out = savedRecords(*one.book);
-        const auto shared = std::ranges::find(out, std::uint16_t{1212}, &Record::id);
-        if (c.anchor == 0) {
-            EXPECT_EQ(shared, out.end());
-            continue;
+    for (const Record& behind : {sharedTokens, arrayTokens, tableRefs}) {
+        for (const auto& c : cases) {
+            SCOPED_TRACE(testing::Message() << behind.id << ": " << c.what);
+            OneSheet one(sharedBlock(behind));
+            c.change(*one.sheet);
+            const auto out = savedRecords(*one.book);
+            const auto shared = std::ranges::find(out, behind.id, &Record::id);
+            if (c.anchor == 0) {
+                EXPECT_EQ(shared, out.end());
+                continue;
+            }
+            ASSERT_NE(shared, out.end());
+            EXPECT_EQ(shared->body, behind.body);
+            EXPECT_EQ(std::to_integer<int>(shared[-1].body[0]), c.anchor);
+            for (const Record& formula : only(out, 6)) EXPECT_EQ(std::to_integer<int>(formula.body[23]), c.anchor);
+            EXPECT_EQ(only(out, behind.id).size(), 1U);
         }
-        ASSERT_NE(shared, out.end());
-        EXPECT_EQ(shared->body, sharedBlock()[1].body);
-        EXPECT_EQ(std::to_integer<int>(shared[-1].body[0]), c.anchor);
-        for (const Record& formula : only(out, 6)) EXPECT_EQ(std::to_integer<int>(formula.body[23]), c.anchor);
-        EXPECT_EQ(only(out, 1212).size(), 1U);
     }
+}
+
+// Each member that is overwritten has the next one take the tokens over.
+TEST(SheetLayout, ALongColumnOfSharedFormulasIsOverwrittenInTime) {
+    constexpr int rows = 20000;
+    std::vector<Record> records;
+    for (int row = 0; row < rows; ++row) {
+        Bytes body = hex("0000 0000 0F00 000000000000FFFF 0800 00000000 0500 01 0000 0000");
+        storeLe(body.data(), static_cast<std::uint16_t>(row));
+        records.push_back({6, body});
+        if (row == 0) records.push_back({1212, hex("0000 FFFF 00 00 00 04 0300 1E0700")});
+        if (row == 0) records.push_back({519, hex("0300 00 616263")});
+    }
+    OneSheet one(records);
+    ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
+    EXPECT_STREQ(one.sheet->readString(rows - 1, 0), "abc") << "the text of the first";
+    const auto start = std::chrono::steady_clock::now();
+    for (int row = 0; row < rows - 1; ++row) {
+        one.sheet->writeNumber(row, 0, row);
+        one.sheet->readString(rows - 1, 0);
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5))
+        << "some ms, minutes when each asks all";
+    EXPECT_EQ(only(savedRecords(*one.book), 1212).size(), 1U);
 }
 
 TEST(SheetLayout, CopiesOfSheets) {
