@@ -10,7 +10,7 @@
 #include <ctime>
 #include <string>
 
-#include "content.h"
+#include "bench/content.h"
 #include "host/csv_source.h"
 #include "host/csv_table.h"
 #include "host/driver_context.h"
@@ -119,35 +119,34 @@ void visit(quillet::DriverContext* source) {
             ++cells;
         }
     }
-    report(cells, texts, sum);
+    std::printf("cells=%ld texts=%ld sum=%.9g\n", cells, texts, sum);
 }
 
-void fill(quillet::DriverContext* source, const Spec& spec) {
+void fill(quillet::DriverContext* source, const bench::Content& content) {
     const quillet::TableOps& ops = *source->ops;
     quillet::Sheet* const sheet = ops.addSheet(source->backing, "Sheet1", nullptr);
-    for (int r = 0; r < spec.rows; ++r) {
-        for (int c = 0; c < spec.cols; ++c) {
-            const uint64_t h =
-                mix(static_cast<uint64_t>(r) * static_cast<uint64_t>(spec.cols) + static_cast<uint64_t>(c));
-            switch (kind_at(&spec, c, h)) {
-                case NUMBER:
-                    ops.writeReal(sheet, r, c, nullptr, number_of(h));
+    for (int r = 0; r < content.rows; ++r) {
+        for (int c = 0; c < content.cols; ++c) {
+            const std::uint64_t hash = content.hash(r, c);
+            switch (content.kind(c, hash)) {
+                case bench::Kind::number:
+                    ops.writeReal(sheet, r, c, nullptr, content.number(hash));
                     break;
-                case TEXT:
-                    ops.writeText(sheet, r, c, text_of(h), nullptr);
+                case bench::Kind::text:
+                    ops.writeText(sheet, r, c, content.text(hash).c_str(), nullptr);
                     break;
-                case BOOLEAN:
-                    ops.writeBool(sheet, r, c, boolean_of(h), nullptr);
+                case bench::Kind::boolean:
+                    ops.writeBool(sheet, r, c, content.boolean(hash), nullptr);
                     break;
-                case DATE: {
-                    const std::time_t day = static_cast<std::time_t>(date_of(h) - 25569) * 86400;
+                case bench::Kind::date: {
+                    const std::time_t day = static_cast<std::time_t>(content.date(hash) - 25569) * 86400;
                     std::tm parts;
                     char text[16];
                     std::strftime(text, sizeof text, "%Y-%m-%d", gmtime_r(&day, &parts));
                     ops.writeText(sheet, r, c, text, nullptr);
                     break;
                 }
-                default:
+                case bench::Kind::none:
                     break;
             }
         }
@@ -170,7 +169,7 @@ int main(int argc, char** argv) {
         outputName = argv[3];
         const bool fresh = task == "write";
         quillet::DriverContext* const source = open(fresh ? "no such file" : argv[2], true);
-        if (fresh) fill(source, parse_spec(argv[2]));
+        if (fresh) fill(source, bench::Content(argv[2]));
         return quillet::closeCsv(nullptr, source);
     }
     std::fprintf(stderr, "usage: bench_csv read FILE | rewrite FILE OUT | write CONTENT OUT\n");
