@@ -55,21 +55,17 @@ struct Content {
     static bool boolean(std::uint64_t hash) { return hash / 2 % 2 != 0; }
     static double date(std::uint64_t hash) { return 40000 + static_cast<double>(hash % 6000); }
 
-    /// One of 50,000.
+    /// One of 50,000, made when it is first asked for.
     static const std::string& text(std::uint64_t hash) {
         constexpr std::size_t poolSize = 50000;
-        static const std::vector<std::string> pool = [] {
-            constexpr std::array heads = {
-                "item ", "\xC3\x96l ", "customer ", "A&B ", "x", "north-west region, unit ", "label \"q\" ", "city "};
-            constexpr std::array tails = {"",         "/a",       " <new>", " long tail of the label",
-                                          "\xC3\xA9", ", second", "-2024",  "_z"};
-            std::vector<std::string> texts;
-            for (std::size_t i = 0; i < poolSize; ++i) {
-                texts.push_back(heads[i % 8] + std::to_string(i) + tails[i / 8 % 8]);
-            }
-            return texts;
-        }();
-        return pool[hash % poolSize];
+        constexpr std::array heads = {
+            "item ", "\xC3\x96l ", "customer ", "A&B ", "x", "north-west region, unit ", "label \"q\" ", "city "};
+        constexpr std::array tails = {"",         "/a",       " <new>", " long tail of the label",
+                                      "\xC3\xA9", ", second", "-2024",  "_z"};
+        static std::vector<std::string> pool(poolSize);
+        const std::size_t i = hash % poolSize;
+        if (pool[i].empty()) pool[i] = heads[i % 8] + std::to_string(i) + tails[i / 8 % 8];
+        return pool[i];
     }
 };
 
