@@ -5,30 +5,22 @@
 #include "biff/book_messages.h"
 #include "biff/record_codec.h"
 #include "biff/xls.h"
+#include "engine/standard_colors.h"
 
 namespace vellum {
 
 namespace {
 
-constexpr std::uint32_t standardRgb[] = {
-    0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF,  // 8
-    0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080, 0xC0C0C0, 0x808080,  // 16
-    0x9999FF, 0x993366, 0xFFFFCC, 0xCCFFFF, 0x660066, 0xFF8080, 0x0066CC, 0xCCCCFF,  // 24
-    0x000080, 0xFF00FF, 0xFFFF00, 0x00FFFF, 0x800080, 0x800000, 0x008080, 0x0000FF,  // 32
-    0x00CCFF, 0xCCFFFF, 0xCCFFCC, 0xFFFF99, 0x99CCFF, 0xFF99CC, 0xCC99FF, 0xFFCC99,  // 40
-    0x3366FF, 0x33CCCC, 0x99CC00, 0xFFCC00, 0xFF9900, 0xFF6600, 0x666699, 0x969696,  // 48
-    0x003366, 0x339966, 0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333,  // 56
-};
-static_assert(std::size(standardRgb) == Palette::size);
+static_assert(standardColors.size() == Palette::size);
 
 constexpr PaletteColor fromRgb(std::uint32_t rgb) {
     return {static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8), static_cast<std::uint8_t>(rgb),
             0};
 }
 
-constexpr std::array<PaletteColor, Palette::size> standardColors() {
+constexpr std::array<PaletteColor, Palette::size> standardPalette() {
     std::array<PaletteColor, Palette::size> colors;
-    for (std::size_t i = 0; i < colors.size(); ++i) colors[i] = fromRgb(standardRgb[i]);
+    for (std::size_t i = 0; i < colors.size(); ++i) colors[i] = fromRgb(standardColors[i]);
     return colors;
 }
 
@@ -46,7 +38,7 @@ int indexOf(std::size_t position) {
 
 }  // namespace
 
-Palette::Palette() : _colors(standardColors()) {}
+Palette::Palette() : _colors(standardPalette()) {}
 
 int Palette::pack(int red, int green, int blue) {
     _present = true;
@@ -73,7 +65,7 @@ int Palette::nearest(int red, int green, int blue) const {
 PaletteColor Palette::at(int index) const {
     if (index < 0 || index >= firstIndex + size) throw vlerror(msg::indexOutOfRange);
     // The eight basic colours have the standard values of the entries from 8 to 15, whatever those are now.
-    if (index < firstIndex) return fromRgb(standardRgb[index]);
+    if (index < firstIndex) return fromRgb(standardColors[index]);
     return _colors[static_cast<std::size_t>(index - firstIndex)];
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/standard_colors.h"
 #include "engine/vlerror.h"
 #include "xlsx/style_messages.h"
 
@@ -10,17 +11,6 @@ namespace vellum {
 namespace {
 
 constexpr unsigned firstIndex = 8;
-
-// Colours of the indices 8 to 63.
-constexpr std::uint32_t palette[] = {
-    0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF,  // 8
-    0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080, 0xC0C0C0, 0x808080,  // 16
-    0x9999FF, 0x993366, 0xFFFFCC, 0xCCFFFF, 0x660066, 0xFF8080, 0x0066CC, 0xCCCCFF,  // 24
-    0x000080, 0xFF00FF, 0xFFFF00, 0x00FFFF, 0x800080, 0x800000, 0x008080, 0x0000FF,  // 32
-    0x00CCFF, 0xCCFFFF, 0xCCFFCC, 0xFFFF99, 0x99CCFF, 0xFF99CC, 0xCC99FF, 0xFFCC99,  // 40
-    0x3366FF, 0x33CCCC, 0x99CC00, 0xFFCC00, 0xFF9900, 0xFF6600, 0x666699, 0x969696,  // 48
-    0x003366, 0x339966, 0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333,  // 56
-};
 
 struct Hsl {
     double hue;  // degrees
@@ -69,13 +59,15 @@ Rgb toRgb(const Hsl& hsl) {
 
 std::optional<Rgb> paletteColor(unsigned index) {
     if (index < firstIndex) index += firstIndex;
-    if (index - firstIndex >= std::size(palette)) return std::nullopt;
-    return unpackRgb(static_cast<int>(palette[index - firstIndex]));
+    if (index - firstIndex >= standardColors.size()) return std::nullopt;
+    return unpackRgb(static_cast<int>(standardColors[index - firstIndex]));
 }
 
 int paletteIndexOf(Rgb rgb) {
-    const auto found = std::find(std::begin(palette), std::end(palette), static_cast<std::uint32_t>(packRgb(rgb)));
-    return found == std::end(palette) ? unknownColor : static_cast<int>(firstIndex) + static_cast<int>(found - palette);
+    const auto found =
+        std::find(standardColors.begin(), standardColors.end(), static_cast<std::uint32_t>(packRgb(rgb)));
+    if (found == standardColors.end()) return unknownColor;
+    return static_cast<int>(firstIndex) + static_cast<int>(found - standardColors.begin());
 }
 
 Rgb tinted(Rgb rgb, double tint) {
