@@ -167,7 +167,8 @@ void BookImplT<CharT>::keepOneSheet(std::size_t index) {
     _globals.boundSheets = {_globals.boundSheets[index]};
     _globals.renumber(newIndex);
     _globals.rrTabId = {1};
-    _globals.window1.itabCur = _globals.window1.itabFirst = 0;
+    _globals.window1.itabFirst = 0;
+    activate(0);
 }
 
 template <class CharT>

@@ -207,7 +207,13 @@ bool BookImplT<CharT>::removeSheet(int index) {
         const auto last = static_cast<std::uint16_t>(_sheets.size() - 1);
         shown.itabCur = std::min(shown.itabCur, last);
         shown.itabFirst = std::min(shown.itabFirst, last);
-        if (wasShown) activate(shown.itabCur);
+        if (!wasShown) return true;
+        // A hidden sheet cannot be shown.
+        const auto isVisible = [](const BoundSheet8& sheet) { return sheet.state() == sheetVisible; };
+        const auto& sheets = _globals.boundSheets;
+        const auto first = std::ranges::find_if(sheets, isVisible);
+        const bool hidden = !isVisible(sheets[shown.itabCur]) && first != sheets.end();
+        activate(hidden ? static_cast<std::size_t>(first - sheets.begin()) : shown.itabCur);
         return true;
     });
 }
@@ -234,6 +240,7 @@ bool BookImplT<CharT>::setActiveSheetIndex(int index) {
 template <class CharT>
 void BookImplT<CharT>::activate(std::size_t index) {
     _globals.window1.itabCur = static_cast<std::uint16_t>(index);
+    _globals.window1.ctabSel = 1;
     for (std::size_t i = 0; i < _sheets.size(); ++i) _sheets[i]->setSelected(i == index);
 }
 

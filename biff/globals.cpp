@@ -25,12 +25,21 @@ const RawRecords& Globals::slot(std::uint16_t id) const {
 }
 
 const NumFormat* Globals::findNumFormat(std::uint16_t ifmt) const {
-    const auto found = std::ranges::find(numFormats, ifmt, &NumFormat::ifmt);
-    return found == numFormats.end() ? nullptr : &*found;
+    const std::uint32_t at = ifmt < _formatAt.size() ? _formatAt[ifmt] : 0;
+    return at == 0 ? nullptr : &numFormats[at - 1];
+}
+
+// Asked for with every number cell, so there is a table.
+void Globals::addNumFormat(const NumFormat& format) {
+    numFormats.push_back(format);
+    if (format.ifmt >= _formatAt.size()) _formatAt.resize(format.ifmt + std::size_t{1});
+    if (_formatAt[format.ifmt] == 0) _formatAt[format.ifmt] = static_cast<std::uint32_t>(numFormats.size());
 }
 
 std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
     constexpr std::uint16_t lastCustom = 392;
+    constexpr std::size_t longest = (maxRecordBody - 5) / 2;  // behind id, count and flags, two bytes a character
+    if (text.size() > longest) throw vlerror(msg::stringTooLong);
     for (const NumFormat& known : numFormats) {
         if (known.text.view() == text) return known.ifmt;
     }
@@ -39,7 +48,7 @@ std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
         NumFormat added;
         added.ifmt = ifmt;
         added.text.set(std::wstring(text).c_str(), pool, false);
-        numFormats.push_back(added);
+        addNumFormat(added);
         return ifmt;
     }
     throw vlerror(msg::tooManyCustomFormats);

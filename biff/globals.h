@@ -41,6 +41,7 @@ struct Globals {
     globals::WriteAccess writeAccess;
     globals::CodePage codePage;
     globals::DSF dsf;
+    bool hasExcel9File = false;  // a mark without content
     std::vector<std::uint16_t> rrTabId{1};
     bool hasRrTabId = false;
     globals::BuiltInFnGroupCount builtInFnGroupCount;
@@ -62,7 +63,7 @@ struct Globals {
     globals::RecalcId recalcId;
     bool isTemplate = false, isWriteProtected = false;
 
-    std::vector<NumFormat> numFormats;
+    std::vector<NumFormat> numFormats;  // in their order; see addNumFormat
     std::vector<Style> styles;
     std::vector<BoundSheet8> boundSheets;
     std::vector<SupBookBlock> supBooks;
@@ -93,8 +94,10 @@ struct Globals {
     /// that belong to a removed sheet go.
     void renumber(std::span<const int> newIndex);
 
+    /// Null when the id has no text of its own. Of several texts the first counts.
     [[nodiscard]] const NumFormat* findNumFormat(std::uint16_t ifmt) const;
-    /// The id of a text, registered now if it is new. Throws when no id is free.
+    void addNumFormat(const NumFormat& format);
+    /// The id of a text, registered now if it is new. Throws when no id is free, and for a text longer than a record.
     std::uint16_t numFormatId(std::wstring_view text, StringPool& pool);
 
     [[nodiscard]] const RawRecords& slot(std::uint16_t id) const;
@@ -102,6 +105,8 @@ struct Globals {
     [[nodiscard]] std::size_t keptBytes() const;
 
 private:
+    std::vector<std::uint32_t> _formatAt;  // by ifmt: position in numFormats plus one, 0 for none
+
     void writeKept(Xls& out, const RawRecords& records) const;
     void writeSlot(Xls& out, std::uint16_t id) const;
 };

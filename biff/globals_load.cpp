@@ -3,6 +3,7 @@
 
 #include "biff/book_messages.h"
 #include "biff/globals.h"
+#include "biff/raw_record.h"
 #include "biff/record_codec.h"
 
 namespace vellum {
@@ -49,8 +50,9 @@ void interfaceEnd(Globals&, Xls& in, RecordHeader h, StringPool&) {
     in.skip(h.size);
 }
 
-void fileFor9(Globals&, Xls&, RecordHeader h, StringPool&) {
+void excel9File(Globals& g, Xls&, RecordHeader h, StringPool&) {
     requireSize(h.size == 0, "Excel9File");
+    g.hasExcel9File = true;
 }
 
 void filePass(Globals&, Xls&, RecordHeader, StringPool&) {
@@ -100,9 +102,13 @@ void palette(Globals& g, Xls& in, RecordHeader h, StringPool&) {
 
 void rrTabId(Globals& g, Xls& in, RecordHeader h, StringPool&) {
     requireSize(h.size % 2 == 0, "RRTabId");
-    Cursor body = in.body(h.size);
     g.rrTabId.clear();
-    while (!body.empty()) g.rrTabId.push_back(body.get<std::uint16_t>());
+    while (true) {
+        Cursor body = in.body(h.size);
+        while (!body.empty()) g.rrTabId.push_back(body.get<std::uint16_t>("RRTabId size is incorrect"));
+        if (in.peekRecordId() != record_id::Continue) break;
+        h = in.readHeader();
+    }
     g.hasRrTabId = true;
 }
 
@@ -126,7 +132,7 @@ void format(Globals& g, Xls& in, RecordHeader h, StringPool& pool) {
     read.ifmt = body.get<std::uint16_t>();
     read.text =
         XLUnicodeString::read(body, pool, g.isBiff5() ? TextForm::noFlags : TextForm::withFlags, g.isBiff5(), name);
-    g.numFormats.push_back(read);
+    g.addNumFormat(read);
 }
 
 void bookExt(Globals& g, Xls& in, RecordHeader h, StringPool& pool) {
@@ -170,7 +176,7 @@ constexpr Rule rules[] = {
     {442, slot},
     {444, fixed<&Globals::prot4RevPass>},
     {445, slot},
-    {448, fileFor9},
+    {448, excel9File},
     {449, fixed<&Globals::recalcId>},
     {659, style},
     {1054, format},
@@ -194,10 +200,13 @@ static_assert(std::ranges::is_sorted(rules, std::less_equal{}, &Rule::id));
 
 void Globals::read(Xls& in, RecordHeader header, StringPool& pool) {
     const auto rule = std::ranges::lower_bound(rules, header.id, {}, &Rule::id);
-    if (rule != std::end(rules) && rule->id == header.id)
+    if (rule != std::end(rules) && rule->id == header.id) {
         rule->read(*this, in, header, pool);
-    else
+    } else if (continuesRecord(record_id::Eof, header.id)) {
+        in.skip(header.size);  // goes on with nothing that is kept; among the others it would go on with a stranger
+    } else {
         others.take(in, header);
+    }
 }
 
 }  // namespace vellum

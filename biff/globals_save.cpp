@@ -1,4 +1,7 @@
 // The save order of the globals.
+#include <algorithm>
+
+#include "biff/continue_writer.h"
 #include "biff/globals.h"
 #include "biff/record_codec.h"
 
@@ -16,9 +19,8 @@ void Globals::writeFront(Xls& out) const {
     writeFixed(out, isBiff5() ? globals::WriteAccess{} : writeAccess);
     writeFixed(out, isBiff5() ? globals::CodePage{} : codePage);
     writeFixed(out, dsf);
-    Sink& sink = out.out();
-    sink.putAll(record_id::RRTabId, static_cast<std::uint16_t>(2 * rrTabId.size()));
-    for (const std::uint16_t tabId : rrTabId) sink.put(tabId);
+    if (hasExcel9File && !isBiff5()) out.writeRecord(record_id::Excel9File, {});
+    writeSplit(out, record_id::RRTabId, std::as_bytes(std::span(rrTabId)));
     for (const std::uint16_t id : {record_id::ObProj, record_id::ObNoMacros, record_id::CodeName}) writeSlot(out, id);
 
     writeFixed(out, builtInFnGroupCount);
@@ -56,7 +58,11 @@ void Globals::writeStyles(Xls& out) const {
 
 void Globals::writeBoundSheets(Xls& out, std::vector<std::uint32_t>& positions) const {
     positions.clear();
-    for (const BoundSheet8& sheet : boundSheets) {
+    // Programs do not open a workbook of hidden sheets, which is left when the others are removed.
+    const auto isVisible = [](const BoundSheet8& sheet) { return sheet.state() == 0; };
+    const bool noneVisible = std::ranges::none_of(boundSheets, isVisible);
+    for (BoundSheet8 sheet : boundSheets) {
+        if (noneVisible && positions.size() == window1.itabCur) sheet.setState(0);
         positions.push_back(out.currentWritePosition());
         sheet.write(out);
     }

@@ -95,6 +95,10 @@ void KeptRecords::remove(Place place) {
     std::erase_if(_entries, [place](const Entry& entry) { return entry.place == place; });
 }
 
+void KeptRecords::removeRecords(std::uint16_t id) {
+    std::erase_if(_entries, [id](const Entry& entry) { return entry.id == id; });
+}
+
 void KeptRecords::clear() {
     *this = KeptRecords();
 }

@@ -66,6 +66,8 @@ public:
     }
     /// Drops what is kept at a place.
     void remove(Place place);
+    /// Drops the records of an identifier, each with what goes on with it.
+    void removeRecords(std::uint16_t id);
     void clear();
     [[nodiscard]] std::size_t count() const { return _entries.size(); }
     [[nodiscard]] std::size_t byteCount() const { return _wire.size(); }

@@ -47,6 +47,7 @@ inline constexpr const char* keptStreamsCorrupt = "Xls::extractKeptStreams(): fi
 inline constexpr const char* noWritePosition = "can't get the current write position";
 inline constexpr const char* streamError = "stream error, perhaps it's too small writing buffer";
 inline constexpr const char* blankSectorError = "stream error";
+inline constexpr const char* closeTooBig = "Xls::close(): a xls file can't be 4 GB or more";
 inline constexpr const char* closeSectorOutOfFat = "Xls::close(): sector is out of fat";
 inline constexpr const char* closeDifatIndex = "Xls::close(): difat index is out of range";
 inline constexpr const char* closeMiniFat = "miniFatSectorLocation is out of range";

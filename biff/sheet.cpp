@@ -8,12 +8,12 @@
 namespace vellum {
 namespace {
 
-// What a copy leaves behind: drawings, comments and tables bear numbers and names that are unique in a book, and a
-// code name belongs to one sheet's macros.
-constexpr Place uniquePlaces[] = {Place::drawing, Place::notes, Place::codeName, Place::tables};
+// What a copy leaves behind: drawings, comments and tables bear numbers and names that are unique in a book, drop-down
+// lists name such numbers, and a code name belongs to one sheet's macros.
+constexpr Place uniquePlaces[] = {Place::drawing, Place::notes, Place::codeName, Place::tables, Place::dropDowns};
 // What refers to fonts, names or formats of its book.
-constexpr Place boundPlaces[] = {Place::sorting,  Place::dropDowns,     Place::autoFilter, Place::formulaExtension,
-                                 Place::phonetic, Place::consolidation, Place::other,      Place::features};
+constexpr Place boundPlaces[] = {Place::sorting,       Place::autoFilter, Place::formulaExtension, Place::phonetic,
+                                 Place::consolidation, Place::other,      Place::features};
 
 /// Copies the content of a sheet, cell by cell in the order of the table, so that what lies dead in the vectors of the
 /// source stays there.
@@ -52,6 +52,7 @@ private:
     void copyKept() {
         _to.kept = _from.kept;
         for (const Place place : uniquePlaces) _to.kept.remove(place);
+        _to.kept.removeRecords(record_id::UserSViewBegin);  // a view of the book has one part for each sheet
         if (sameBook()) return;
         for (const Place place : boundPlaces) _to.kept.remove(place);
     }
@@ -68,6 +69,10 @@ private:
     }
     void add(const LabelSstCell& cell) {
         LabelSstCell copy = cell;
+        if (!sameBook() && cell.isst >= _fromBook.strings().size()) {
+            put(BlankCell{cell.row, cell.col, cell.ixfe});  // of no string there, and of another one here
+            return;
+        }
         copy.isst = string(cell.isst);
         put(copy);
         _book.strings().noteUse(copy.isst);
@@ -117,7 +122,7 @@ private:
         return text;
     }
     std::uint32_t string(std::uint32_t isst) {
-        if (sameBook() || isst >= _fromBook.strings().size()) return isst;
+        if (sameBook()) return isst;
         const auto [known, isNew] = _strings.try_emplace(isst);
         if (isNew) known->second = _book.adoptString(_fromBook, isst);
         return known->second;

@@ -1,5 +1,9 @@
 // View and print flags of a sheet, its name and state, and operations that binary sheets have not.
+#include <span>
+
+#include "biff/cursor.h"
 #include "biff/messages.h"
+#include "biff/record_ids.h"
 #include "biff/sheet.h"
 #include "engine/messages.h"
 
@@ -11,11 +15,30 @@ bool setFlag(std::uint16_t& flags, std::uint16_t mask, bool on) {
     return true;
 }
 
+// Where a chart or macro sheet, kept as bytes, has the flags of its Window2; null when it has none.
+std::byte* flagsOfForeign(std::span<std::byte> wire) {
+    int depth = 0;
+    while (wire.size() >= recordHeaderSize) {
+        const auto id = loadLe<std::uint16_t>(wire.data());
+        const std::size_t size = loadLe<std::uint16_t>(wire.data() + sizeof id);
+        depth += (id == record_id::Bof) - (id == record_id::Eof);
+        if (id == record_id::Window2 && depth == 1 && size >= sizeof(std::uint16_t)) return &wire[recordHeaderSize];
+        wire = wire.subspan(recordHeaderSize + size);
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 template <class CharT>
 void SheetImplT<CharT>::setSelected(bool selected) {
-    setFlag(_parts.window2.flags, Window2::selected | Window2::active, selected);
+    constexpr std::uint16_t mask = Window2::selected | Window2::active;
+    setFlag(_parts.window2.flags, mask, selected);
+    if (std::byte* const at = flagsOfForeign(_parts.foreign)) {
+        auto flags = loadLe<std::uint16_t>(at);
+        setFlag(flags, mask, selected);
+        storeLe(at, flags);
+    }
 }
 
 template <class CharT>

@@ -34,9 +34,8 @@ bool parseTable(std::span<const std::byte> bytes, std::vector<Xti>& table) {
     Cursor in(bytes);
     if (in.left() < 2) return false;
     const std::size_t count = in.get<std::uint16_t>();
-    if (in.left() != count * wireSize<Xti>()) return false;
-    table.resize(count);
-    for (Xti& entry : table) readFields(in, entry);
+    if (in.left() != count * wireSize<Xti>() || table.size() + count > 0xFFFF) return false;
+    for (std::size_t i = 0; i < count; ++i) readFields(in, table.emplace_back());
     return true;
 }
 
@@ -67,10 +66,11 @@ void SupBookBlock::read(Xls& in, RecordHeader header) {
             continue;
         }
         const auto bytes = wholeBody(in, header);
-        if (!hasTable && parseTable(bytes, xti)) {
+        // Some writers make a table of its own for each reference; they count through all of them.
+        if (parseTable(bytes, xti)) {
             hasTable = true;
         } else {
-            // A second table, or one whose count is wrong: nobody may read it, nothing of it is lost.
+            // A table whose count is wrong: nobody may read it, nothing of it is lost.
             for (std::size_t at = 0; at < bytes.size(); at += maxRecordBody) {
                 const auto part = std::span(bytes).subspan(at, std::min<std::size_t>(maxRecordBody, bytes.size() - at));
                 tail.add(at == 0 ? record_id::ExternSheet : record_id::Continue, part);
@@ -92,11 +92,12 @@ void SupBookBlock::write(Xls& out, std::size_t sheetCount) {
 }
 
 void renumberSheets(std::vector<SupBookBlock>& blocks, std::span<const int> newIndex) {
+    std::vector<std::uint32_t> removedBefore{0};  // sheets that go, in front of each
+    for (const int index : newIndex) removedBefore.push_back(removedBefore.back() + (index < 0 ? 1 : 0));
     const auto renumberEntry = [&](Xti& entry) {
         if (entry.itabFirst >= newIndex.size() || entry.itabLast >= newIndex.size()) return;  // none, or the book
         const auto [low, high] = std::minmax(entry.itabFirst, entry.itabLast);
-        const auto range = newIndex.subspan(low, std::size_t{high} - low + 1);
-        if (std::ranges::find(range, -1) != range.end()) {
+        if (removedBefore[low] != removedBefore[high + std::size_t{1}]) {
             entry.itabFirst = entry.itabLast = Xti::noSheet;
             return;
         }

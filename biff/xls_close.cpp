@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::uint32_t entriesPerSector = 128;
 constexpr std::uint32_t dirEntriesPerSector = 4;
+constexpr std::uint64_t maxContent = 0xF0000000;  // the tables take a hundredth more; sizes have 32 bits
 constexpr std::uint32_t difatEntriesPerSector = entriesPerSector - 1;  // the last one links to the next
 
 std::uint32_t sectorsFor(std::size_t count, std::uint32_t perSector) {
@@ -47,6 +48,9 @@ std::uint32_t Xls::padToSector(std::uint64_t bytes, std::byte fill) {
 
 void Xls::close() {
     const std::uint64_t written = _flushed + _out.size();
+    std::uint64_t content = written + _miniFat.size() * sizeof(std::uint32_t);
+    for (const KeptStream& kept : _kept) content += kept.bytes.size();
+    if (content > maxContent) throw vlerror(msg::closeTooBig);
     // Below the cutoff readers would look for the stream among the mini sectors.
     if (written > 0 && written < miniStreamCutoff) _out.fill(miniStreamCutoff - written);
     flush();

@@ -77,7 +77,9 @@ double packTime(const DateTime& t) {
 
 double packDate(const DateTime& t, bool date1904) {
     std::int64_t number = julianDay(t.year, t.month, t.day) - epochOf(date1904);
-    if (!date1904 && number < 61) --number;  // before 1 March 1900
+    // Before 1 March 1900, the day that never was included: its formula gives the day behind it.
+    const bool leapDay1900 = t.year == 1900 && t.month == 2 && t.day == 29;
+    if (!date1904 && (number < 61 || leapDay1900)) --number;
     return static_cast<double>(number) + t.hour / 24.0 + t.min / 1440.0 + t.sec / 86400.0 + t.msec / 86400000.0;
 }
 

@@ -16,8 +16,7 @@ from xlsfile import (BOF, EOF, CompoundFile, Fault, expand_cells, grouped, recor
 
 # Made anew from the contents of the book, compared elsewhere or not at all.
 GLOBALS_REMADE = {
-    252, 133, EOF,
-    448,                               # a mark without content, not written
+    252, 133, 23, EOF,
 }
 SHEET_REMADE = {
     512,                               # from the cells
@@ -90,6 +89,8 @@ class Comparison:
         sheets = [[r.body[4:] for r in part if r.id == 133] for part in (old, new)]
         if sheets[0] != sheets[1]:
             self.differ(where, "names, states or kinds of sheets changed")
+        if references(old) != references(new):
+            self.differ(where, "references to sheets changed")
         tables = []
         for part in (old, new):
             sst = [r for r in grouped(part) if r.id == 252]
@@ -199,6 +200,16 @@ class Comparison:
                 self.differ(where, "cell %d,%d: %s became %s"
                             % (place + (shown(old.get(place)), shown(new.get(place)))))
                 break
+
+
+def references(part):
+    """The entries of all ExternSheet records, which a save puts into one."""
+    out = b""
+    for r in grouped(part):
+        if r.id == 23:
+            body = r.body + b"".join(more.body for more in r.next)
+            out += body[2:] if len(body) == 2 + 6 * struct.unpack_from("<H", body)[0] else body
+    return out
 
 
 def own_book(unit):

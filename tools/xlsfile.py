@@ -10,7 +10,7 @@ MAX_BODY = 8224
 
 BOF, EOF, CONTINUE = 2057, 10, 60
 CONTINUES = {60, 2066, 2165, 2175}
-FOLLOWERS = {157: {158, 2174}, 440: {2048}, 2190: {2191, 2192}}
+FOLLOWERS = {659: {2194}, 157: {158, 2174}, 440: {2048}, 2190: {2191, 2192}}
 
 NAMES = {
     6: "Formula", 10: "Eof", 13: "CalcMode", 18: "Protect", 20: "Header", 21: "Footer", 23: "ExternSheet", 24: "Lbl",

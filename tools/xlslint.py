@@ -17,8 +17,8 @@ from xlsfile import (BOF, CONTINUE, CONTINUES, EOF, MAX_BODY, CompoundFile, Faul
                      records, shared_strings, substreams)
 
 # The order of the globals; one line a step, any order within a line's set only as given by `repeat`.
-GLOBALS = [2057, 134, 96, 225, 193, 226, 92, 66, 353, 317, 211, 445, 442, 156, 25, 18, 19, 431, 444, 61, 64, 141, 34, 14,
-           439, 218, 49, 1054, 224, 2172, 2173, 659, 2190, 146, 4188, 352, 133, 2202, 2211, 140, 430, 24, 449, 2150, 235,
+GLOBALS = [2057, 134, 96, 225, 193, 226, 92, 66, 353, 448, 317, 211, 445, 442, 156, 25, 18, 19, 431, 444, 61, 64, 141,
+           34, 14, 439, 218, 49, 1054, 224, 2172, 2173, 659, 2190, 146, 4188, 352, 133, 2202, 2211, 140, 430, 24, 449, 2150, 235,
            252, 255, 2147, 2198, 2203, 2188]
 # A SupBook's own records go with it, between 430 and 24.
 SUPBOOK = {23, 35, 60, 89, 90}

@@ -193,6 +193,8 @@ TEST(Formats, NumbersOfCustomFormats) {
     for (int i = 169; i <= 392; ++i) EXPECT_EQ(book->newCustomNumFormat(std::to_string(i).c_str()), i);
     EXPECT_EQ(book->newCustomNumFormat("one more"), 0);
     EXPECT_STREQ(book->errorMessage(), "maximum number of custom formats is exceeded");
+    EXPECT_EQ(book->newCustomNumFormat(std::string(4110, '0').c_str()), 0) << "more than a record holds";
+    EXPECT_STREQ(book->errorMessage(), "string is too long");
     EXPECT_STREQ(book->customNumFormatText(392), "392");
     EXPECT_EQ(book->customNumFormatText(163), nullptr);
     EXPECT_STREQ(book->errorMessage(), "custom number format not found");

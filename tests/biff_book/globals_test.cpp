@@ -109,6 +109,7 @@ TEST(Globals, DefaultsOfANewBook) {
 // Each kept record comes back at its place, and what goes on with it right behind it.
 TEST(Globals, UnknownRecordsKeepTheirBytesAndTheirContinuations) {
     const std::vector<Record> kept{
+        {448, {}},
         {211, {}},
         {445, {}},
         {442, hex("0100 00 41")},
@@ -140,7 +141,9 @@ TEST(Globals, UnknownRecordsKeepTheirBytesAndTheirContinuations) {
     };
     // Read in another order, and saved in this one.
     auto shuffled = kept;
-    std::rotate(shuffled.begin(), shuffled.begin() + 12, shuffled.begin() + 25);
+    std::rotate(shuffled.begin(), shuffled.begin() + 13, shuffled.begin() + 26);
+    // What goes on with a record that is not kept as bytes would go on with a stranger.
+    shuffled.insert(shuffled.begin(), {{34, hex("0000")}, {60, hex("DD")}});
     const Book book = loaded(compoundFile(withGlobals(shuffled)));
     ASSERT_STREQ(book->errorMessage(), "ok");
     const auto records = recordsOf(saved(*book));
@@ -167,6 +170,14 @@ TEST(Globals, SheetPositionsAreTrue) {
     ASSERT_EQ(starts.size(), 4U);
     for (std::size_t i = 0; i < sheets.size(); ++i)
         EXPECT_EQ(loadLe<std::uint32_t>(sheets[i].body.data()), starts[i + 1]) << i;
+}
+
+// As one record such a list would have 9000 bytes.
+TEST(Globals, TheIdsOfManySheetsGoOnInAnotherRecord) {
+    const Record first{317, Bytes(8224, std::byte{1})}, rest{60, Bytes(776, std::byte{2})};
+    const auto records = recordsOf(saved(*loaded(compoundFile(withGlobals({first, rest})))));
+    EXPECT_EQ(only(records, 317), std::vector{first});
+    EXPECT_EQ(only(records, 60), std::vector{rest});
 }
 
 TEST(Globals, FlagsOfTemplatesAndReservations) {

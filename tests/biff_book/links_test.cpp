@@ -121,6 +121,26 @@ TEST(Links, ATableOfManyReferencesGoesOnInContinuations) {
     EXPECT_EQ(only(records, 60).at(0).body, rest);
 }
 
+// Each table has one reference, and they count through all tables.
+TEST(Links, SeveralTablesAreOne) {
+    const Book book = loaded(compoundFile({bof8,
+                                           boundSheet("A"),
+                                           boundSheet("B"),
+                                           {430, hex("0200 0104")},
+                                           {23, hex("0100 0000 0100 0100")},
+                                           {23, hex("0100 0000 0000 0000")},
+                                           {23, hex("0100 0000 0000 0100")},
+                                           eof,
+                                           sheetBof8,
+                                           eof,
+                                           sheetBof8,
+                                           eof}));
+    ASSERT_STREQ(book->errorMessage(), "ok");
+    EXPECT_NE(book->insertSheet(1, "N"), nullptr);
+    EXPECT_EQ(only(recordsOf(saved(*book)), 23),
+              (std::vector<Record>{{23, hex("0300 0000 0200 0200 0000 0000 0000 0000 0000 0200")}}));
+}
+
 TEST(Links, ATableWithAWrongCountIsKeptAsItIs) {
     const Record wrong{23, hex("0900 0000 0000 0000")};
     const auto records = recordsOf(saved(*loaded(compoundFile(withGlobals({{430, hex("0100 0104")}, wrong})))));
@@ -146,6 +166,56 @@ TEST(Links, OnlyTheActiveSheetIsSelected) {
     EXPECT_TRUE(book->getSheet(2)->setVisibilityState(sheetHidden)) << book->errorMessage();
     EXPECT_EQ(book->activeSheetIndex(), 0);
     EXPECT_EQ(selected(), "300");
+    // Neither does a sheet that was hidden come to the front, unless none is left.
+    EXPECT_NE(book->addSheet("D"), nullptr);
+    book->setActiveSheetIndex(1);
+    EXPECT_TRUE(book->removeSheet(1));
+    EXPECT_EQ(book->activeSheetIndex(), 0);
+    EXPECT_TRUE(book->removeSheet(2));
+    EXPECT_TRUE(book->removeSheet(0));
+    EXPECT_EQ(selected(), "3");
+    EXPECT_EQ(loaded(saved(*book))->getSheet(0)->visibilityState(), sheetVisible);
+}
+
+// Three sheets of a group, the second a chart: its records are kept as bytes.
+TEST(Links, AGroupOfSheetsEndsWhenOneIsShown) {
+    const Record window{574, hex("B606 0000 0000 0000 0000")}, chartBof{2057, hex("0006 2000 BB0D CC07 41000000")};
+    const auto file = compoundFile({bof8,
+                                    {61, hex("0000 0000 0000 0000 3800 0000 0000 0300 5802")},
+                                    boundSheet("A"),
+                                    boundSheet("C"),
+                                    boundSheet("B"),
+                                    eof,
+                                    sheetBof8,
+                                    window,
+                                    eof,
+                                    chartBof,
+                                    {574, hex("")},
+                                    chartBof,
+                                    window,
+                                    eof,
+                                    window,
+                                    eof,
+                                    sheetBof8,
+                                    window,
+                                    eof});
+    const auto state = [](IBookT<char>& book) {
+        std::string text;
+        const auto records = recordsOf(saved(book));
+        for (const Record& r : only(records, 574))
+            text += r.body.empty() ? '-' : static_cast<char>('0' + (loadLe<std::uint16_t>(r.body.data()) >> 9 & 3));
+        return text + " of " + std::to_string(std::to_integer<int>(only(records, 61).at(0).body[14]));
+    };
+    const Book book = loaded(file);
+    ASSERT_STREQ(book->errorMessage(), "ok");
+    EXPECT_EQ(state(*book), "3-333 of 3");
+    EXPECT_NE(book->addSheet("Copy", book->getSheet(1)), nullptr) << book->errorMessage();
+    EXPECT_EQ(state(*book), "3-333-30 of 3") << "a copy is not in the group";
+    book->setActiveSheetIndex(1);
+    EXPECT_EQ(state(*book), "0-330-30 of 1");
+    const Book one = newBook();
+    ASSERT_TRUE(one->loadMemory(file.data(), file.size(), 2)) << one->errorMessage();
+    EXPECT_EQ(state(*one), "3 of 1");
 }
 
 }  // namespace

@@ -25,17 +25,12 @@ TEST(Date, NumbersAndTheirDays) {
         DateTime date;
         bool date1904;
     } cases[] = {
-        {1, {1900, 1, 1}, false},
-        {31, {1900, 1, 31}, false},
-        {32, {1900, 2, 1}, false},
-        {59, {1900, 2, 28}, false},
-        {61, {1900, 3, 1}, false},
-        {25569, {1970, 1, 1}, false},
-        {36526, {2000, 1, 1}, false},
-        {36585, {2000, 2, 29}, false},
-        {44197.75, {2021, 1, 1, 18}, false},
-        {2958465, {9999, 12, 31}, false},
-        {1, {1904, 1, 2}, true},
+        {1, {1900, 1, 1}, false},          {31, {1900, 1, 31}, false},
+        {32, {1900, 2, 1}, false},         {59, {1900, 2, 28}, false},
+        {60, {1900, 2, 29}, false},        {61, {1900, 3, 1}, false},
+        {25569, {1970, 1, 1}, false},      {36526, {2000, 1, 1}, false},
+        {36585, {2000, 2, 29}, false},     {44197.75, {2021, 1, 1, 18}, false},
+        {2958465, {9999, 12, 31}, false},  {1, {1904, 1, 2}, true},
         {15, {1904, 1, 16}, true},  // the mended days are those of the 1900 system alone
         {42735.5, {2021, 1, 1, 12}, true},
     };
@@ -44,12 +39,11 @@ TEST(Date, NumbersAndTheirDays) {
         EXPECT_EQ(packDate(c.date, c.date1904), c.number);
         EXPECT_EQ(unpacked(c.number, c.date1904), c.date);
     }
-    EXPECT_EQ(unpacked(60), (DateTime{1900, 2, 29}));
     EXPECT_EQ(packDate({1904, 1, 1}, true), 0.0);
 }
 
 TEST(Date, EveryDayComesBack) {
-    for (int day = 61; day < 2958466; day += 13) ASSERT_EQ(packDate(unpacked(day), false), day);
+    for (int day = 1; day < 2958466; day += 13) ASSERT_EQ(packDate(unpacked(day), false), day);
 }
 
 TEST(Date, MillisecondsRoundAndCarry) {

@@ -23,12 +23,13 @@ class Book:
     def __init__(self):
         self.globals = [
             record(2057, 1536, 5, 8346, 1997, body=bytes(8)), record(225, 1200), record(193, 0), record(226),
-            record(92, body=b"\1\0\0A".ljust(112)), record(66, 1200), record(353, 0), record(317, 1), record(156, 14),
+            record(92, body=b"\1\0\0A".ljust(112)), record(66, 1200), record(353, 0), record(448), record(317, 1), record(156, 14),
             record(61, *[0] * 9), record(49, 200, 0, 32767, 400, 0, 0, 0, body=b"\5\0Arial"),
             record(1054, 164, 1, body=b"\0" + b"0"),
         ]
         self.globals += [record(224, 0, 0, 0xFFF5, body=bytes(14)) for _ in range(15)]
-        self.globals += [record(224, 0, 164, 1, body=bytes(14)), record(659, 0x8000, 0xFF00), record(133, body=bytes(6)
+        self.globals += [record(224, 0, 164, 1, body=bytes(14)), record(659, 0x8000, 0xFF00), record(2194, 2194),
+                         record(659, 0x8000, 0xFF03), record(2194, 2194), record(133, body=bytes(6)
                          + b"\1\0S"), record(140, 1, 1), record(449, 449, 0, 0, 0),
                          record(252, 2, 0, 2, 0, body=b"\2\0\0ab\1\0\1c\0"), record(255, 8), record(2000, 1), (10, b"")]
         self.sheet = [
@@ -186,6 +187,7 @@ class CompareTest(unittest.TestCase):
             ("globals: record (2000): 1 became 0", lambda b: b.drop("globals", 2000)),
             ("globals: Font (49) #0 changed", lambda b: b.patch("globals", 49, 0, "H", 300)),
             ("shared strings", lambda b: b.patch("globals", 252, 11, "B", 66)),
+            ("references to sheets changed", lambda b: b.globals.insert(-1, record(23, 1, 0, 0, 0))),
             ("names, states or kinds", lambda b: b.patch("globals", 133, 4, "B", 1)),
             ("sheet 0: record (3000): 1 became 0", lambda b: b.drop("sheet", 3000)),
             ("sheet 0: record (3000) #0 changed", lambda b: b.drop("sheet", 60)),
