@@ -107,7 +107,7 @@ public:
     /// dropped. `token_end_tag` when that was all, `token_start_tag` when a child stops it, else `token_failed`.
     /// The view lives until the next scan.
     int readText(std::string_view& text);
-    /// As above, behind a child: what follows is appended to a copy of the text so far.
+    /// As above, behind a child: what follows is appended to the text so far, which is given.
     int readMoreText(std::string_view& text);
 
     /// The token of the last scan, and whether a `token_unknown` is character data.
@@ -125,6 +125,8 @@ public:
     int elementNamespace() const { return _elementNs; }
     std::span<const RawAttribute> attributes() const { return _attributes; }
     bool emptyElement() const { return _emptyElement; }
+    /// An attribute that has the name of an earlier one, null when there is none.
+    const RawAttribute* repeatedAttribute() const;
     /// Declarations of the start tag just read, in document order; prefix "" for the default one.
     std::span<const NamespaceBinding> declarations() const;
 
@@ -219,6 +221,8 @@ private:
     bool scanText();
     void closeScope();
     int intern(std::string_view uri);
+    void nameUri(std::string_view uri, int id);
+    int boundTo(std::string_view prefix) const;
 
     bool enterEntity(std::size_t index);
     void leaveEntity();
@@ -271,7 +275,9 @@ private:
     std::vector<OpenElement> _open;
     std::string _names;  // of the open elements, one behind the other
     std::vector<NamespaceBinding> _bindings;
+    int _defaultNs = namespace_none;                // what the empty prefix stands for here
     std::map<std::string, int, std::less<>> _uris;  // ids of namespaces
+    std::vector<std::string_view> _uriOfId;         // the keys of `_uris` by id
 
     const char* _sourceFile = "";
     int _sourceLine = 0;

@@ -100,6 +100,7 @@ bool c_xml_reader::declareNamespace(const RawAttribute& attribute) {
     if (_failed != 0) return false;
     const int ns = uri.empty() && !prefix.empty() ? int(namespace_unresolved) : intern(uri);
     _bindings.push_back({std::string(prefix), ns});
+    if (prefix.empty()) _defaultNs = ns;
     return true;
 }
 

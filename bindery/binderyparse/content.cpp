@@ -105,9 +105,12 @@ int c_xml_reader::scanEndTag() {
 }
 
 void c_xml_reader::closeScope() {
-    _names.resize(_open.back().nameOffset);
-    _bindings.resize(_open.back().bindings);
+    const OpenElement closed = _open.back();
     _open.pop_back();
+    _names.resize(closed.nameOffset);
+    if (_bindings.size() == closed.bindings) return;
+    _bindings.resize(closed.bindings);
+    _defaultNs = boundTo("");
 }
 
 void c_xml_reader::closeElement() {
@@ -179,16 +182,13 @@ int c_xml_reader::readText(std::string_view& text) {
     text = {};
     const int token = nextContent();
     if (token != token_unknown) return token;
-    if (_frames.empty() && startsWith("</")) {  // the usual case: one piece
-        text = _text;
-        return scanEndTag();
-    }
-    _bodyScratch.assign(_text);
+    text = _text;
+    if (_frames.empty() && startsWith("</")) return scanEndTag();  // the usual case: one piece
     return readMoreText(text);
 }
 
 int c_xml_reader::readMoreText(std::string_view& text) {
-    if (text.data() != _bodyScratch.data() && !text.empty()) _bodyScratch.assign(text);
+    if (text.data() != _bodyScratch.data()) _bodyScratch.assign(text);
     int token;
     while ((token = nextContent()) == token_unknown) _bodyScratch.append(_text);
     text = _bodyScratch;

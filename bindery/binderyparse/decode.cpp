@@ -32,6 +32,16 @@ bool decode16(std::string_view bytes, bool big, bool surrogates, std::string& ou
     return at == bytes.size();
 }
 
+/// Code units that a text had as UTF-16.
+std::size_t utf16Units(std::string_view utf8) {
+    std::size_t units = 0;
+    for (const char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        units += (byte & 0xC0) == 0x80 ? 0 : byte < 0xF0 ? 1 : 2;
+    }
+    return units;
+}
+
 }  // namespace
 
 void c_xml_reader::takeSource() {
@@ -87,13 +97,13 @@ void c_xml_reader::decode(std::size_t from) {
     }
 }
 
-/// The declaration, plain ASCII and passed already, has named an encoding that its bytes could not tell.
+/// The declaration, passed already, has named an encoding that its bytes could not tell.
 void c_xml_reader::changeEncoding(Encoding to) {
     const std::size_t passed = static_cast<std::size_t>(_cur - _begin);
     const bool wide = to == Encoding::ucs2be || to == Encoding::ucs2le;
     _encoding = to;
     _decoded = std::string(_begin, passed);
-    decode(_bytesFrom + (wide ? passed * 2 : passed));
+    decode(_bytesFrom + (wide ? utf16Units(_decoded) * 2 : passed));
     _begin = _decoded.data();
     _cur = _begin + passed;
     _end = _begin + _decoded.size();

@@ -7,7 +7,8 @@
 namespace bindery {
 
 c_xml_reader::c_xml_reader(c_read& source) : _source(source) {
-    _uris = {{xmlUri, namespace_xml}, {xsiUri, namespace_xsi}};
+    nameUri(xmlUri, namespace_xml);
+    nameUri(xsiUri, namespace_xsi);
 }
 
 c_xml_reader::~c_xml_reader() = default;

@@ -197,6 +197,9 @@ TEST(Reader, Declaration) {
         {declared("utf8"), "!0:6:Unknown character encoding specified"},
         {"\xFF\xFE" + utf16("<?xml version='1.0' encoding='ISO-8859-1'?><a/>", false), mismatch},
         {"\xFF\xFE" + utf16("<?xml version='1.0' encoding='utf-16' standalone='yes' ?><a/>", false), "a"},
+        {utf16("<?xml version='1.0' encoding='ISO-10646-UCS-2' standalone='", true) + "\x4E\x2D\x4E\x2D"s +
+             utf16("'?><a>x</a>", true),
+         "a{x}"},
         {ucs2, "a{\xEF\xBF\xBD}"},  // surrogates are not joined; one alone is no character
         {"<?xml version='1.1'?><a/>", "a"},
         {" <?xml version='1.0'?><a/>", "a"},
@@ -333,14 +336,20 @@ TEST(Reader, AnySourceOfBytes) {
 }
 
 TEST(Reader, TextOfSeveralPieces) {
-    c_xml_reader_memory reader("<!DOCTYPE a [<!ENTITY e 'v&#38;amp;'>]><a>1&e;<!-- c -->2<![CDATA[3]]><b/>4</a>"sv);
+    c_xml_reader_memory reader(
+        "<!DOCTYPE a [<!ENTITY e 'v&#38;amp;'>]><a>1&e;<!-- c -->2<![CDATA[3]]><b/>4<c><d/>5</c></a>"sv);
     ASSERT_EQ(reader.nextRoot(), token_start_tag);
     std::string_view text;
     ASSERT_EQ(reader.readText(text), token_start_tag);  // stopped by the child
     EXPECT_EQ(text, "1v&23");
     reader.closeElement();
-    ASSERT_EQ(reader.readMoreText(text), token_end_tag);
+    ASSERT_EQ(reader.readMoreText(text), token_start_tag);
     EXPECT_EQ(text, "1v&234");
+    ASSERT_EQ(reader.readText(text), token_start_tag);  // nothing is left of the outer element's text
+    EXPECT_EQ(text, "");
+    reader.closeElement();
+    ASSERT_EQ(reader.readMoreText(text), token_end_tag);
+    EXPECT_EQ(text, "5");
 }
 
 TEST(Reader, MissingFile) {
