@@ -135,8 +135,8 @@ std::string c_datetime::text() const {
         append(out += ':', minute, 2);
         out += ':';
         if (second < 10) out += '0';
-        char buffer[40];
-        const auto end = std::to_chars(buffer, buffer + sizeof buffer, second).ptr;  // shortest that reads back
+        char buffer[400];  // the smallest number has 326 characters
+        const auto end = std::to_chars(buffer, buffer + sizeof buffer, second, std::chars_format::fixed).ptr;
         out.append(buffer, end);
     };
     switch (kind) {

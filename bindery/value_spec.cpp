@@ -116,9 +116,9 @@ int readValue(const ValueSpec& spec, std::string_view text, void* value, int& fa
     std::string scratch;
     text = applyWhitespace(spec.whitespace, text, scratch);
     facetCode = 0;
-    // Types other than text are tested by their conversion.
+    // The conversion of other types is a test of its own.
     const bool isText = spec.storage == Storage::string || spec.storage == Storage::wstring;
-    if (isText && (!spec.enumeration.empty() || !spec.members.empty()))
+    if (!spec.enumeration.empty() || (isText && !spec.members.empty()))
         if (const int code = spec.valueTest(spec, text)) return code;
     if (const int code = spec.fromText(spec, text, value)) return code;
     facetCode = spec.facetTest(spec, text);

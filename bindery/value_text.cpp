@@ -2,6 +2,7 @@
 
 #include "bindery/value_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -60,6 +61,22 @@ bool parseBoolean(std::string_view text, bool onOff, bool& to) {
     return true;
 }
 
+/// Whether a number in proper form is smaller than one in size.
+bool isBelowOne(std::string_view text) {
+    const std::size_t e = text.find_first_of("eE");
+    const std::string_view digits = text.substr(0, e);
+    long long exponent = 0;
+    if (e != std::string_view::npos) {
+        std::string_view power = text.substr(e + 1);
+        if (power.starts_with('+')) power.remove_prefix(1);
+        const auto result = std::from_chars(power.data(), power.data() + power.size(), exponent);
+        if (result.ec == std::errc::result_out_of_range) return power.starts_with('-');
+    }
+    const auto point = static_cast<long long>(std::min(digits.find('.'), digits.size()));
+    const auto first = static_cast<long long>(std::min(digits.find_first_of("123456789"), digits.size()));
+    return (first < point ? point - first - 1 : point - first) + exponent < 0;
+}
+
 DateKind dateKind(Atomic atomic) {
     return static_cast<DateKind>(static_cast<int>(atomic) - static_cast<int>(Atomic::dateTime));
 }
@@ -96,8 +113,10 @@ bool store(const ValueSpec& spec, std::string_view text, void* value) {
             return parseInteger(text, as<unsigned long long>(value));
         case Atomic::float32:
         case Atomic::float64:
-        case Atomic::decimal:
             return parseReal(text, as<double>(value));
+        case Atomic::decimal:
+            return text.find_first_not_of("+-.0123456789") == std::string_view::npos &&
+                   parseReal(text, as<double>(value));
         case Atomic::hex:
             return as<c_binary>(value).fromHex(text);
         case Atomic::base64:
@@ -119,13 +138,15 @@ bool parseReal(std::string_view text, double& to) {
     } else if (text == "NaN") {
         to = std::numeric_limits<double>::quiet_NaN();
     } else {
-        if (text.starts_with('+')) text.remove_prefix(1);
+        if (text.starts_with('+')) {
+            text.remove_prefix(1);
+            if (text.starts_with('-')) return false;
+        }
         if (text.empty() || text.find_first_not_of("+-.0123456789eE") != std::string_view::npos) return false;
         const auto result = std::from_chars(text.data(), text.data() + text.size(), to);
         if (result.ptr != text.data() + text.size()) return false;
         if (result.ec == std::errc::result_out_of_range) {
-            const bool tiny = text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
-            to = tiny ? 0 : std::numeric_limits<double>::infinity();
+            to = isBelowOne(text) ? 0 : std::numeric_limits<double>::infinity();
             if (text.starts_with('-')) to = -to;
         } else if (result.ec != std::errc()) {
             return false;
@@ -190,7 +211,7 @@ void appendValue(const ValueSpec& spec, const void* value, std::string& out) {
         case Storage::real: {
             const double number = as<double>(value);
             const int digits = spec.facets != nullptr ? spec.facets->fractionDigits : anyDigits;
-            if (spec.atomic != Atomic::decimal || digits == 0 || digits == anyDigits || !std::isfinite(number)) {
+            if (spec.atomic != Atomic::decimal || digits == anyDigits || !std::isfinite(number)) {
                 appendReal(out, number, spec.atomic == Atomic::float32 ? floatDigits : doubleDigits);
                 break;
             }

@@ -76,6 +76,8 @@ TEST(Value, Integers) {
 }
 
 TEST(Value, Reals) {
+    const std::string small = "0." + std::string(400, '0') + "1", large = "-1" + std::string(400, '0') + "e-5";
+    expectAll(plain(Atomic::float64), {{small.c_str(), "0"}, {large.c_str(), "-INF"}, {"1e-9999999999999999999", "0"}});
     expectAll(plain(Atomic::float64), {{"15", "15"},
                                        {"0.78740157480314998", "0.78740157480315"},
                                        {"1e20", "1e+20"},
@@ -89,13 +91,19 @@ TEST(Value, Reals) {
                                        {"inf", "!35"},
                                        {"nan", "!35"},
                                        {"0x10", "!35"},
+                                       {"+-5", "!35"},
                                        {"1,5", "!35"},
                                        {"", "!35"},
                                        {"1 2", "!35"}});
     expectAll(plain(Atomic::float32), {{"0.1234567891", "0.1234568"}});
     static constexpr Facets places = {.fractionDigits = 2};
     static constexpr ValueSpec decimal = valueSpec(Atomic::decimal, Whitespace::collapse, {.facets = &places});
-    expectAll(decimal, {{"1.5", "1.50"}, {"1.505", "1.50!18"}, {"1.500", "1.50"}});
+    expectAll(
+        decimal,
+        {{"1.5", "1.50"}, {"1.505", "1.50!18"}, {"1.500", "1.50"}, {"1e2", "!35"}, {"INF", "!35"}, {".5", "0.50"}});
+    static constexpr Facets whole = {.fractionDigits = 0};
+    static constexpr ValueSpec noPlaces = valueSpec(Atomic::decimal, Whitespace::collapse, {.facets = &whole});
+    expectAll(noPlaces, {{"1234567890123456", "1234567890123456"}, {"2.5", "2!18"}});
 }
 
 TEST(Value, TextIsTheSameInEveryLocale) {
@@ -123,6 +131,8 @@ TEST(Value, Facets) {
     static constexpr std::string_view texts[] = {"External", "Internal"};
     expectAll(valueSpec(Atomic::narrow, Whitespace::collapse, {.enumeration = texts}),
               {{"External", "External"}, {" Internal", "Internal"}, {"Foo", "!38"}, {"", "!38"}});
+    static constexpr std::string_view numbers[] = {"1", "4"};
+    expectAll(valueSpec(Atomic::int32, Whitespace::collapse, {.enumeration = numbers}), {{"4", "4"}, {"5", "!38"}});
 }
 
 TEST(Value, Patterns) {
@@ -202,6 +212,7 @@ TEST(Value, Dates) {
         {Atomic::date, "020-02-30", "!35"},
         {Atomic::time, "23:59:60", "!35"},
         {Atomic::time, "23:59:59.5", "23:59:59.5"},
+        {Atomic::time, "00:00:00.0000001", "00:00:00.0000001"},
         {Atomic::gYearMonth, "2020-02", "2020-02"},
         {Atomic::gYear, "12020", "12020"},
         {Atomic::gMonthDay, "--02-29", "--02-29"},
