@@ -1,5 +1,7 @@
 // Writing a class by its tables.
 
+#include <algorithm>
+
 #include "bindery/bridges.h"
 #include "bindery/extras.h"
 #include "bindery/member_access.h"
@@ -15,7 +17,11 @@ constexpr std::string_view choiceItem = "{anonymous compositor}";
 class BodyWriter {
 public:
     BodyWriter(c_xml_writer& writer, const c_bound& object, const ClassInfo& info)
-        : _writer(writer), _object(object), _info(info), _extras(object.extras()), _placed(writer, _extras) {}
+        : _writer(writer), _object(object), _info(info), _extras(object.extras()), _placed(writer, _extras) {
+        if (_extras == nullptr) return;
+        for (const PlacedAttr& placed : _extras->childAttrs) _childAttrs.push_back(&placed);
+        std::ranges::stable_sort(_childAttrs, {}, placeOf);
+    }
 
     int write() {
         for (const MemberInfo& member : _info.attributes) writeAttributeMember(member);
@@ -148,9 +154,8 @@ private:
 
     void writeSimple(const void* holder, const MemberInfo& member, std::size_t i) {
         _writer.startElement(member.ns, member.name);
-        if (_extras != nullptr)
-            for (const PlacedAttr& placed : _extras->childAttrs)
-                if (placed.slot == _slot && placed.ordinal == _ordinal) _writer.keptAttribute(placed.attr);
+        for (const PlacedAttr* placed : std::ranges::equal_range(_childAttrs, std::pair(_slot, _ordinal), {}, placeOf))
+            _writer.keptAttribute(placed->attr);
         writeValue([&](std::string& out) {
             if (member.kind == Kind::multi)
                 writeMulti(*member.spec, holder, i, out, false);
@@ -175,6 +180,10 @@ private:
         return extras == nullptr || (extras->attrs.empty() && extras->elements.empty());
     }
 
+    static std::pair<std::uint32_t, std::uint32_t> placeOf(const PlacedAttr* placed) {
+        return {placed->slot, placed->ordinal};
+    }
+
     static std::string_view nameOf(const MemberInfo& member) {
         return member.name[0] != '\0' ? member.name : member.type->name;
     }
@@ -184,6 +193,7 @@ private:
     const ClassInfo& _info;
     const Extras* _extras;
     PlacedWriter _placed;
+    std::vector<const PlacedAttr*> _childAttrs;  // by their place
     std::uint32_t _slot = 0;
     std::uint32_t _ordinal = 0;
     std::string _value;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bindery/reader.h"
+#include "bindery/unmarshal_helper.h"
 #include "bindery/value_spec.h"
 #include "bindery/xml_writer.h"
 
@@ -131,14 +132,19 @@ int c_raw_node::unmarshal(c_xml_reader& reader) {
 }
 
 int c_raw_node::readTree(c_xml_reader& reader) {
+    const bool again = reader.repeatedAttribute() != nullptr;
+    if (again)
+        if (const int code = checkRepeatedAttributes(reader)) return code;
     name = reader.elementName();
     uri = reader.uriOf(reader.elementNamespace());
     for (const NamespaceBinding& binding : reader.declarations())
         decls.push_back({binding.prefix, std::string(reader.uriOf(binding.ns))});
     attrs.reserve(reader.attributes().size());
-    for (const RawAttribute& attribute : reader.attributes())
+    for (const RawAttribute& attribute : reader.attributes()) {
+        if (again && this->attribute(attribute.name) != nullptr) continue;
         attrs.push_back(
             {std::string(attribute.name), std::string(reader.uriOf(attribute.ns)), repaired(reader.value(attribute))});
+    }
     if (reader.emptyElement()) {
         reader.closeElement();
         return reader.failure();
@@ -172,6 +178,7 @@ void c_raw_node::writeTree(c_xml_writer& writer, bool root) const {
         return;
     }
     writer.startElement(name);
+    if (root) writer.keepContent();
     for (const NsDecl& decl : decls) writer.declare(decl.prefix, decl.uri);
     if (root)
         for (const NsDecl& need : needs) writer.declare(need.prefix, need.uri);

@@ -116,9 +116,17 @@ int keepElement(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::u
     return 0;
 }
 
+int checkRepeatedAttributes(c_xml_reader& reader) {
+    const RawAttribute* again = reader.repeatedAttribute();
+    return again != nullptr ? reader.fail(attribute_repeated, attributeItem(again->name)) : 0;
+}
+
 void keepChildAttribute(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
                         const RawAttribute& attribute) {
-    extras.childAttrs.push_back({slot, ordinal, kept(reader, attribute)});
+    auto& all = extras.childAttrs;
+    for (auto one = all.rbegin(); one != all.rend() && one->slot == slot && one->ordinal == ordinal; ++one)
+        if (one->attr.name == attribute.name) return;
+    all.push_back({slot, ordinal, kept(reader, attribute)});
 }
 
 // ---- generated classes
@@ -272,8 +280,13 @@ int c_table_unmarshal_helper::takeChild(c_node& object, const ClassInfo& info, s
             return takeInGroup(*groups.node(groups.size() - 1), *member.type);
         }
         default:
-            if (isSet(member, holder))
+            if (isSet(member, holder)) {
                 if (const int code = tooMany(member, 1)) return code;
+                if (_object.extras() != nullptr)  // what stood on the earlier one goes with it
+                    std::erase_if(_object.makeExtras().childAttrs, [this](const PlacedAttr& one) {
+                        return one.slot == _slot && one.ordinal == _ordinal;
+                    });
+            }
             return readSimpleElement(holder, member);
     }
 }
@@ -313,6 +326,7 @@ int c_table_unmarshal_helper::takeOption(c_node& object, const ClassInfo& info, 
 
 /// An element of simple type. Attributes on it, in practice `xml:space`, are kept beside the parent.
 int c_table_unmarshal_helper::readSimpleElement(void* holder, const MemberInfo& member) {
+    if (const int code = checkRepeatedAttributes(_reader)) return code;
     for (const RawAttribute& attribute : _reader.attributes()) {
         if (attribute.ns == namespace_xsi) continue;
         const bool isText = member.spec->storage == Storage::wstring || member.spec->storage == Storage::string;
@@ -328,19 +342,24 @@ int c_table_unmarshal_helper::readSimpleElement(void* holder, const MemberInfo& 
 int c_table_unmarshal_helper::checkElements(const c_node& object, const ClassInfo& info) {
     if (!_reader.endTagMatched()) return 0;
     if (info.content == Content::choice) {
-        if (choiceOf(object, info).isset() || info.mayBeEmpty) return 0;
-        return _reader.fail(element_missing, _name);
+        const ct_choice& choice = choiceOf(object, info);
+        if (!choice.isset()) return info.mayBeEmpty ? 0 : _reader.fail(element_missing, _name);
+        const MemberInfo& member = info.elements[static_cast<std::size_t>(choice.option() - 1)];
+        return member.kind == Kind::group ? checkElements(*choice.node(), *member.type) : 0;
     }
     for (const MemberInfo& member : info.elements) {
         const std::size_t count = countOf(object, member);
-        if (count == 0 && member.minOccurs != 0 && !(isGroup(member) && member.type->mayBeEmpty)) {
+        if (count < member.minOccurs && !(isGroup(member) && member.type->mayBeEmpty)) {
             at(member, info);
             const std::string_view name = member.name[0] != '\0' ? member.name : member.type->name;
             if (const int code = _reader.fail(element_missing, name)) return code;
         }
-        if (member.kind == Kind::group && count != 0) {
-            const auto& group = *static_cast<const ct_child_base*>(holderOf(object, member));
-            if (const int code = checkElements(*group.node(), *member.type)) return code;
+        if (!isGroup(member)) continue;
+        const void* holder = holderOf(object, member);
+        for (std::size_t i = 0; i < count; ++i) {
+            const c_node& group = member.kind == Kind::group ? *static_cast<const ct_child_base*>(holder)->node()
+                                                             : *static_cast<const ct_container_base*>(holder)->node(i);
+            if (const int code = checkElements(group, *member.type)) return code;
         }
     }
     return 0;

@@ -95,7 +95,9 @@ int keepAttribute(c_xml_reader& reader, Extras& extras, const RawAttribute& attr
 /// was forgiven. `parent` is the name of the element around it.
 int keepElement(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
                 std::string_view parent);
-/// An attribute on a child of simple type.
+/// Reports code 3 for a start tag that has an attribute twice, where no member tells.
+int checkRepeatedAttributes(c_xml_reader& reader);
+/// An attribute on a child of simple type; one that it has already is left as it is.
 void keepChildAttribute(c_xml_reader& reader, Extras& extras, std::uint16_t slot, std::uint32_t ordinal,
                         const RawAttribute& attribute);
 

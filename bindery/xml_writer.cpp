@@ -121,17 +121,18 @@ void c_xml_writer::closeStartTag() {
 
 /// Closes the parent's start tag and indents.
 void c_xml_writer::openFrame() {
+    const bool verbatim = !_frames.empty() && _frames.back().verbatim;
     if (!_frames.empty()) {
         if (!_frames.back().tagClosed) {
             closeStartTag();
-            _out += newlineText;
+            if (!verbatim) _out += newlineText;
         }
         _frames.back().hasChildren = true;
     }
-    if (!indentText.empty())
+    if (!indentText.empty() && !verbatim)
         for (std::size_t i = 0; i < _indentLevel; ++i) _out += indentText;
     ++_indentLevel;
-    _frames.push_back({_names.size(), _bindings.size()});
+    _frames.push_back({.nameAt = _names.size(), .bindings = _bindings.size(), .verbatim = verbatim});
     _out += '<';
 }
 
@@ -156,7 +157,7 @@ void c_xml_writer::endElement() {
     const Frame frame = _frames.back();
     --_indentLevel;
     if (frame.tagClosed) {
-        if (frame.hasChildren && !frame.hasText && !indentText.empty())
+        if (frame.hasChildren && !frame.hasText && !frame.verbatim && !indentText.empty())
             for (std::size_t i = 0; i < _indentLevel; ++i) _out += indentText;
         _out += "</";
         _out.append(_names, frame.nameAt);
@@ -164,10 +165,10 @@ void c_xml_writer::endElement() {
     } else {
         _out += "/>";
     }
-    _out += newlineText;
     _names.resize(frame.nameAt);
     _bindings.resize(frame.bindings);
     _frames.pop_back();
+    if (_frames.empty() || !_frames.back().verbatim) _out += newlineText;
     drain();
 }
 

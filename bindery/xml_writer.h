@@ -52,6 +52,8 @@ public:
     /// A name as it is, with its prefix.
     void startElement(std::string_view name);
     void endElement();
+    /// No indents and newlines inside of the element: its blanks are content.
+    void keepContent() { _frames.back().verbatim = true; }
     /// Closes the start tag: text or prepared children follow.
     void closeStartTag();
     /// Text of the element, escaped. An empty one writes nothing.
@@ -94,6 +96,7 @@ private:
         bool tagClosed = false;
         bool hasChildren = false;
         bool hasText = false;
+        bool verbatim = false;
     };
     struct Binding {
         std::string prefix, uri;

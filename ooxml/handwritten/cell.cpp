@@ -396,6 +396,7 @@ int c_CT_Cell<Family>::readChild(bindery::c_xml_reader& reader, std::uint16_t& s
     if (again) {    // the later replaces the earlier
         if (const int code = reader.fail(bindery::too_many_elements, reader.elementName())) return code;
         if (slot == slot_f) clearFormula();
+        if (slot == slot_v && extras() != nullptr) makeExtras().childAttrs.clear();
         if (slot == slot_is) clearInlineString();
     }
     switch (slot) {
@@ -410,6 +411,7 @@ int c_CT_Cell<Family>::readChild(bindery::c_xml_reader& reader, std::uint16_t& s
 
 template <class Family>
 int c_CT_Cell<Family>::readValueElement(bindery::c_xml_reader& reader) {
+    if (const int code = bindery::checkRepeatedAttributes(reader)) return code;
     for (const bindery::RawAttribute& attribute : reader.attributes())
         if (attribute.ns != bindery::namespace_xsi && reader.keepsUnknown())
             keepChildAttribute(reader, makeExtras(), slot_v, 1, attribute);

@@ -155,10 +155,12 @@ int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
                 bindery::applyWhitespace(bindery::Whitespace::collapse, reader.value(attribute), scratch);
             if (reader.failed()) return bindery::scanFailure(reader, "row");
             code = takeAttribute(attribute.local, value);
-        } else if ((_present & has_dyDescent) == 0 && isDyDescent(reader, attribute)) {
-            code = reader.fail(bindery::unexpected_attribute, bindery::attributeItem(attribute.name));
+        } else if (isDyDescent(reader, attribute)) {
+            const bool again = (_present & has_dyDescent) != 0;
+            code = reader.fail(again ? bindery::attribute_repeated : bindery::unexpected_attribute,
+                               bindery::attributeItem(attribute.name));
             if (code != 0) return code;
-            if (!reader.keepsUnknown()) continue;
+            if (again || !reader.keepsUnknown()) continue;
             _dyDescent = reader.value(attribute);
             bindery::repairUtf8(_dyDescent);
             _present |= has_dyDescent;

@@ -32,6 +32,8 @@ TEST(Extras, UnknownAttributesAndDeclarationsStay) {
     expectKept(
         "", "<title xml:space=\"preserve\"> t </title><note/><note xml:space=\"preserve\"> </note>",
         opening + "><title xml:space=\"preserve\"> t </title><note/><note xml:space=\"preserve\">&#160;</note></root>");
+    expectKept("", "<title xml:space=\"preserve\"> 1</title><title xml:lang=\"en\">2</title>",
+               opening + "><title xml:lang=\"en\">2</title></root>");  // the later one, with what stands on it
     expectKept("", "<title/><item id=\"AA1\" xmlns:x=\"urn:x\" x:a=\"1\"/>",
                opening + "><title/><item xmlns:x=\"urn:x\" id=\"AA1\" x:a=\"1\"/></root>");
 }

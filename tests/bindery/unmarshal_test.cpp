@@ -94,6 +94,8 @@ TEST(Unmarshal, PlainReaderForgivesNothing) {
         {document("", "<title/><item id='AA12345'/>"), "19 @id"},
         {document("", "<title/><item id='AA1'/><item id='AA1'/><item id='AA1'/><item id='AA1'/>"), "26 item"},
         {document("", "<title><b/></title>"), "31 b"},
+        {document("", "<title a='1' a='2'/>"), "3 @a"},
+        {document("", "<title/><extLst><e a='1' b='1' a='2'/></extLst>"), "3 @a"},
         {document("", "<title></b>"), "23 title"},
         {document("", "<title"), "23 root"},
         {"<root xmlns='urn:sample:main'>", "34 root"},

@@ -73,6 +73,12 @@ TEST(Writer, IndentsOutsideOfText) {
     sample::c_root root;
     root.title().set(L"t");
     root.last().get().id().set("AA1");
+    c_raw_node& kept = root.extLst().get();
+    kept.name = "extLst";
+    kept.children.push_back(std::make_unique<c_raw_node>());
+    kept.children[0]->name = "e";
+    kept.children[0]->children.push_back(std::make_unique<c_raw_node>());
+    kept.children[0]->children[0]->name = "f";
     c_xml_writer writer;
     writer.indentText = "  ";
     writer.newlineText = "\n";
@@ -82,7 +88,8 @@ TEST(Writer, IndentsOutsideOfText) {
     EXPECT_EQ(writer.buffer(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + std::string(rootTag) +
                                    " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
                                    "xsi:schemaLocation=\"urn:sample:main main.xsd\">\n"
-                                   "  <title>t</title>\n  <last id=\"AA1\"/>\n</root>\n");
+                                   "  <title>t</title>\n  <last id=\"AA1\"/>\n"
+                                   "  <extLst><e><f/></e></extLst>\n</root>\n");
 }
 
 TEST(Writer, SinkTakesThePiecesInOrder) {
