@@ -8,11 +8,11 @@
 
 /// Simple types: what their texts look like.
 namespace contentypes::spec {
-inline constinit const bindery::c_regex ST_Extension_pattern0("([!$&'\\(\\)\\*\\+,:=]|(%[0-9a-fA-F][0-9a-fA-F])|[:@]|[a-zA-Z0-9\\-_~])+");
+inline constinit const bindery::c_regex ST_Extension_pattern0("([!$&'\\(\\)\\*\\+,:=@a-zA-Z0-9\\-_~]|%[0-9a-fA-F][0-9a-fA-F])+");
 inline constexpr const bindery::c_regex* ST_Extension_patterns[] = {&ST_Extension_pattern0};
 inline constexpr bindery::Facets ST_Extension_facets = {.patterns = ST_Extension_patterns};
 inline constexpr bindery::ValueSpec ST_Extension = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.facets = &ST_Extension_facets});
-inline constinit const bindery::c_regex ST_ContentType_pattern0("(((([\\p{IsBasicLatin}-[\\p{Cc}\177\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s\\t]])+))/((([\\p{IsBasicLatin}-[\\p{Cc}\177\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s\\t]])+))((\\s+)*;(\\s+)*(((([\\p{IsBasicLatin}-[\\p{Cc}\177\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s\\t]])+))=((([\\p{IsBasicLatin}-[\\p{Cc}\177\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s\\t]])+)|(\"(([\\p{IsLatin-1Supplement}\\p{IsBasicLatin}-[\\p{Cc}\177\"\\n\\r]]|(\\s+))|(\\\\[\\p{IsBasicLatin}]))*\"))))*)");
+inline constinit const bindery::c_regex ST_ContentType_pattern0("[\\p{IsBasicLatin}-[\\p{Cc}\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s]]+/[\\p{IsBasicLatin}-[\\p{Cc}\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s]]+(\\s*;\\s*[\\p{IsBasicLatin}-[\\p{Cc}\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s]]+=([\\p{IsBasicLatin}-[\\p{Cc}\\(\\)<>@,;:\\\\\"/\\[\\]\\?=\\{\\}\\s]]+|\"([\\p{IsLatin-1Supplement}\\p{IsBasicLatin}-[\\p{Cc}\"]]|[\\t\\n\\r]|\\\\\")*\"))*");
 inline constexpr const bindery::c_regex* ST_ContentType_patterns[] = {&ST_ContentType_pattern0};
 inline constexpr bindery::Facets ST_ContentType_facets = {.patterns = ST_ContentType_patterns};
 inline constexpr bindery::ValueSpec ST_ContentType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.facets = &ST_ContentType_facets});

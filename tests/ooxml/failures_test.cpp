@@ -77,6 +77,10 @@ TEST(Failures, ReadersThatForgiveAndThatDoNot) {
         {"bad boolean", worksheet(R"(<sheetPr filterMode="yes"/><sheetData/>)"), 35, 35},
         {"not in the enumeration", worksheet(R"(<sheetData/><pageSetup orientation="up"/>)"), 38, 38},
         {"required attribute missing", worksheet("<sheetViews><sheetView/></sheetViews><sheetData/>"), 25, 0},
+        {"attribute twice", worksheet(R"(<sheetData><row x14ac:dyDescent="1" x14ac:dyDescent="2"/></sheetData>)"), 39,
+         3},
+        {"attribute of a text twice", worksheet(R"(<sheetData><row><c><v a="" a="">1</v></c></row></sheetData>)"), 3,
+         3},
         {"mandatory element missing", worksheet(""), 21, 0},
         {"too many", worksheet("<sheetData/><sheetData/>"), 26, 0},
         {"not well formed", worksheet("<sheetData>"), 23, 23},
@@ -96,6 +100,31 @@ TEST(Failures, ReadersThatForgiveAndThatDoNot) {
         EXPECT_EQ(plain.unmarshal(plainReader), c.plain);
         EXPECT_EQ(Bound<sheet::c_worksheet>(c.text).code, c.forgiving);
     }
+}
+
+TEST(Failures, ContentTypesThatMatchNoPatternAreFoundQuickly) {
+    std::string open = "a/b; x=&quot;";
+    for (int i = 0; i < 1000; ++i) open += "q ";
+    const struct {
+        std::string extension, type;
+        int code;
+    } cases[] = {
+        {"png", "image/png", 0},
+        {"a%4a:b", "a/b ; c=d;e=&quot;\\&quot; x&quot;", 0},
+        {std::string(1000, ':') + "/", "a/b", 22},
+        {"png", "a b/c", 22},
+        {"png", "a/b;c", 22},
+        {"png", open, 22},
+    };
+    const auto plain = [](const std::string& extension, const std::string& type) {
+        const std::string text =
+            R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types"><Default)"
+            " Extension=\"" +
+            extension + "\" ContentType=\"" + type + "\"/></Types>";
+        bindery::c_xml_reader_memory reader(text);
+        return contentypes::c_Types().unmarshal(reader);
+    };
+    for (const auto& c : cases) EXPECT_EQ(plain(c.extension, c.type), c.code) << c.extension << ' ' << c.type;
 }
 
 TEST(Failures, NoRelationshipsIsAnEmptyList) {

@@ -66,6 +66,8 @@ class SimpleTypes(unittest.TestCase):
         self.assertEqual(attribute_type(union, simple={"boolean": ["ST_X"]}).atom, "onOff")
         self.assertEqual(attribute_type(names, simple={"plain": ["ST_X"]}).enumeration, ())
         self.assertEqual(attribute_type(colour, simple={"any_length": ["ST_X"]}).facet, {})
+        text = restriction("xsd:string", '<xsd:pattern value="(a|a)+"/>')
+        self.assertEqual(attribute_type(text, simple={"pattern": {"ST_X": "a+"}}).patterns, ("a+",))
         self.assertEqual(attribute_type(restriction("xsd:string", ""), simple={"narrow": ["ST_X"]}).atom, "narrow")
 
     def test_what_is_not_supported_says_so(self):

@@ -83,13 +83,14 @@ class SimpleCompiler:
 
     `narrow` names string types whose texts are identifiers rather than prose; `boolean` names unions that
     stand for a truth value; `plain` names enumerations that are held as any text; `any_length` lifts length
-    facets that real files do not keep to.
+    facets that real files do not keep to; `pattern` gives a type another pattern of the same texts.
     """
 
-    def __init__(self, schemas, narrow=(), boolean=(), plain=(), any_length=()):
+    def __init__(self, schemas, narrow=(), boolean=(), plain=(), any_length=(), pattern=None):
         self._schemas = schemas
         self._narrow, self._boolean = set(narrow), set(boolean)
         self._plain, self._any_length = set(plain), set(any_length)
+        self._pattern = dict(pattern or {})
         self._done = {}
 
     def named(self, name):
@@ -158,6 +159,8 @@ class SimpleCompiler:
             type_ = replace(type_, atom="int32")
         if local in self._any_length:
             type_ = replace(type_, facets=tuple(f for f in type_.facets if f[0] not in _LENGTHS))
+        if local in self._pattern:
+            type_ = replace(type_, patterns=(self._pattern[local],))
         return type_
 
 
