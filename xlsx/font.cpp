@@ -1,6 +1,7 @@
 #include "xlsx/font.h"
 
 #include "engine/enums.h"
+#include "engine/guarded.h"
 #include "engine/vlerror.h"
 #include "ooxml/sml-sheet.h"
 #include "ooxml/sml.h"
@@ -105,7 +106,7 @@ template <class CharT, class Tag>
 int XMLFontImplT<CharT, Tag>::color() {
     const auto* const element = std::as_const(*_font).find_color();
     if (!element) return _styles->usesRgbColors() ? unknownColor : automaticColor;
-    return _styles->readColor(*element);
+    return _styles->colorOf(*element);
 }
 
 template <class CharT, class Tag>
@@ -153,19 +154,19 @@ void XMLFontImplT<CharT, Tag>::setUnderline(int underline) {
 
 template <class CharT, class Tag>
 const CharT* XMLFontImplT<CharT, Tag>::name() {
-    const auto* const element = std::as_const(*_font).find_name();
-    try {
-        return _name.template give<CharT>(element ? std::wstring_view(element->val()) : _styles->defaultFontFace(),
-                                          _styles->isUtf8());
-    } catch (const std::exception&) {
-        return nullptr;
-    }
+    return guarded<const CharT*>(_styles->lastError(), nullptr, [&] {
+        const auto* const element = std::as_const(*_font).find_name();
+        const CharT* const text = _name.template give<CharT>(
+            element ? std::wstring_view(element->val()) : _styles->defaultFontFace(), _styles->isUtf8());
+        if (_name.lostCharacters()) _styles->lastError().set(msg::lostCharacters);
+        return text;
+    });
 }
 
 template <class CharT, class Tag>
 bool XMLFontImplT<CharT, Tag>::setName(const CharT* name) {
     if (!name) return false;
-    try {
+    return guarded(_styles->lastError(), false, [&] {
         TextHolder text;
         if constexpr (std::is_same_v<CharT, char>) {
             text.setNarrow(name);
@@ -174,9 +175,7 @@ bool XMLFontImplT<CharT, Tag>::setName(const CharT* name) {
         }
         _font->name().val(text.wide(_styles->isUtf8()));
         return true;
-    } catch (const std::exception&) {
-        return false;
-    }
+    });
 }
 
 template <class CharT, class Tag>

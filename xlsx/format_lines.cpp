@@ -75,7 +75,7 @@ int XMLFormatImplT<CharT, Tag>::sideColor(FindSide side, FindSide strictSide) co
     const c_CT_BorderPr* line = lines ? (lines->*side)() : nullptr;
     if (!line && lines && strictSide) line = (lines->*strictSide)();
     const auto* const color = line ? line->find_color() : nullptr;
-    return color ? _styles->readColor(*color) : unknownColor;
+    return color ? _styles->colorOf(*color) : unknownColor;
 }
 
 template <class CharT, class Tag>
@@ -217,7 +217,7 @@ int XMLFormatImplT<CharT, Tag>::patternForeColor() {
     const c_CT_Fill* const area = fill();
     const auto* const pattern = area ? area->find_patternFill() : nullptr;
     const auto* const color = pattern ? pattern->find_fgColor() : nullptr;
-    return color ? _styles->readColor(*color) : unknownColor;
+    return color ? _styles->colorOf(*color) : unknownColor;
 }
 
 template <class CharT, class Tag>
@@ -230,7 +230,7 @@ int XMLFormatImplT<CharT, Tag>::patternBackColor() {
     const c_CT_Fill* const area = fill();
     const auto* const pattern = area ? area->find_patternFill() : nullptr;
     const auto* const color = pattern ? pattern->find_bgColor() : nullptr;
-    return color ? _styles->readColor(*color) : unknownColor;
+    return color ? _styles->colorOf(*color) : unknownColor;
 }
 
 template <class CharT, class Tag>

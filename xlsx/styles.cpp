@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/guarded.h"
 #include "engine/vlerror.h"
 #include "xlsx/colors.h"
 #include "xlsx/font.h"
@@ -224,6 +225,11 @@ void Styles<CharT, Tag>::setDefaultFontSpec(std::wstring_view name, int size) {
     if (!fonts || fonts->font().size() == 0) throw vlerror(msg::fontsNotFound);
     fonts->font()[0].name().val(std::wstring(name));
     fonts->font()[0].sz().val(size);
+}
+
+template <class CharT, class Tag>
+int Styles<CharT, Tag>::colorOf(const typename sml::c_CT_Color& element) noexcept {
+    return guarded(lastError(), int{unknownColor}, [&] { return readColor(element); });
 }
 
 template <class CharT, class Tag>

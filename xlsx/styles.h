@@ -71,6 +71,8 @@ public:
     void setUsesRgbColors(bool rgb) { _rgb = rgb; }
     /// A colour element as the interface has it, -1 for none.
     int readColor(const typename sml::c_CT_Color& element) const;
+    /// For operations of the interface: -1, and the book's last error, for an element that is wrong.
+    int colorOf(const typename sml::c_CT_Color& element) noexcept;
 
     /// The border or fill that a format has for itself: a copy of the one with this index, appended to the list.
     typename sml::c_CT_Border& copyOfBorder(unsigned index, unsigned& copyIndex);
@@ -80,7 +82,7 @@ public:
     const typename sml::c_CT_Fill* findFill(unsigned index) const;
 
     bool isUtf8() const { return _book && _book->isUtf8(); }
-    LastError& lastError() noexcept { return _book->lastError(); }
+    LastError& lastError() noexcept { return _book ? _book->lastError() : _ownError; }
 
 private:
     void makeHandles();
@@ -88,6 +90,7 @@ private:
     Font* addHandle(typename sml::c_CT_Font& font);
 
     BookContextT<CharT, Tag>* _book = nullptr;
+    LastError _ownError;
     const XMLTheme<Tag>* _theme = nullptr;
     bool _rgb = false;
     std::vector<std::unique_ptr<Format>> _formats;

@@ -285,7 +285,8 @@ TEST(Font, ColorsOfAFile) {
                 {"theme=\"11\"", -1, 0x00000b},
                 {"theme=\"12\"", -1, -1},
                 {"theme=\"1\" tint=\"0.5\"", -1, 0x7f7f7f},
-                {"auto=\"1\"", -1, -1}};
+                {"auto=\"1\"", -1, -1},
+                {"rgb=\"FF80\"", -1, -1}};
     for (const auto& row : rows) {
         // Indices 0 to 9 are the file's own; those with fewer colours than the index use the fixed table.
         std::string own = "<colors><indexedColors>";
@@ -296,6 +297,8 @@ TEST(Font, ColorsOfAFile) {
             "<fonts><font><color " + std::string(row.xml) + "/></font></fonts>" + own + "</indexedColors></colors>",
             themeXml);
         EXPECT_EQ(book->fontAt(0)->color(), row.index) << row.xml;
+        const bool good = std::string_view(row.xml) != "rgb=\"FF80\"";
+        EXPECT_STREQ(book->errorMessage(), good ? "ok" : "rgb color is invalid");
         ASSERT_TRUE(book->setUsesRgbColors(true));
         EXPECT_EQ(book->fontAt(0)->color(), row.rgb) << row.xml;
         book->fontAt(0)->setColor(0x0a0b0c);
