@@ -170,7 +170,7 @@ private:
     ISheetT<CharT>& makeSheet(int index, const CharT* name, ISheetT<CharT>* source);
     std::wstring checkedSheetName(const CharT* name, bool& cut);
     std::string makeSheetPath();
-    void copyRelationships(std::string_view sourcePath, std::string_view path, Sheet& copy);
+    void copyRelationships(std::string_view sourcePath, std::string_view path);
     void copyLocalNames(int sourceIndex, int index, const std::wstring& sourceName, const std::wstring& name);
     void removeNamesOfSheet(int index);
     void activate(int index);

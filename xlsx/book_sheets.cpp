@@ -1,5 +1,6 @@
 // The sheet list of the book.
 #include <algorithm>
+#include <limits>
 #include <numeric>
 #include <unordered_set>
 
@@ -32,9 +33,11 @@ unsigned numberAtEnd(std::string_view text) {
     return number;
 }
 
-/// Relationships that a copied sheet may share with its source: those that lead outside, and printer settings.
+/// Relationships that a copied sheet may share with its source: those that lead outside or to a place in a sheet, and
+/// printer settings.
 bool mayBeShared(const relationships::c_CT_Relationship& element) {
-    return element.TargetMode() == "External" || element.Type().ends_with("/printerSettings");
+    return element.TargetMode() == "External" || element.Type().ends_with("/hyperlink") ||
+           element.Type().ends_with("/printerSettings");
 }
 
 }  // namespace
@@ -179,7 +182,7 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
         }
     }
     if (sourceSheet) {
-        copyRelationships(sourcePath, path, sheet);
+        copyRelationships(sourcePath, path);
         copyLocalNames(sourceIndex >= index ? sourceIndex + 1 : sourceIndex, index, sourceName, wideName);
     }
 
@@ -196,7 +199,7 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
 
 /// A copy refers to what lies outside the package, and to printer settings, by the same Ids as its source.
 template <class CharT, class Tag>
-void XMLBookImplT<CharT, Tag>::copyRelationships(std::string_view sourcePath, std::string_view path, Sheet&) {
+void XMLBookImplT<CharT, Tag>::copyRelationships(std::string_view sourcePath, std::string_view path) {
     const Relationships* const source = findRelationshipsOf(sourcePath);
     if (!source) return;
     auto copy = std::make_unique<Relationships>();
@@ -206,7 +209,10 @@ void XMLBookImplT<CharT, Tag>::copyRelationships(std::string_view sourcePath, st
     if (copy->root().Relationship().size() == 0) return;
     std::string bytes;
     copy->writeToPath(bytes);  // so that the copy's look-ups are made as on loading
-    addPart(relsPathOf(path), std::make_unique<Relationships>(PartBytes{bytes, nullptr}));
+    const std::string relsPath = relsPathOf(path);
+    addPart(relsPath, std::make_unique<Relationships>(PartBytes{bytes, nullptr}));
+    ContentTypes& contentTypes = requireContentTypes();
+    if (contentTypes.typeOf(relsPath) != type::relationships) contentTypes.setOverride(relsPath, type::relationships);
 }
 
 template <class CharT, class Tag>
@@ -320,7 +326,8 @@ template <class CharT, class Tag>
 int XMLBookImplT<CharT, Tag>::activeSheetIndex() {
     const auto* const views = this->_root.find_bookViews();
     if (!views || views->workbookView().size() == 0) return 0;
-    return static_cast<int>(views->workbookView()[0].activeTab());
+    constexpr unsigned last = std::numeric_limits<int>::max();
+    return static_cast<int>(std::min(views->workbookView()[0].activeTab(), last));
 }
 
 template <class CharT, class Tag>

@@ -175,6 +175,7 @@ void XMLSheetImplT<CharT, Tag>::takeOutLinkedParts() {
     root.unset_customProperties();
     root.unset_webPublishItems();
     root.unset_tableParts();
+    for (auto& view : root.sheetViews().sheetView()) view.unset_pivotSelection();
     if (root.extras()) {
         std::erase_if(root.makeExtras().elements, [](const bindery::Placed& placed) {
             return isLinkedPart(placed.node) || offersLinkedPart(placed.node);

@@ -1,6 +1,7 @@
 #include "zip/zip_writer.h"
 
 #include <minizip/zip.h>
+#include <utf8.h>
 
 #include <algorithm>
 #include <ctime>
@@ -73,11 +74,12 @@ zip_fileinfo entryInfo() {
     return info;
 }
 
-/// General flag bit 11: the name is UTF-8. Set where it tells readers something.
+/// General flag bit 11: the name is UTF-8. Set where it tells readers something; names in other codings are kept as
+/// they came, and readers would refuse them as UTF-8.
 uLong nameFlag(const std::string& name) {
     constexpr uLong utf8Name = 0x800;
-    return std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) > 127; }) ? utf8Name
-                                                                                                             : 0;
+    const bool isAscii = std::all_of(name.begin(), name.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+    return !isAscii && utf8::is_valid(name.begin(), name.end()) ? utf8Name : 0;
 }
 
 }  // namespace

@@ -201,7 +201,8 @@ TEST(SheetList, ACopySharesNoParts) {
     const std::string main = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
     const std::string sheet =
         "<worksheet xmlns=\"" + main + "\" xmlns:r=\"" + head.substr(0, head.size() - 1) +
-        "\"><sheetData/><hyperlinks><hyperlink ref=\"A1\" r:id=\"rId1\"/></hyperlinks>"
+        "\"><sheetViews><sheetView workbookViewId=\"0\"><pivotSelection r:id=\"rId4\"/></sheetView></sheetViews>"
+        "<sheetData/><hyperlinks><hyperlink ref=\"A1\" r:id=\"rId1\"/></hyperlinks>"
         "<drawing r:id=\"rId2\"/><tableParts count=\"1\"><tablePart r:id=\"rId3\"/></tableParts></worksheet>";
     const std::string rels =
         "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
@@ -217,6 +218,7 @@ TEST(SheetList, ACopySharesNoParts) {
     EXPECT_THAT(parts["xl/worksheets/sheet1.xml"], HasSubstr("<drawing "));
     EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], Not(HasSubstr("drawing ")));
     EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], Not(HasSubstr("tablePart")));
+    EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], Not(HasSubstr("pivot")));
     EXPECT_THAT(parts["xl/worksheets/sheet2.xml"], HasSubstr("rId1"));
     EXPECT_THAT(parts["xl/worksheets/_rels/sheet2.xml.rels"], HasSubstr("http://a/"));
     EXPECT_THAT(parts["xl/worksheets/_rels/sheet2.xml.rels"], Not(HasSubstr("d.xml")));

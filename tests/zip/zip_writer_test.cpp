@@ -61,7 +61,12 @@ TEST(ZipWriter, FileReadsBackAsWritten) {
 TEST(ZipWriter, MemoryArchiveReadsBackAsWritten) {
     const struct {
         std::string name, content;
-    } entries[] = {{"[Content_Types].xml", "<Types/>"}, {"empty", ""}, {"noise", noise(300000)}};
+        std::uint16_t flags = 0;  // 2048: the name is UTF-8
+    } entries[] = {{"[Content_Types].xml", "<Types/>"},
+                   {"empty", ""},
+                   {"noise", noise(300000)},
+                   {"\xC3\xA4", "UTF-8", 2048},
+                   {"\x84", "an older coding"}};
     ZipReader built;
     built.createInMemory();
     for (const auto& entry : entries) built.addEntry(entry.name, entry.content.data(), entry.content.size());
@@ -75,6 +80,7 @@ TEST(ZipWriter, MemoryArchiveReadsBackAsWritten) {
     ASSERT_EQ(reader.entryCount(), std::size(entries));
     for (std::size_t i = 0; i < std::size(entries); ++i) {
         EXPECT_EQ(reader.entryName(i), entries[i].name);
+        EXPECT_EQ(reader.entry(i).flags & 2048, entries[i].flags) << entries[i].name;
         EXPECT_EQ(text(reader.extract(i)), entries[i].content);
     }
     char* missing = data;
