@@ -1,6 +1,5 @@
 #include "host/options.h"
 
-#include <strings.h>
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -9,6 +8,7 @@
 #include <string_view>
 
 #include "host/c_locale.h"
+#include "host/text_compare.h"
 
 namespace quillet {
 namespace {
@@ -25,10 +25,6 @@ struct OptionParse {
 
 /// What a keyword's value came to. A value without its closing ';' ends the parse behind what it consumed.
 enum class Taken { noMatch, closed, unclosed };
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 struct FlagOption {
     std::string_view keyword;  // with its closing ';'
@@ -202,7 +198,7 @@ constexpr ValueOption valueOptions[] = {
 };
 
 bool beginsWith(const char* text, std::string_view keyword) {
-    return strncasecmp(text, keyword.data(), keyword.size()) == 0;
+    return equalIgnoringCase({text, strnlen(text, keyword.size())}, keyword);
 }
 
 Taken takeOne(OptionParse& parse) {

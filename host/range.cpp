@@ -7,6 +7,7 @@
 
 #include "host/cell_ref.h"
 #include "host/column_selection.h"
+#include "host/name_compare.h"
 #include "host/report.h"
 #include "host/text_compare.h"
 
@@ -87,7 +88,7 @@ Found sheetByName(Label& l, std::string_view name) {
     for (int i = 0; i < count; ++i) {
         Sheet* const sheet = range.ops.sheetAt(range.book, i);
         const char* const found = sheet ? range.ops.sheetName(sheet) : nullptr;
-        if (found && equalIgnoringCase(found, name)) {
+        if (found && sameName(found, name)) {
             range.sheet = sheet;
             return Found::yes;
         }
@@ -171,7 +172,7 @@ Found findName(Label& l, const char* label) {
         for (int n = sheet ? ops.nameCount(sheet) - 1 : -1; n >= 0; --n) {
             const char* const name =
                 ops.nameRange(sheet, n, &range.firstRow, &range.lastRow, &range.firstCol, &range.lastCol);
-            if (!name || !equalIgnoringCase(name, wanted)) continue;
+            if (!name || !sameName(name, wanted)) continue;
             range.sheet = sheet;
             l.selection = label + wanted.size();
             return Found::yes;

@@ -1,10 +1,9 @@
 // The table operations over the workbook engine.
-#include <strings.h>
-
 #include "engine/enums.h"
 #include "host/book_calls.h"
 #include "host/c_locale.h"
 #include "host/table_ops.h"
+#include "host/text_compare.h"
 
 namespace quillet {
 namespace {
@@ -92,7 +91,7 @@ double textToReal(Sheet* sheet, int row, int col) {
 }
 int textToBool(Sheet* sheet, int row, int col) {
     const char* const text = sheetReadString(sheet, row, col);
-    return text && strcasecmp(text, "true") == 0;
+    return text && equalIgnoringCase(text, "true");
 }
 
 }  // namespace

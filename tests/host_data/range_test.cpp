@@ -21,11 +21,16 @@ void fillBook(fake::FakeBook& book) {
     for (int row = 0; row < 4; ++row) {
         for (int col = 0; col < 3; ++col) sales.put(row + 1, col + 1, cells[row][col]);
     }
-    sales.names = {{"Region", 1, 4, 1, 3}, {"Old", 0, 0, 0, 0}, {"OLD", 2, 2, 2, 2}, {"Bad", -1, 4, 1, 3}};
+    sales.names = {{"Gr\u00F6\u00DFe", 1, 1, 1, 1},
+                   {"Region", 1, 4, 1, 3},
+                   {"Old", 0, 0, 0, 0},
+                   {"OLD", 2, 2, 2, 2},
+                   {"Bad", -1, 4, 1, 3}};
     FakeSheet& other = book.add("Other");
     other.put(9, 4, "x");
     other.names = {{"region", 9, 9, 4, 4}, {"Far", 7, 8, 0, 1}};
     book.add("Empty");
+    book.add("\u00DCbersicht").put(0, 0, "x");
 }
 
 std::string placeOf(const RangeSpec& range) {
@@ -115,7 +120,15 @@ TEST(Range, Areas) {
         {"[Empty$]", 0, nullptr, {}, {invalid}},
         {"[Empty$]", optUpdate | optGrow, nullptr, {}, {invalid}},
         {"[0$A1]", 0, nullptr, {}, {noSheet}},
-        {"[4$A1]", 0, nullptr, {}, {noSheet}},
+        {"[\u00FCBERSICHT$]", 0, "\u00DCbersicht!R1C1:R1C1", {0}},
+        {"[Ubersicht$]", 0, nullptr, {}, {noSheet}},
+        {"[\xDC"
+         "bersicht$]",
+         0,
+         nullptr,
+         {},
+         {noSheet}},  // no UTF-8
+        {"[5$A1]", 0, nullptr, {}, {noSheet}},
         {"[99999999999$A1]", 0, nullptr, {}, {noSheet}},
         {"[None$A1]", 0, nullptr, {}, {noSheet}},
         {"[Sale$A1]", 0, nullptr, {}, {noSheet}},
@@ -131,6 +144,7 @@ TEST(Range, Names) {
     const Case cases[] = {
         {"Region", 0, "Sales!R2C2:R5C4", {0, 1, 2}},
         {"REGION(#3,#1)", 0, "Sales!R2C2:R5C4", {2, 0}},
+        {"GR\u00D6\u1E9EE", 0, "Sales!R2C2:R2C2", {0}},
         {"old", 0, "Sales!R3C3:R3C3", {0}},  // the last of two names
         {"far", 0, "Other!R8C1:R9C2", {0, 1}},
         {"Regio", 0, nullptr, {}, {noName}},
