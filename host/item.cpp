@@ -1,5 +1,6 @@
 #include "host/item.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -31,6 +32,12 @@ std::uint32_t itemOptions(Item& item, DriverContext* source, const char** label,
     return flags;
 }
 
+/// Rows behind the last cell of a sheet store nothing, whatever the form: a range of whole columns need not be walked
+/// to the end of the sheet.
+void leaveOutRowsBehindTheLast(RangeSpec& range) {
+    range.lastRow = std::min(range.lastRow, std::max(range.firstRow, range.ops.lastRow(range.sheet)));
+}
+
 }  // namespace
 
 ItemForm itemForm(HostType type) {
@@ -60,6 +67,7 @@ int openItem(Item& item, DriverContext* source, const char* label, ItemUse use) 
     if (parseRange(context, flags, autoBase, source, &item.range, label)) {
         return fail(context, msg::invalidRangeOrName);
     }
+    if (use == ItemUse::read && !item.range.has(optRangeSize)) leaveOutRowsBehindTheLast(item.range);
     if (source->specialValues) item.range.specialValues = &item.specialValues;
     if (item.range.has(optDataFrame) && itemForm(item.type) != ItemForm::array) {
         return fail(context, msg::dataframeNeedsArray);

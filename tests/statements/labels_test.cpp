@@ -46,6 +46,19 @@ TEST(Labels, OnACsvSource) {
             write
             write 1 "SHEET: Missing header row.\n" "SHEET: Invalid range or name not found.\n"
             out.csv: key,value|1,a|2,b|)s"},
+        {"rows behind the last cell are counted, not walked", "1,2\n3\n", R"s(
+            declare L : list of integer | declare S : list of integer
+            declare A : dynamic array(integer) of integer
+            read "csv:in.csv" { L from "[A1:XFD999999999]", S from "rangesize;[A2:B999999999]" }
+            read "csv:skiph;in.csv" { L from "[A1:A999999999]", L from "[A2:A999999999]" }
+            read "csv:in.csv" { A from "[A1:B999999999]" }
+            print L | print S | print A)s",
+         R"s(read [3,0]
+            read [1,0]
+            read [1]
+            L [1,2,3,3]
+            S [999999998,2]
+            A [[[1],2]])s"},
         {"options of a label count for its item alone", "h\n1\n2\n", R"s(
             declare A : dynamic set of text | declare B : dynamic set of text
             read "csv:in.csv" { A from "skiph;[A1:A2]", B from "[A1:A2]" }
