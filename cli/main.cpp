@@ -1,9 +1,13 @@
 // The command `quillet`.
 #include <CLI/CLI.hpp>
 
+#include <clocale>
+
 #include "cli/command.h"
 
 int main(int argc, char** argv) {
+    // Texts of Strict packages pass through the process's encoding, and names are compared by its letters.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
     CLI::App program("Moves data between spreadsheets and models.", "quillet");
     program.require_subcommand(1);
     int exitStatus = 0;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "tests/support/script_runner.h"
+#include "tests/xlsx_book/package.h"
 
 namespace {
 
@@ -66,6 +67,18 @@ TEST(CliRun, TheCatalogueTranslatesAllTextsButTwo) {
 {"op":"open","source":"csv:long.csv","status":-1,"messages":["SHEET: Buffer overflow at line 1.\n"],"driver":[{"code":5,"text":"Daten unlesbar"}]}
 )");
     EXPECT_EQ(quillet(folder, "run s --catalogue none").status, 1);
+}
+
+// The texts of a Strict package come in the encoding of the process, whatever its environment says.
+TEST(CliRun, StrictPackagesKeepTheirLetters) {
+    support::TempFolder folder;
+    const std::string sheet =
+        R"(<worksheet xmlns="http://purl.oclc.org/ooxml/spreadsheetml/main"><sheetData><row r="1">)"
+        R"(<c r="A1" t="str"><v>Größe €</v></c></row></sheetData></worksheet>)";
+    folder.write("d.xlsx", vellum::samplePackageBytes(1, {{"xl/workbook.xml", vellum::workbookXml(1, "", true)},
+                                                          {"xl/worksheets/sheet1.xml", sheet}}));
+    folder.write("s", "declare x : text\nread \"xlsx:d.xlsx\" { x from \"[A1]\" }\nprint x\n");
+    EXPECT_TRUE(quillet(folder, "run s").out.ends_with("x = Größe €\n"));
 }
 
 TEST(CliRun, TheExamplesRun) {
