@@ -43,6 +43,18 @@ std::optional<std::string> takeQuoted(std::string_view& rest) {
     return std::nullopt;
 }
 
+/// The printf conversions of a text, in their order.
+std::string conversionsIn(std::string_view text) {
+    std::string found;
+    for (std::size_t i = 0; (i = text.find('%', i)) != text.npos; ++i) {
+        const std::size_t last = text.find_first_of("diouxXeEfFgGaAcspn%", i + 1);
+        if (last == text.npos) return found.append("%?");
+        if (text[last] != '%') found.append(text.substr(i, last + 1 - i));
+        i = last;
+    }
+    return found;
+}
+
 bool addLine(std::string_view line, Catalogue& texts) {
     skipBlanks(line);
     if (line.empty() || line[0] == '#') return true;
@@ -54,7 +66,7 @@ bool addLine(std::string_view line, Catalogue& texts) {
     const auto translation = takeQuoted(line);
     if (!translation) return false;
     skipBlanks(line);
-    if (!line.empty()) return false;
+    if (!line.empty() || !conversionsIn(*id).starts_with(conversionsIn(*translation))) return false;
     texts[*id] = *translation;
     return true;
 }

@@ -24,7 +24,8 @@ const char* LINGconvstrto(int encoding, const char* text, int length, int reserv
 
 /*
  * Of the stand-in alone: loads a catalogue, which replaces the one before (null: none). Lines of the form
- * "message id" = "translation", with the escapes \n \t \" \\ inside the quotes; # begins a comment line. To be called
+ * "message id" = "translation", with the escapes \n \t \" \\ inside the quotes; # begins a comment line. A
+ * translation has the %-conversions of its message in the same order; the last ones may be missing. To be called
  * before domains are opened. 0 on success, else the number of the first bad line, or -1 for an unreadable file.
  */
 int LINGloadcatalogue(const char* path);

@@ -63,7 +63,9 @@ Module& Module::load(const std::string& path, const std::string& catalogue) {
         // The module does not hand on the catalogue's functions, but what it depends on is searched with it.
         const auto loadCatalogue = functionAt<int (*)(const char*)>(dlsym(module->_library, "LINGloadcatalogue"));
         if (!loadCatalogue) throw ModuleError("this module's message catalogue takes no texts from a file");
-        if (loadCatalogue(catalogue.c_str()) != 0) throw ModuleError("cannot load the catalogue '" + catalogue + "'");
+        if (const int line = loadCatalogue(catalogue.c_str()); line != 0)
+            throw ModuleError("cannot load the catalogue '" + catalogue + "'" +
+                              (line > 0 ? ": line " + std::to_string(line) + " is wrong" : ""));
     }
     if (!module->_initialised) module->initialise();
     return *module;

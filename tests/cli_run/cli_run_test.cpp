@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -67,6 +68,12 @@ TEST(CliRun, TheCatalogueTranslatesAllTextsButTwo) {
 {"op":"open","source":"csv:long.csv","status":-1,"messages":["SHEET: Buffer overflow at line 1.\n"],"driver":[{"code":5,"text":"Daten unlesbar"}]}
 )");
     EXPECT_EQ(quillet(folder, "run s --catalogue none").status, 1);
+    for (const char* wrong : {"\"%d [R%dC%d]\" = \"%d [R%sC%d]\"", "\"a\" = \"100%\"", "\"a\" \"b\"", "\"a\" = \"b"}) {
+        SCOPED_TRACE(wrong);
+        folder.write("bad", "# texts\n\"50%% of %s\" = \"%s: 50%%\"\n" + std::string(wrong) + "\n");
+        EXPECT_THAT(quillet(folder, "run s --catalogue bad").err,
+                    testing::HasSubstr("cannot load the catalogue 'bad': line 3 is wrong"));
+    }
 }
 
 // The texts of a Strict package come in the encoding of the process, whatever its environment says.
