@@ -44,21 +44,16 @@ def openpyxl_lines(path):
     return done.stdout.replace(b"\\xa0", b" ").splitlines() if done.returncode == 0 else None
 
 
-def csv_lines(folder):
-    lines = []
-    for name in sorted(os.listdir(folder)):
-        if name.endswith(".csv"):
-            lines.append(b"sheet " + name.encode())
-            with open(os.path.join(folder, name), "rb") as f:
-                lines += f.read().replace(b"\xc2\xa0", b" ").splitlines()
-    return lines
-
-
 def ssconvert_lines(path):
     with tempfile.TemporaryDirectory() as folder:
         done = subprocess.run(["ssconvert", "-S", path, os.path.join(folder, "%n.csv")], capture_output=True,
                               timeout=SECONDS)
-        return csv_lines(folder) if done.returncode == 0 else None
+        lines = []
+        for name in sorted(os.listdir(folder), key=lambda n: int(n.split(".")[0])):
+            lines.append(b"sheet " + name.encode())
+            with open(os.path.join(folder, name), "rb") as f:
+                lines += f.read().replace(b"\xc2\xa0", b" ").splitlines()
+        return lines if done.returncode == 0 else None
 
 
 def choose(rows, count):
@@ -78,6 +73,10 @@ def choose(rows, count):
         chosen.append(best)
         rows.remove(best)
     return chosen
+
+
+# It does not take the prefix of a sheet's relationship, which is declared twice, and reads no cells; a save has one.
+NOT_ASKED = {("ssconvert", "cal_issue221.xlsm")}
 
 
 def each(lines_of):
@@ -142,7 +141,8 @@ def main():
             faulty.add(path)
             print("%s: does not save: %s" % (row["file"], done.stderr.decode("utf-8", "replace").strip()))
         for name, reader in readers.items():
-            for path, fault in compare(reader, pairs):
+            asked = [p for p in pairs if (name, os.path.basename(p[0])) not in NOT_ASKED]
+            for path, fault in compare(reader, asked):
                 total += 1
                 if fault:
                     faulty.add(path)
