@@ -154,8 +154,10 @@ private:
 
     void writeSimple(const void* holder, const MemberInfo& member, std::size_t i) {
         _writer.startElement(member.ns, member.name);
-        for (const PlacedAttr* placed : std::ranges::equal_range(_childAttrs, std::pair(_slot, _ordinal), {}, placeOf))
-            _writer.keptAttribute(placed->attr);
+        const std::pair place(_slot, _ordinal);
+        for (auto one = std::ranges::lower_bound(_childAttrs, place, {}, placeOf);
+             one != _childAttrs.end() && placeOf(*one) == place; ++one)
+            _writer.keptAttribute((*one)->attr);
         writeValue([&](std::string& out) {
             if (member.kind == Kind::multi)
                 writeMulti(*member.spec, holder, i, out, false);

@@ -97,10 +97,9 @@ Attr kept(c_xml_reader& reader, const RawAttribute& attribute) {
 int keepAttribute(c_xml_reader& reader, Extras& extras, const RawAttribute& attribute) {
     if (const int code = reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
     if (!reader.keepsUnknown()) return 0;
-    if (extras.attribute(attribute.name) != nullptr)
-        if (const int code = reader.fail(attribute_repeated, attributeItem(attribute.name))) return code;
-    Attr attr = kept(reader, attribute);
-    extras.setAttribute(attr.name, attr.uri, attr.value);
+    if (extras.attribute(attribute.name) != nullptr)  // where that is forgiven, the first one counts
+        return reader.fail(attribute_repeated, attributeItem(attribute.name));
+    extras.attrs.push_back(kept(reader, attribute));
     return 0;
 }
 
