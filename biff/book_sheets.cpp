@@ -76,7 +76,7 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
         entry.dt = boundKindOf(sheet->dt());
         sheet->setSelected(_sheets.empty());  // two selected sheets would be edited together
     }
-    sheet->setUsesR1C1(_r1c1);
+    sheet->setUsesR1C1(usesR1C1());  // a loaded book has it in its sheets
 
     auto& tabIds = _globals.rrTabId;
     if (!_sheets.empty()) {

@@ -65,7 +65,7 @@ int Palette::nearest(int red, int green, int blue) const {
 PaletteColor Palette::at(int index) const {
     if (index < 0 || index >= firstIndex + size) throw vlerror(msg::indexOutOfRange);
     // The eight basic colours have the standard values of the entries from 8 to 15, whatever those are now.
-    if (index < firstIndex) return fromRgb(standardColors[index]);
+    if (index < firstIndex) return fromRgb(standardColors[static_cast<std::size_t>(index)]);
     return _colors[static_cast<std::size_t>(index - firstIndex)];
 }
 

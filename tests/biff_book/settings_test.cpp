@@ -25,6 +25,8 @@ TEST(Settings, ModesGoToEverySheet) {
     const Book again = loaded(saved(*book));
     EXPECT_TRUE(again->usesR1C1());
     EXPECT_EQ(again->calculationMode(), 0);
+    again->addSheet("C");
+    EXPECT_TRUE(again->usesR1C1()) << "a new sheet is like the others of its file";
     for (const Record& r : only(recordsOf(saved(*book)), 15)) EXPECT_EQ(r.body, hex("0000"));
     EXPECT_EQ(book->addPictureLink("x.png", false), -1);
     EXPECT_STREQ(book->errorMessage(), "function is not supported for xls files");
