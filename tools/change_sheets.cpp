@@ -1,0 +1,77 @@
+// Changes the list of sheets of a workbook, for other programs to open what comes out.
+//   change_sheets OPERATION IN OUT
+// OPERATION is add (a sheet "Added" behind all, with the number 42 in A1), copy (of the first sheet, in front of all,
+// named "Copied"), move (the first sheet behind all) or remove (the first sheet). Exit status 3 where the engine refuses
+// with a reason, which goes to standard output: only one sheet is there, the first is no worksheet.
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "engine/factories.h"
+#include "engine/ibook.h"
+#include "engine/isheet.h"
+
+namespace {
+
+using Book = vellum::IBookT<char>;
+
+struct Release {
+    void operator()(Book* book) const { book->release(); }
+};
+
+bool add(Book& book) {
+    auto* const sheet = book.addSheet("Added", nullptr);
+    return sheet && sheet->writeNumber(0, 0, 42, nullptr);
+}
+
+bool copy(Book& book) {
+    auto* const first = book.getSheet(0);
+    return first && book.insertSheet(0, "Copied", first);
+}
+
+bool move(Book& book) {
+    return book.moveSheet(0, book.sheetCount());
+}
+
+bool remove(Book& book) {
+    return book.removeSheet(0);
+}
+
+std::unique_ptr<Book, Release> load(const char* path) {
+    char first[2] = {};
+    std::ifstream(path, std::ios::binary).read(first, sizeof first);
+    const bool isPackage = first[0] == 'P' && first[1] == 'K';
+    std::unique_ptr<Book, Release> book(isPackage ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
+    book->setLocale("UTF-8");
+    if (!book->loadFile(path)) throw std::runtime_error(book->errorMessage());
+    return book;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const struct {
+        const char* name;
+        bool (*change)(Book&);
+    } operations[] = {{"add", add}, {"copy", copy}, {"move", move}, {"remove", remove}};
+    for (const auto& operation : operations) {
+        if (argc != 4 || std::strcmp(argv[1], operation.name) != 0) continue;
+        try {
+            const auto book = load(argv[2]);
+            if (!operation.change(*book)) {
+                std::printf("%s\n", book->errorMessage());
+                return 3;
+            }
+            if (!book->saveFile(argv[3], false)) throw std::runtime_error(book->errorMessage());
+            return 0;
+        } catch (const std::exception& e) {
+            std::fprintf(stderr, "%s\n", e.what());
+            return 1;
+        }
+    }
+    std::fputs("usage: change_sheets add|copy|move|remove IN OUT\n", stderr);
+    return 2;
+}
