@@ -242,7 +242,8 @@ std::uint16_t BookImplT<CharT>::adoptFormat(const BookContext<CharT>& from, std:
 
 template <class CharT>
 IRichStringT<CharT>* BookImplT<CharT>::newRichString() {
-    return guarded<IRichStringT<CharT>*>(this->_lastError, nullptr, [&] { return richString(_strings.append({})); });
+    return guarded<IRichStringT<CharT>*>(this->_lastError, nullptr,
+                                         [&] { return richString(_strings.append({.open = true})); });
 }
 
 template <class CharT>

@@ -24,6 +24,7 @@ inline constexpr const char* foreignSheet = "can't copy a sheet of a workbook of
 inline constexpr const char* sstRange1 = "StrMap: sst is out of range (1)";
 inline constexpr const char* sstRange2 = "StrMap: sst is out of range (2)";
 inline constexpr const char* runFontNotFound = "specified font is not found";
+inline constexpr const char* richStringNull = "richString is NULL";
 inline constexpr const char* noRuns = "rich string format records are not found";
 
 // Fonts, formats, colours.

@@ -16,8 +16,9 @@ bool CellStore::put(Cell cell) {
     if (cells.size() > CellSlot::maxIndex) throw vlerror(msg::tooManyCells);
     const CellSlot fresh(Cell::kind, cells.size());
     cells.push_back(std::move(cell));
+    const bool over = slot.occupied();
     slot = fresh;
-    return true;
+    return over;
 }
 
 template bool CellStore::put(RkCell);

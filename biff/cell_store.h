@@ -78,7 +78,7 @@ public:
     }
 
     /// Writes a cell: over the element that it has when the kinds are the same, else as a new one.
-    /// True when the element is new.
+    /// True when a cell of another kind was there.
     template <class Cell>
     bool put(Cell cell);
 

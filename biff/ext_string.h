@@ -34,6 +34,7 @@ struct ExtString {
     const ExtStringFormat* format = nullptr;  // runs and phonetic data, if it has any
     std::uint32_t length = 0;
     std::uint8_t flags = wideText;  // TextFlags
+    bool open = false;              // somebody still adds runs, so that no other cell may share it
 
     [[nodiscard]] std::wstring_view view() const { return {text == nullptr ? L"" : text, length}; }
     [[nodiscard]] std::span<const ExtStringRun> runs() const {

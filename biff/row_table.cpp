@@ -5,10 +5,11 @@
 namespace vellum {
 
 const Row* RowTable::find(std::uint16_t rw) const {
-    const auto at = _ascending
-                        ? std::lower_bound(_rows.begin(), _rows.end(), rw,
-                                           [](const Row& row, std::uint16_t wanted) { return row.rw < wanted; })
-                        : std::find_if(_rows.begin(), _rows.end(), [rw](const Row& row) { return row.rw == rw; });
+    if (!_ascending) {
+        const auto place = _places.find(rw);
+        return place == _places.end() ? nullptr : &_rows[place->second];
+    }
+    const auto at = std::ranges::lower_bound(_rows, rw, {}, &Row::rw);
     return at != _rows.end() && at->rw == rw ? &*at : nullptr;
 }
 
@@ -25,7 +26,11 @@ Row& RowTable::ensure(std::uint16_t rw) {
 }
 
 void RowTable::append(const Row& row) {
-    if (!_rows.empty() && row.rw < _rows.back().rw) _ascending = false;
+    if (_ascending && !_rows.empty() && row.rw < _rows.back().rw) {
+        _ascending = false;
+        for (std::size_t i = 0; i < _rows.size(); ++i) _places.try_emplace(_rows[i].rw, i);
+    }
+    if (!_ascending) _places.try_emplace(row.rw, _rows.size());
     _rows.push_back(row);
 }
 

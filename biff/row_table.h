@@ -1,6 +1,7 @@
 // The Row records of a sheet.
 #pragma once
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 namespace vellum {
@@ -41,7 +42,7 @@ struct Row {
 /// Row records in the order in which they were loaded or made.
 ///
 /// Where a row has several, the first counts. Files hold them in ascending order, and as long as
-/// they are so they are found by bisection.
+/// they are so they are found by bisection; after that a table of places is kept.
 class RowTable {
 public:
     [[nodiscard]] const Row* find(std::uint16_t rw) const;
@@ -57,6 +58,7 @@ public:
 private:
     std::vector<Row> _rows;
     bool _ascending = true;
+    std::unordered_map<std::uint16_t, std::size_t> _places;  // of each row's first record, once they are out of order
 };
 
 }  // namespace vellum

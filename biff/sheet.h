@@ -190,7 +190,9 @@ private:
     void handOnShared(CellPlace at);
 
     [[nodiscard]] int widthPixels(std::uint16_t col) const;
-    void setColumns(std::uint16_t first, std::uint16_t last, double width, const Format* format, bool hidden);
+    /// The same as a record has it, 1/256 character.
+    [[nodiscard]] std::uint16_t widthUnits(std::uint16_t col) const;
+    void setColumns(std::uint16_t first, std::uint16_t last, std::uint16_t coldx, const Format* format, bool hidden);
     /// Characters that the cells of a column need, -1.0 when none has a text.
     [[nodiscard]] double fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd);
 

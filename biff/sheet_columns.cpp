@@ -22,9 +22,14 @@ int pixelsOf(std::uint16_t coldx) {
     return static_cast<int>(std::floor(static_cast<double>(coldx) * digitPixels / colUnits + 0.5));
 }
 
-std::uint16_t coldxOf(double chars) {
-    const double coldx = std::floor(static_cast<double>(columnPixels(chars)) * colUnits / digitPixels + 0.5);
+std::uint16_t coldxOf(int pixels) {
+    const double coldx = std::floor(static_cast<double>(pixels) * colUnits / digitPixels + 0.5);
     return static_cast<std::uint16_t>(std::clamp(coldx, 0.0, 65535.0));
+}
+
+// A record holds widths below 256.
+std::uint16_t coldxOf(double chars) {
+    return coldxOf(columnPixels(std::min(chars, double{colUnits})));
 }
 
 template <class CharT>
@@ -71,15 +76,22 @@ bool SheetImplT<CharT>::isColumnHidden(int col) {
     });
 }
 
+template <class CharT>
+std::uint16_t SheetImplT<CharT>::widthUnits(std::uint16_t col) const {
+    if (const ColInfo* const info = _parts.columns.find(col)) return info->coldx;
+    const SheetSettings& settings = _parts.settings;
+    return settings.hasDxGCol && settings.dxGCol < noDxGCol ? settings.dxGCol : coldxOf(widthPixels(col));
+}
+
 // Outline levels stay, so columns of different levels get records of their own.
 template <class CharT>
-void SheetImplT<CharT>::setColumns(std::uint16_t first, std::uint16_t last, double width, const Format* format,
+void SheetImplT<CharT>::setColumns(std::uint16_t first, std::uint16_t last, std::uint16_t coldx, const Format* format,
                                    bool hidden) {
     constexpr auto staying = static_cast<std::uint16_t>(ColInfo::levelMask | ColInfo::collapsed);
     const auto infoFor = [&](std::uint16_t col) {
         const ColInfo* const old = _parts.columns.find(col);
         ColInfo info;
-        info.coldx = coldxOf(width);
+        info.coldx = coldx;
         info.ixfe = format != nullptr ? _book.ixfeOf(format) : old != nullptr ? old->ixfe : defaultCellXf;
         info.flags = static_cast<std::uint16_t>((old != nullptr ? old->flags & staying : 0) | ColInfo::widthByHand |
                                                 (hidden ? ColInfo::hidden : 0));
@@ -105,13 +117,13 @@ bool SheetImplT<CharT>::setColumn(int colFirst, int colLast, double width, Forma
         if (colFirst > colLast) throw vlerror(msg::colOrder);
         const auto first = static_cast<std::uint16_t>(colFirst), last = static_cast<std::uint16_t>(colLast);
         if (width >= 0.0) {
-            setColumns(first, last, width, format, hidden);
+            setColumns(first, last, coldxOf(width), format, hidden);
             return true;
         }
         const AreaBounds used = _parts.usedBounds();
         for (std::uint16_t col = first; col <= last; ++col) {
             const double fitting = fittingWidth(col, used.rowFirst, used.rowEnd);
-            setColumns(col, col, fitting < 0.0 ? columnChars(widthPixels(col)) : fitting, format, hidden);
+            setColumns(col, col, fitting < 0.0 ? widthUnits(col) : coldxOf(fitting), format, hidden);
         }
         return true;
     });
@@ -121,7 +133,7 @@ template <class CharT>
 bool SheetImplT<CharT>::setColumnHidden(int col, bool hidden) {
     return guard(false, [&] {
         const std::uint16_t checked = checkedCol(col);
-        setColumns(checked, checked, columnChars(widthPixels(checked)), nullptr, hidden);
+        setColumns(checked, checked, widthUnits(checked), nullptr, hidden);
         return true;
     });
 }
@@ -136,7 +148,7 @@ bool SheetImplT<CharT>::autoFitColumns(int colFirst, int rowFirst, int colLast, 
             const double fitting = fittingWidth(col, first.row, last.row + 1U);
             if (fitting < 0.0) continue;
             const ColInfo* const info = _parts.columns.find(col);
-            setColumns(col, col, fitting, nullptr, info != nullptr && (info->flags & ColInfo::hidden) != 0);
+            setColumns(col, col, coldxOf(fitting), nullptr, info != nullptr && (info->flags & ColInfo::hidden) != 0);
         }
         return true;
     });
@@ -148,8 +160,12 @@ double SheetImplT<CharT>::fittingWidth(std::uint16_t col, std::uint32_t rowFirst
     std::vector<CellRange> merges;
     std::ranges::copy_if(_parts.merges, std::back_inserter(merges),
                          [col](const CellRange& range) { return range.colFirst <= col && col <= range.colLast; });
-    const auto isMerged = [&](std::uint32_t row) {
-        return std::ranges::any_of(merges, [&](const CellRange& range) { return range.holds(row, col); });
+    std::ranges::sort(merges, {}, &CellRange::rowFirst);
+    // Asked with ascending rows: `mergedEnd` is the row behind all blocks that have begun.
+    auto isMerged = [&, next = merges.begin(), mergedEnd = std::uint32_t{0}](std::uint32_t row) mutable {
+        for (; next != merges.end() && next->rowFirst <= row; ++next)
+            mergedEnd = std::max(mergedEnd, next->rowLast + 1U);
+        return row < mergedEnd;
     };
     double widest = -1.0;
     for (auto row = index.nextRow(rowFirst); row < rowEnd; row = index.nextRow(row + 1)) {

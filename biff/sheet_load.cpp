@@ -148,12 +148,15 @@ private:
     [[nodiscard]] bool accepts(std::uint16_t row) const { return _source.what.accepts(row); }
 
     template <class Cell>
-    bool put(Cell cell) {
+    void put(Cell cell) {
         const std::uint16_t row = cell.row, col = cell.col;
-        const bool fresh = _sheet.cells.put(std::move(cell));
+        const bool overOther = _sheet.cells.put(std::move(cell));
         _sheet.used.grow(row, col);
-        if constexpr (Cell::kind != SlotKind::blank) _sheet.filled.grow(row, col);
-        return fresh;
+        if constexpr (Cell::kind != SlotKind::blank) {
+            _sheet.filled.grow(row, col);
+        } else if (overOther) {
+            _sheet.boundsDirty = true;
+        }
     }
 
     void readRk(Cursor in) {

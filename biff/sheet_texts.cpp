@@ -2,6 +2,7 @@
 #include <charconv>
 #include <string>
 
+#include "biff/book_messages.h"
 #include "biff/messages.h"
 #include "biff/sheet.h"
 #include "biff/str_map.h"
@@ -84,6 +85,7 @@ template <class CharT>
 bool SheetImplT<CharT>::writeRichText(int row, int col, IRichStringT<CharT>* text, Format* format) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
+        if (text == nullptr) throw vlerror(msg::richStringNull);
         const std::uint16_t ixfe = ixfeFor(at, format);
         putString(at, ixfe, _book.addRichString(text));
         return true;

@@ -46,10 +46,11 @@ const wchar_t* StrMap::store(std::wstring_view text) {
     return text.empty() ? nullptr : _pool->copy(text);
 }
 
-// A string with phonetic data is equal to nothing, so nobody would find it.
+// A string with phonetic data is equal to nothing, so nobody would find it; one to which runs are added must not be
+// found.
 void StrMap::remember(std::uint32_t index) {
     const ExtString& entry = _strings[index];
-    if ((entry.flags & phoneticText) == 0) _index[entry] = index;
+    if ((entry.flags & phoneticText) == 0 && !entry.open) _index[entry] = index;
 }
 
 void StrMap::forget(std::uint32_t index) {
@@ -87,9 +88,10 @@ std::uint32_t StrMap::append(const ExtString& entry) {
 
 std::uint32_t StrMap::addRich(std::uint32_t index) {
     buildIndex();
-    const ExtString& entry = at(index);
+    if (index >= _strings.size()) throw vlerror(msg::sstRange2);
     ++_cstTotal;
-    if (const auto found = _index.find(entry); found != _index.end()) return found->second;
+    if (const auto found = _index.find(_strings[index]); found != _index.end()) return found->second;
+    _strings[index].open = false;
     remember(index);
     return index;
 }
@@ -101,6 +103,9 @@ const ExtString& StrMap::at(std::uint32_t index) const {
 
 void StrMap::replace(std::uint32_t index, std::wstring_view text) {
     if (index >= _strings.size()) throw vlerror(msg::sstRange1);
+    const ExtString& old = _strings[index];
+    const bool isPlain = (old.flags & (richText | phoneticText)) == 0;
+    if (isPlain && old.view() == text) return;  // nothing is ever given back to the pool
     replaceEntry(index, plain(store(text), text.size()));
 }
 

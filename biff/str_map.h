@@ -71,7 +71,13 @@ public:
 
 private:
     struct Hash {
-        std::size_t operator()(const ExtString& s) const { return hashOf(s.view()); }
+        // The runs too: a table of one text in many dresses would be one long chain.
+        std::size_t operator()(const ExtString& s) const {
+            std::size_t hash = hashOf(s.view());
+            if (s.length == 0) return hash;  // all empty ones are equal
+            for (const ExtStringRun& run : s.runs()) hash = (hash * 16777619U ^ run.ich) * 16777619U ^ run.ifnt;
+            return hash;
+        }
     };
     struct Equal {
         bool operator()(const ExtString& a, const ExtString& b) const;

@@ -1,4 +1,6 @@
 // The shared strings and rich strings.
+#include <chrono>
+
 #include "biff/str_map.h"
 #include "engine/string_pool.h"
 #include "engine/vlerror.h"
@@ -215,6 +217,44 @@ TEST(RichStrings, RunsComeBackWithTheirFonts) {
     EXPECT_STREQ(copied->runAt(1, &font), "r\xC3\xB6t");
     EXPECT_EQ(font->color(), 10);
     EXPECT_EQ(font, other->fontAt(other->fontTotal() - 1));
+}
+
+// A text to which runs are still added changes; whatever is written meanwhile must not change with it.
+TEST(RichStrings, UnfinishedOnesAreNobodyElses) {
+    const Book book = newBook();
+    ISheetT<char>* const sheet = book->addSheet("A");
+    IFontT<char>* const font = book->fontAt(0);
+    IRichStringT<char>* const open = book->newRichString();
+    sheet->writeString(0, 0, "");
+    IRichStringT<char>* const done = book->newRichString();
+    for (auto* const text : {done, open}) ASSERT_TRUE(text->addRun("x", font));
+    ASSERT_TRUE(sheet->writeRichText(1, 0, done));
+    ASSERT_TRUE(open->addRun("y", font));
+    ASSERT_TRUE(sheet->writeRichText(2, 0, open));
+    EXPECT_STREQ(sheet->readString(0, 0), "");
+    EXPECT_STREQ(sheet->readString(1, 0), "x");
+    EXPECT_STREQ(sheet->readString(2, 0), "xy");
+    EXPECT_FALSE(sheet->writeRichText(3, 0, nullptr));
+    EXPECT_STREQ(book->errorMessage(), "richString is NULL");
+}
+
+// One text in 200,000 dresses: no two are equal, and each must be found among the others.
+TEST(SharedStrings, OneTextWithManyRunsIsFoundInTime) {
+    Strings s;
+    Bytes body = hex("400D0300 400D0300");
+    constexpr std::uint32_t count = 200'000;
+    std::vector<Record> records{{252, body}};
+    for (std::uint32_t i = 0; i < count; ++i) {
+        Bytes one = hex("0100 08 0100 61 0000 0000");
+        storeLe(&one[6], i);
+        if (records.back().body.size() + one.size() > 8224) records.push_back({60, {}});
+        records.back().body.insert(records.back().body.end(), one.begin(), one.end());
+    }
+    records.push_back(end);
+    s.read(records);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(s.map.add(L"a"), count);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5)) << "some ms, minutes as one chain";
 }
 
 }  // namespace

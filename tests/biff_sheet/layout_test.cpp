@@ -20,6 +20,8 @@ TEST(SheetRows, HeightsAndStates) {
     EXPECT_EQ(sheet.rowHeightPixels(4), 547);
     EXPECT_TRUE(sheet.setRowHidden(5, false));
     EXPECT_TRUE(sheet.setRowHidden(2, true));
+    EXPECT_TRUE(sheet.isRowHidden(2));
+    EXPECT_EQ(sheet.rowHeight(4), 410.0);
     const auto rows = only(savedRecords(*s.book), 520);
     ASSERT_EQ(rows.size(), 2U) << "showing a row that is shown makes no record";
     EXPECT_EQ(rows[0].body, hex("0400 0000 0000 0820 0000 0000 C001 1500"));
@@ -43,6 +45,18 @@ TEST(SheetColumns, WidthsInCharactersAndPixels) {
     OneSheet wide({{153, hex("000A")}, {125, hex("0200 0300 0008 0F00 0000")}});
     EXPECT_EQ(wide.sheet->columnWidthPixels(0), 70) << "the sheet's own default width";
     EXPECT_EQ(wide.sheet->columnWidthPixels(3), 56);
+    // What only hides, shows or fits to nothing leaves every width as it was: 2500 is no whole number of pixels.
+    OneSheet odd({{153, hex("C509")}, {125, hex("0200 0200 C409 0F00 0000 0000")}});
+    for (const int col : {1, 2}) {
+        EXPECT_TRUE(odd.sheet->setColumnHidden(col, true));
+        EXPECT_TRUE(odd.sheet->setColumn(col, col, -1));
+    }
+    EXPECT_TRUE(odd.sheet->setColumn(3, 3, 1e300)) << "as wide as a record can say";
+    const auto columns = only(savedRecords(*odd.book), 125);
+    ASSERT_EQ(columns.size(), 3U);
+    EXPECT_EQ(columns[0].body, hex("0100 0100 C509 0F00 0200 0000"));
+    EXPECT_EQ(columns[1].body, hex("0200 0200 C409 0F00 0200 0000"));
+    EXPECT_EQ(columns[2].body, hex("0300 0300 FFFF 0F00 0200 0000"));
 }
 
 TEST(SheetColumns, NewWidthsCutOldRecords) {
@@ -68,6 +82,11 @@ TEST(SheetColumns, FitToWhatTheyHold) {
     EXPECT_EQ(s.sheet->columnWidth(1), 20.0) << "nothing in it";
     EXPECT_TRUE(s.sheet->autoFitColumns(0, 1, 0, 1));
     EXPECT_LT(s.sheet->columnWidth(0), 12);
+    s.sheet->addMerge(0, 0, 0, 5);
+    s.sheet->writeString(6, 0, "a text in a lower block");
+    s.sheet->addMerge(5, 9, 0, 1);
+    EXPECT_TRUE(s.sheet->autoFitColumns(0, 0, 0, 20));
+    EXPECT_LT(s.sheet->columnWidth(0), 12) << "cells of blocks are passed over";
 }
 
 TEST(SheetLayout, MergedBlocks) {

@@ -212,6 +212,19 @@ TEST(SheetLoad, ASheetWithoutItsEndEndsWithTheStream) {
     EXPECT_EQ(book->getSheet(0)->lastRow(), 5);
 }
 
+TEST(SheetLoad, OfSeveralRecordsOfARowTheFirstCountsOfACellTheLast) {
+    OneSheet one({{520, hex("0500 0000 0100 2C01 0000 0000 4001 0F00")},
+                  {520, hex("0200 0000 0100 9001 0000 0000 4001 0F00")},
+                  {520, hex("0500 0000 0100 F401 0000 0000 4001 0F00")},
+                  {638, hex("0500 0300 0F00 1A000000")},
+                  {638, hex("0200 0000 0F00 1A000000")},
+                  {513, hex("0500 0300 0F00")}});
+    EXPECT_EQ(one.sheet->rowHeight(5), 15.0);
+    EXPECT_EQ(one.sheet->rowHeight(2), 20.0);
+    EXPECT_EQ(one.sheet->lastRow(), 6);
+    EXPECT_EQ(one.sheet->lastFilledRow(), 3);
+}
+
 TEST(SheetLoad, Biff5CellsAndWhatOfThemIsSaved) {
     OneSheet one({{214, hex("0000 0000 0F00 0300 6162E9 01 0000")},
                   {6, hex("0100 0000 0F00 000000000000FFFF 0000 00000000 0300 1E0700")},
