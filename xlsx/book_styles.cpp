@@ -98,6 +98,7 @@ template <class CharT, class Tag>
 const CharT* XMLBookImplT<CharT, Tag>::defaultFontName(int* size) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
         Styles<CharT, Tag>& styles = ensureStyles();
+        if (styles.fontTotal() == 0) throw vlerror(msg::fontsNotFound);
         if (size) *size = styles.defaultFontSize();
         return this->_conversion.template give<CharT>(styles.defaultFontFace(), isUtf8());
     });

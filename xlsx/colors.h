@@ -8,9 +8,14 @@
 
 namespace vellum {
 
-/// What reads as no palette index and no rgb number; setters pass over it, and over the automatic colour.
+/// What reads as no palette index and no rgb number.
 constexpr int unknownColor = -1;
 constexpr int automaticColor = noColor;
+
+/// Setters pass over what is none.
+constexpr bool isColor(int color) {
+    return color >= 0 && color != automaticColor;
+}
 
 constexpr int packRgb(Rgb rgb) {
     return rgb[0] << 16 | rgb[1] << 8 | rgb[2];
@@ -28,10 +33,9 @@ int paletteIndexOf(Rgb rgb);
 /// Scales the lightness of a colour: `tint` from -1 (black) to 1 (white), 0 leaves it as it is.
 Rgb tinted(Rgb rgb, double tint);
 
-/// Writes a colour element: a palette index, or a 24-bit number when `rgb` is set. "No colour" values are ignored.
+/// Writes a colour element: a palette index, or a 24-bit number when `rgb` is set.
 template <class Color>
 void writeColor(Color& element, int color, bool rgb) {
-    if (color == unknownColor || color == automaticColor) return;
     element = Color();
     if (rgb) {
         const Rgb channels = unpackRgb(color);

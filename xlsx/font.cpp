@@ -55,7 +55,7 @@ XMLFontImplT<CharT, Tag>::~XMLFontImplT() = default;
 
 template <class CharT, class Tag>
 int XMLFontImplT<CharT, Tag>::size() {
-    if (const auto* const sz = std::as_const(*_font).find_sz()) return static_cast<int>(sz->val());
+    if (const auto* const sz = std::as_const(*_font).find_sz()) return wholePoints(sz->val());
     return _styles->defaultFontSize();
 }
 
@@ -113,7 +113,7 @@ template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setColor(int color) {
     if (color == automaticColor && !_styles->usesRgbColors()) {
         _font->unset_color();
-    } else if (color != unknownColor && color != automaticColor) {
+    } else if (isColor(color)) {
         writeColor(_font->color(), color, _styles->usesRgbColors());
     }
 }

@@ -9,6 +9,11 @@
 
 namespace vellum {
 
+/// A size as the interface has it, without its fraction; 0 for one that no file can mean.
+constexpr int wholePoints(double points) {
+    return points > -2147483648.0 && points < 2147483648.0 ? static_cast<int>(points) : 0;
+}
+
 /// A font as the interface shows it: a handle on its bound element, which it reads and changes in place. Owned by the
 /// styles part, or, with an element of its own, by a rich string.
 template <class CharT, class Tag>

@@ -23,10 +23,6 @@ constexpr const char* patterns[] = {"none",           "solid",           "medium
 constexpr int diagonalDownBit = 1;
 constexpr int diagonalUpBit = 2;
 
-bool isColor(int color) {
-    return color != unknownColor && color != automaticColor;
-}
-
 }  // namespace
 
 template <class CharT, class Tag>

@@ -16,10 +16,14 @@ constexpr std::size_t mostFormats = 65430;
 constexpr std::size_t mostFonts = 65430;
 constexpr unsigned firstCustomId = 166;
 constexpr unsigned lastCustomId = 392;
-constexpr unsigned firstTextId = 50;  // ids below this are judged without a text
 
 constexpr bool isBuiltInDate(unsigned id) {
     return (id >= 14 && id <= 22) || (id >= 45 && id <= 47);
+}
+
+/// The same in every country. The ids between are dates in some, and such files may bring their texts along.
+constexpr bool isBuiltInNumber(unsigned id) {
+    return id <= 13 || (id >= 37 && id <= 44) || id == 48 || id == 49;
 }
 
 /// Any letter of a date outside brackets and quotes.
@@ -200,7 +204,7 @@ bool Styles<CharT, Tag>::isDateFormat(std::size_t xf) const {
     const auto* const cellXfs = this->_root.find_cellXfs();
     if (!cellXfs || xf >= cellXfs->xf().size()) return false;
     const unsigned id = cellXfs->xf()[xf].numFmtId();
-    if (id < firstTextId) return isBuiltInDate(id);
+    if (isBuiltInDate(id) || isBuiltInNumber(id)) return isBuiltInDate(id);
     const std::wstring* const text = customNumFormatText(id);
     return text && hasDateLetter(*text);
 }
@@ -209,7 +213,7 @@ template <class CharT, class Tag>
 int Styles<CharT, Tag>::defaultFontSize() const {
     const auto* const fonts = this->_root.find_fonts();
     const auto* const sz = fonts && fonts->font().size() > 0 ? fonts->font()[0].find_sz() : nullptr;
-    return sz ? static_cast<int>(sz->val()) : 0;
+    return sz ? wholePoints(sz->val()) : 0;
 }
 
 template <class CharT, class Tag>
@@ -240,7 +244,9 @@ int Styles<CharT, Tag>::readColor(const typename sml::c_CT_Color& element) const
         if (!_rgb) return static_cast<int>(index);
         const auto* const colors = this->_root.find_colors();
         const auto* const own = colors ? colors->find_indexedColors() : nullptr;
-        if (own && index < own->rgbColor().size()) return readRgbBytes(own->rgbColor()[index].rgb().bytes, true);
+        if (own && index < own->rgbColor().size() && own->rgbColor()[index].isset_rgb()) {
+            return readRgbBytes(own->rgbColor()[index].rgb().bytes, true);
+        }
         const auto fixed = paletteColor(index);
         return fixed ? packRgb(*fixed) : unknownColor;
     }

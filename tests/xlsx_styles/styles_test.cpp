@@ -208,10 +208,11 @@ TEST(Styles, Dates) {
     } rows[] = {{0, nullptr, false},       {13, nullptr, false},      {14, nullptr, true}, {22, nullptr, true},
                 {37, nullptr, false},      {44, nullptr, false},      {45, nullptr, true}, {47, nullptr, true},
                 {48, nullptr, false},      {200, "0.0", false},       {200, "yyyy", true}, {200, "[Red]0", false},
-                {200, "\"day\" 0", false}, {200, "[$-409]0 h", true}, {200, "\\m0", true}, {200, "[open h", false}};
+                {200, "\"day\" 0", false}, {200, "[$-409]0 h", true}, {200, "\\m0", true}, {200, "[open h", false},
+                {30, nullptr, false},      {30, "m/d/yy", true},      {36, "0.0", false},  {58, "yyyy", true}};
     for (const auto& row : rows) {
         const BookPtr book = bookWithStyles(
-            (row.text ? "<numFmts count=\"1\"><numFmt numFmtId=\"200\" formatCode=\"" +
+            (row.text ? "<numFmts count=\"1\"><numFmt numFmtId=\"" + std::to_string(row.id) + "\" formatCode=\"" +
                             std::string(row.text[0] == '"' ? "&quot;day&quot; 0" : row.text) + "\"/></numFmts>"
                       : "") +
             "<cellXfs><xf numFmtId=\"" + std::to_string(row.id) + "\"/></cellXfs>");
@@ -235,6 +236,7 @@ TEST(Font, EveryPropertyComesBack) {
     font.setSize(20);
     font.setBold(true), font.setItalic(true), font.setStrikeOut(true);
     font.setColor(10);
+    font.setColor(-2);
     EXPECT_TRUE(font.isBold() && font.isItalic() && font.isStrikeOut());
     EXPECT_EQ(font.color(), 10);
     EXPECT_THAT(styles(*book), HasSubstr("<fonts count=\"2\">"));
@@ -246,6 +248,7 @@ TEST(Font, EveryPropertyComesBack) {
     EXPECT_THAT(styles(*book), HasSubstr("<vertAlign val=\"subscript\"/>"));
     EXPECT_TRUE(book->setDefaultFontSpec("Arial", 8));
     EXPECT_STREQ(book->fontAt(0)->name(), "Arial");
+    EXPECT_EQ(bookWithStyles("<fonts><font><sz val=\"1e300\"/></font></fonts>")->fontAt(0)->size(), 0);
 }
 
 const std::string themeXml = [] {
@@ -285,13 +288,17 @@ TEST(Font, ColorsOfAFile) {
                 {"theme=\"11\"", -1, 0x00000b},
                 {"theme=\"12\"", -1, -1},
                 {"theme=\"1\" tint=\"0.5\"", -1, 0x7f7f7f},
+                {"indexed=\"8\"", 8, 0},
                 {"auto=\"1\"", -1, -1},
                 {"rgb=\"FF80\"", -1, -1}};
     for (const auto& row : rows) {
         // Indices 0 to 9 are the file's own; those with fewer colours than the index use the fixed table.
         std::string own = "<colors><indexedColors>";
         for (int i = 0; i < 10; ++i) {
-            own += std::string("<rgbColor rgb=\"") + (i == 9 ? "00010203" : i == 3 ? "0000FF00" : "00000000") + "\"/>";
+            own += i == 8   ? "<rgbColor/>"
+                   : i == 9 ? "<rgbColor rgb=\"00010203\"/>"
+                   : i == 3 ? "<rgbColor rgb=\"0000FF00\"/>"
+                            : "<rgbColor rgb=\"00000000\"/>";
         }
         const BookPtr book = bookWithStyles(
             "<fonts><font><color " + std::string(row.xml) + "/></font></fonts>" + own + "</indexedColors></colors>",
