@@ -69,7 +69,8 @@ template <class CharT, class Tag>
 SharedStrings<CharT, Tag>::SharedStrings() = default;
 
 template <class CharT, class Tag>
-SharedStrings<CharT, Tag>::SharedStrings(const PartBytes& part) : XmlFile<typename ooxml::dialect<Tag>::c_sst>(part) {}
+SharedStrings<CharT, Tag>::SharedStrings(const PartBytes& part)
+    : XmlFile<typename ooxml::dialect<Tag>::c_sst>(part), _toIndex(size()) {}
 
 template <class CharT, class Tag>
 SharedStrings<CharT, Tag>::~SharedStrings() = default;
@@ -97,26 +98,34 @@ bool SharedStrings<CharT, Tag>::isRich(std::size_t position) const {
     return at(position).isset_r();
 }
 
-/// A later equal text replaces the earlier one; rich texts stand under their joined runs.
+/// A later equal text replaces the earlier one; rich texts of the file stand under their joined runs. Those that were
+/// made since are not in the index: their runs may still grow.
 template <class CharT, class Tag>
 void SharedStrings<CharT, Tag>::buildIndex() {
-    _index.reserve(size());
-    for (std::size_t i = 0; i < size(); ++i) _index.insert_or_assign(std::wstring(textAt(i)), i);
-    _indexed = true;
+    _index.reserve(_toIndex);
+    for (std::size_t i = 0; i < _toIndex; ++i) _index.insert_or_assign(std::wstring(textAt(i)), i);
+    _toIndex = 0;
+}
+
+/// Runs may have been added to a rich text since it was entered.
+template <class CharT, class Tag>
+bool SharedStrings<CharT, Tag>::isStill(std::size_t position, std::wstring_view text) {
+    return !isRich(position) || textAt(position) == text;
 }
 
 template <class CharT, class Tag>
 std::size_t SharedStrings<CharT, Tag>::addString(std::wstring_view text) {
     if (text.size() > longestString) throw vlerror(msg::stringTooLong);
-    if (!_indexed) buildIndex();
+    if (_toIndex != 0) buildIndex();
     std::wstring scratch;
     const std::wstring_view escaped = escapeSharedText(text, scratch);
     countUse();
-    if (const auto known = _index.find(escaped); known != _index.end()) return known->second;
+    const auto known = _index.find(escaped);
+    if (known != _index.end() && isStill(known->second, escaped)) return known->second;
     const std::size_t position = size();
     setPreservedText(this->_root.si().append().t(), escaped);
     this->_root.uniqueCount(static_cast<unsigned>(size()));
-    _index.emplace(escaped, position);
+    _index.insert_or_assign(std::wstring(escaped), position);
     return position;
 }
 

@@ -52,6 +52,7 @@ protected:
 
 private:
     const c_CT_Rst& at(std::size_t position) const;
+    bool isStill(std::size_t position, std::wstring_view text);
     void buildIndex();
 
     struct HashText {
@@ -59,7 +60,7 @@ private:
         std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
     };
     std::unordered_map<std::wstring, std::size_t, HashText, std::equal_to<>> _index;  // made by the first addString
-    bool _indexed = false;
+    std::size_t _toIndex = 0;  // loaded strings that are not in the index yet
     std::vector<std::unique_ptr<RichString>> _richStrings;
     std::wstring _joined;
 };

@@ -67,6 +67,19 @@ TEST(SharedStrings, OfAFile) {
     EXPECT_THAT(text(strings), HasSubstr("<rPh sb=\"0\" eb=\"1\"><t>p</t></rPh>"));
 }
 
+TEST(RichString, PlainTextsKeepApartFromRunsThatGrow) {
+    const BookPtr book = newBook();
+    ISheetT<char>* const sheet = book->addSheet("A", nullptr);
+    IRichStringT<char>* const rich = book->newRichString();
+    ASSERT_TRUE(sheet->writeString(0, 0, "", nullptr, 2));
+    ASSERT_TRUE(rich->addRun("Hel", nullptr));
+    ASSERT_TRUE(sheet->writeString(1, 0, "Hel", nullptr, 2));
+    ASSERT_TRUE(rich->addRun("lo", nullptr));
+    ASSERT_TRUE(sheet->writeString(2, 0, "Hel", nullptr, 2));
+    const char* const texts[] = {"", "Hel", "Hel"};
+    for (int row = 0; row < 3; ++row) EXPECT_STREQ(sheet->readString(row, 0, nullptr), texts[row]);
+}
+
 TEST(RichString, RunsComeBack) {
     const BookPtr book = newBook();
     ISheetT<char>* const sheet = book->addSheet("A", nullptr);
