@@ -45,9 +45,31 @@ bool isNameCharacter(wchar_t c) {
     return c > 127 || std::iswalnum(static_cast<wint_t>(c)) || c == L'_' || c == L'.';
 }
 
+bool isDigit(wchar_t c) {
+    return c >= L'0' && c <= L'9';
+}
+
+/// "FY24" or "R1C1" of any size: without quotes it would read as a cell.
+bool looksLikeAddress(std::wstring_view name) {
+    const auto skip = [&](auto&& belongs) {
+        const auto end = std::find_if_not(name.begin(), name.end(), belongs);
+        const auto length = static_cast<std::size_t>(end - name.begin());
+        name.remove_prefix(length);
+        return length;
+    };
+    const auto isEither = [](wchar_t small) { return [small](wchar_t c) { return (c | 0x20) == small; }; };
+    const std::wstring_view whole = name;
+    const std::size_t letters = skip([](wchar_t c) { return (c | 0x20) >= L'a' && (c | 0x20) <= L'z'; });
+    if (letters >= 1 && letters <= 3 && skip(isDigit) != 0 && name.empty()) return true;
+    name = whole;
+    if (skip(isEither(L'r')) <= 1) skip(isDigit);
+    if (skip(isEither(L'c')) <= 1) skip(isDigit);
+    return name.empty();
+}
+
 bool needsQuotes(std::wstring_view name) {
-    return name.empty() || (name[0] >= L'0' && name[0] <= L'9') ||
-           !std::all_of(name.begin(), name.end(), isNameCharacter);
+    return name.empty() || isDigit(name[0]) || !std::all_of(name.begin(), name.end(), isNameCharacter) ||
+           looksLikeAddress(name);
 }
 
 }  // namespace

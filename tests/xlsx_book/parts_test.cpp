@@ -138,6 +138,9 @@ TEST(SheetNames, InReferences) {
     EXPECT_EQ(withSheetRenamed(L"S1!A1+'S1'!B2+XS1!C3&\"S1!\"", L"S1", L"New"), L"New!A1+New!B2+XS1!C3&\"S1!\"");
     EXPECT_EQ(withSheetRenamed(L"[1]S1!A1+S1!A1", L"S1", L"New"), L"[1]S1!A1+New!A1");
     EXPECT_EQ(withSheetRenamed(L"'it''s'!A1", L"it's", L"a b's"), L"'a b''s'!A1");
+    EXPECT_EQ(withSheetRenamed(L"S1!A1+[1]S1!A1", L"S1", L"FY24"), L"'FY24'!A1+[1]S1!A1");
+    EXPECT_EQ(withSheetRenamed(L"S1!A1", L"S1", L"r1c1"), L"'r1c1'!A1");
+    EXPECT_EQ(withSheetRenamed(L"S1!A1", L"S1", L"Year24"), L"Year24!A1");
 }
 
 }  // namespace
