@@ -114,6 +114,7 @@ private:
     /// A checked place of a cell.
     struct CellPlace {
         std::uint32_t row, col;
+        bool operator==(const CellPlace&) const = default;
     };
     /// Throws for what lies outside of a sheet.
     static CellPlace place(int row, int col);
@@ -168,7 +169,7 @@ private:
     const CharT* giveUtf8(std::string_view text);
     std::wstring_view widened(const CharT* text);
 
-    /// Both throw before the cell is touched when the value cannot be stored.
+    /// An error code that is none leaves the cell without a value and throws.
     void putNumber(Cell& cell, double value);
     void putError(Cell& cell, int errorCode);
     void fill(CellPlace at) { _filled.add(static_cast<int>(at.row), static_cast<int>(at.col)); }
@@ -176,13 +177,16 @@ private:
     // Formulas: sheet_formulas.cpp; shared ones: sheet_shared.cpp.
     Cell& putFormula(CellPlace at, const CharT* text, Format* format);
     static bool isMember(const Cell& cell, std::uint32_t si);
+    /// Whether the text of a group stands here.
+    static bool hasGroupText(const Cell& cell);
     static bool isMaster(const Cell& cell);
     /// The text of a formula cell, of a shared one as it is at this place.
     std::wstring formulaText(CellPlace at, const Cell& cell, CellPlace as);
     Cell* findMaster(std::uint32_t si, CellPlace& at);
-    /// visit(place, cell) for the members of a group within the master's `ref`; true ends the walk.
+    /// visit(place, cell) for the members of a group within the master's `ref`, row by row; true ends the walk. Those
+    /// in front of `from` are left out.
     template <class Visit>
-    void eachMember(const Formula& master, Visit&& visit);
+    void eachMember(const Formula& master, CellPlace from, Visit&& visit);
     void handOverMaster(CellPlace at, Cell& master);
     void removeShared(CellPlace at, Cell& master);
 
@@ -197,9 +201,8 @@ private:
     int _index = -1;
     LastError _ownError;  // until a book binds the sheet
 
-    Rows* _rows = nullptr;   // of the bound tree
-    bool _numbered = true;   // all rows and cells say where they stand, in order
-    bool _zeroRows = false;  // the first rows call themselves row 0; their cells tell their places
+    Rows* _rows = nullptr;  // of the bound tree
+    bool _numbered = true;  // all rows and cells say where they stand, in order
     bool _changed = false;
     int _firstLoadedRow = 0;
     std::vector<std::pair<std::uint32_t, Row*>> _rowPlaces;  // while rows are not numbered, when asked for
@@ -209,8 +212,10 @@ private:
     std::vector<std::uint32_t> _columnStyle;  // up to the last column that has one; 0 for none
     CellArea _used, _filled;
     bool _areasDirty = false;
-    std::unordered_map<std::uint32_t, CellPlace> _sharedMasters;  // of all groups, when known
+    // Of all groups, when known; the first one counts, but producers use a number again.
+    std::unordered_map<std::uint32_t, std::vector<CellPlace>> _sharedMasters;
     bool _mastersKnown = false;
+    std::unordered_map<std::uint32_t, CellPlace> _heirs;  // who took over last: no member stands in front of it
 
     TextHolder _text, _nameText;
     std::wstring _wide;

@@ -19,7 +19,7 @@ void XMLSheetImplT<CharT, Tag>::updateAreas() {
     _areasDirty = false;
     if (!_numbered) {
         eachCell([&](CellPlace at, const Cell& cell) {
-            if (at.row >= sheetRows) return;
+            if (at.row >= sheetRows || at.col >= sheetColumns) return;
             _used.add(static_cast<int>(at.row), static_cast<int>(at.col));
             if (isFilled(cell)) fill(at);
         });
@@ -87,14 +87,6 @@ bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
             *col = static_cast<int>(atCol);
             return true;
         };
-        if (_zeroRows) {  // in any order
-            CellPlace best{sheetRows, 0};
-            eachCell([&](CellPlace at, const Cell& cell) {
-                if (at.row < fromRow || (at.row == fromRow && at.col < fromCol) || kindOf(cell) == cellEmpty) return;
-                if (at.row < best.row || (at.row == best.row && at.col < best.col)) best = at;
-            });
-            return best.row < sheetRows && found(best.row, best.col);
-        }
         if (!_numbered) {
             unnumberedRow(0);  // makes the list of places
             auto next = std::lower_bound(_rowPlaces.begin(), _rowPlaces.end(), fromRow,
@@ -104,6 +96,7 @@ bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
                 std::uint32_t atCol = 0;
                 for (const Cell& cell : inRow->c()) {
                     if (cell.hasReference()) atCol = cell.column();
+                    if (atCol >= sheetColumns) break;
                     const bool wanted = atRow > fromRow || atCol >= fromCol;
                     if (wanted && kindOf(cell) != cellEmpty) return found(atRow, atCol);
                     ++atCol;

@@ -14,7 +14,16 @@ namespace {
 constexpr std::wstring_view functionPrefix = L"_xlfn.";
 
 void eraseAll(std::wstring& text, std::wstring_view part) {
-    for (std::size_t at = 0; (at = text.find(part, at)) != std::wstring::npos;) text.erase(at, part.size());
+    std::size_t kept = text.find(part);
+    for (std::size_t at = kept; at != std::wstring::npos;) {
+        const std::size_t from = at + part.size();
+        at = text.find(part, from);
+        const std::size_t length = std::min(at, text.size()) - from;
+        std::copy_n(text.begin() + static_cast<std::ptrdiff_t>(from), length,
+                    text.begin() + static_cast<std::ptrdiff_t>(kept));
+        kept += length;
+    }
+    if (kept != std::wstring::npos) text.resize(kept);
 }
 
 }  // namespace

@@ -75,7 +75,6 @@ XMLSheetImplT<CharT, Tag>::XMLSheetImplT(const XMLSheetImplT& source)
     : SheetBaseT<CharT>(),
       XmlFile<typename ooxml::dialect<Tag>::c_worksheet>(source),
       _numbered(source._numbered),
-      _zeroRows(source._zeroRows),
       _changed(source._changed),
       _firstLoadedRow(source._firstLoadedRow),
       _columnStyle(source._columnStyle),
@@ -120,33 +119,27 @@ void XMLSheetImplT<CharT, Tag>::readColumnStyles() {
     }
 }
 
-/// Some producers leave out where rows and cells stand, or write them in any order.
+/// Some producers leave out where rows and cells stand, or write them in any order. What has no number stands behind
+/// the one before it, and may meet the next one that has.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::checkOrder() {
-    bool sorted = true, leading = true;
-    std::int64_t before = -1;
+    splitZeroRows();
+    bool sorted = _numbered;
+    std::int64_t next = _firstLoadedRow;
     for (Row& row : *_rows) {
-        leading = leading && row.isset_r() && row.r() == 0;
-        if (leading) {
-            _zeroRows = true;
-            _numbered = false;
-        } else if (!row.isset_r() || row.r() == 0) {
+        if (!row.isset_r() || row.r() == 0) {
             row.unset_r();
             _numbered = false;
-        } else {
-            const std::int64_t at = std::int64_t{row.r()} - 1;
-            sorted = sorted && at > before;
-            before = at;
         }
-        std::int64_t colBefore = -1;
+        const std::int64_t at = row.isset_r() ? std::int64_t{row.r()} - 1 : next;
+        sorted = sorted && at >= next;
+        next = at + 1;
+        std::uint32_t nextCol = 0;
         for (const Cell& cell : row.c()) {
-            if (!cell.hasReference()) {
-                _numbered = false;
-                continue;
-            }
-            const std::int64_t col = cell.column();
-            sorted = sorted && (leading || col > colBefore);
-            colBefore = col;
+            if (!cell.hasReference()) _numbered = false;
+            const std::uint32_t col = cell.hasReference() ? cell.column() : nextCol;
+            sorted = sorted && col >= nextCol;
+            nextCol = col + 1;
         }
     }
     if (!sorted) {

@@ -57,7 +57,6 @@ auto XMLSheetImplT<CharT, Tag>::unnumberedRow(std::uint32_t row) -> Row* {
     if (_rowPlaces.empty()) {
         auto next = static_cast<std::uint32_t>(_firstLoadedRow);
         for (Row& element : *_rows) {
-            if (element.isset_r() && element.r() == 0) continue;
             const std::uint32_t at = element.isset_r() ? element.r() - 1 : next;
             _rowPlaces.emplace_back(at, &element);
             next = at + 1;
@@ -102,14 +101,6 @@ auto XMLSheetImplT<CharT, Tag>::unnumberedCell(Row& row, std::uint32_t col) -> C
 
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::findCell(CellPlace at) -> Cell* {
-    if (_zeroRows) {
-        for (Row& row : *_rows) {
-            if (!row.isset_r() || row.r() != 0) break;
-            for (Cell& cell : row.c()) {
-                if (cell.hasReference() && cell.row() == at.row && cell.column() == at.col) return &cell;
-            }
-        }
-    }
     Row* const row = findRow(at.row);
     return row ? findCellInRow(*row, at.col) : nullptr;
 }

@@ -1,7 +1,6 @@
 // Rows and cells that do not say where they stand, or stand in the wrong order.
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <memory>
 
 #include "xlsx/sheet.h"
@@ -10,40 +9,61 @@
 
 namespace vellum {
 
-/// Cells of rows that call themselves row 0 go to the rows that their references name.
+/// Some producers call all rows row 0. Where such rows lead, their cells go to the rows that their references name, in
+/// front of what those hold.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::splitZeroRows() {
-    std::map<std::uint32_t, Cells> byRow;
-    std::size_t count = 0;
-    for (; count < _rows->size() && (*_rows)[count].isset_r() && (*_rows)[count].r() == 0; ++count) {
-        for (Cell& cell : (*_rows)[count].c()) byRow[cell.row()].push_back(std::move(cell));
+    const auto isZero = [](const Row& row) { return row.isset_r() && row.r() == 0; };
+    if (_rows->empty() || !isZero((*_rows)[0])) return;
+    std::vector<std::unique_ptr<Row>> split;
+    bool leading = true;
+    for (Row& row : *_rows) {
+        auto current = std::make_unique<Row>(std::move(row));
+        leading = leading && isZero(*current);
+        if (!leading) {
+            split.push_back(std::move(current));
+            continue;
+        }
+        Cells cells;
+        cells.swap(current->c());
+        for (Cell& cell : cells) {
+            if (current->r() != 0 && current->r() != cell.row() + 1) {
+                split.push_back(std::move(current));
+                current = std::make_unique<Row>();
+            }
+            current->r(cell.row() + 1);
+            current->c().push_back(std::move(cell));
+        }
+        if (current->r() != 0) split.push_back(std::move(current));
     }
-    _rows->erase(0, count);
-    std::size_t at = 0;
-    for (auto& [row, cells] : byRow) {
-        Row& made = _rows->insert(at++);
-        made.r(row + 1);
-        made.c() = std::move(cells);
-    }
-    _zeroRows = false;
+    _rows->clear();
+    for (auto& row : split) _rows->addNode(row.release());
+    _numbered = false;  // nor in order
 }
 
-/// What has no number gets the one behind its neighbour's.
+/// What has no number gets the one behind its neighbour's. What would lie outside of a sheet then is left out: no
+/// reader takes an address there.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::numberAll() {
     if (_numbered) return;
-    if (_zeroRows) splitZeroRows();
     auto next = static_cast<std::uint32_t>(_firstLoadedRow);
     bool sorted = true;
     for (Row& row : *_rows) {
         if (!row.isset_r()) row.r(next + 1);
         sorted = sorted && row.r() > next;
-        next = row.r();
+        next = std::min(row.r(), sheetRows);
+        Cells& cells = row.c();
+        if (row.r() > sheetRows) cells.clear();
         std::uint32_t col = 0;
-        for (Cell& cell : row.c()) {
-            if (!cell.hasReference()) cell.setReference(row.r() - 1, col);
-            sorted = sorted && cell.column() >= col;
-            col = cell.column() + 1;
+        for (auto cell = cells.begin(); cell != cells.end(); ++cell) {
+            const std::uint32_t at = cell->hasReference() ? cell->column() : col;
+            if (at >= sheetColumns) {
+                cells.erase(cell, cells.end());
+                break;
+            }
+            cell->setReference(row.r() - 1, at);
+            sorted = sorted && at >= col;
+            col = at + 1;
         }
     }
     _numbered = true;

@@ -4,22 +4,20 @@
 
 namespace vellum {
 
-/// A row or cell without a number stands behind the one before it; in rows that call themselves row 0 the cells know.
+/// A row or cell without a number stands behind the one before it.
 template <class CharT, class Tag>
 template <class Visit>
 void XMLSheetImplT<CharT, Tag>::eachCell(Visit&& visit) {
     auto next = static_cast<std::uint32_t>(_firstLoadedRow);
-    bool zeroRow = _zeroRows;
     for (Row& row : *_rows) {
-        zeroRow = zeroRow && row.isset_r() && row.r() == 0;
-        const std::uint32_t at = row.isset_r() && row.r() != 0 ? row.r() - 1 : next;
+        const std::uint32_t at = row.isset_r() ? row.r() - 1 : next;
         std::uint32_t col = 0;
         for (Cell& cell : row.c()) {
             if (cell.hasReference()) col = cell.column();
-            visit(CellPlace{zeroRow ? cell.row() : at, col}, cell);
+            visit(CellPlace{at, col}, cell);
             ++col;
         }
-        if (!zeroRow) next = at + 1;
+        next = at + 1;
     }
 }
 

@@ -49,7 +49,10 @@ void XMLSheetImplT<CharT, Tag>::putNumber(Cell& cell, double value) {
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::putError(Cell& cell, int errorCode) {
     const std::string_view text = errorTextOf(errorCode);
-    if (text.empty()) throw vlerror(msg::unknownError);
+    if (text.empty()) {
+        _areasDirty = true;  // what the cell held is gone
+        throw vlerror(msg::unknownError);
+    }
     cell.setType(CellType::e);
     cell.setText(text);
 }
@@ -132,8 +135,9 @@ bool XMLSheetImplT<CharT, Tag>::writeError(int row, int col, int errorCode, Form
 template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::writeBlank(int row, int col, Format* format) {
     return guard(false, [&] {
+        const Cell* const old = findCell(row, col);
+        if (old && isFilled(*old)) _areasDirty = true;  // it may have been the last one that held something
         ensureCell(place(row, col), format, true);
-        _areasDirty = true;  // the cell may have been the last one that held something
         return true;
     });
 }

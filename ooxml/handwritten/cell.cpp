@@ -199,16 +199,8 @@ template <class Family>
 void c_CT_Cell<Family>::clearContent() {
     clearValue();
     setType(CellType::absent);
-    clearFormula();
-    clearInlineString();
-    setMetadata(0, 0);
-    if (_rare == nullptr) return;
-    if (_rare->extras) _rare->extras->childAttrs.clear();    // they stood on what is gone
-    const bool keeps = _rare->extLst || (_rare->extras && !_rare->extras->empty()) || _rare->hasPh;
-    if (!keeps) {
-        dropRare();
-        _rare = nullptr;
-    }
+    dropRare();
+    _rare = nullptr;
 }
 
 template <class Family>

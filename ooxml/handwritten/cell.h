@@ -87,7 +87,7 @@ public:
     Rst& makeInlineString();
     void clearInlineString();
 
-    /// Type, value, formula and inline string; place and style stay. Metadata indexes go with the value.
+    /// Leaves the place and the style. What else an element says goes with the value that it describes.
     void clearContent();
 
     // ---- the rare rest

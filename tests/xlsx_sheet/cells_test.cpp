@@ -126,7 +126,9 @@ TEST(SheetCells, ErrorsGoByTheirCodes) {
 }
 
 TEST(SheetCells, StringsAreSharedAndEachOverwriteClearsWhatWasThere) {
-    TestSheet sheet("<row r='1'><c r='A1' s='0' cm='1' t='inlineStr'><f>B1</f><is><t>old</t></is></c></row>");
+    TestSheet sheet(
+        "<row r='1'><c r='A1' s='0' cm='1' ph='1' x='1' t='inlineStr'><f>B1</f><is><t>old</t></is>"
+        "<extLst><ext uri='u'/></extLst></c></row>");
     EXPECT_TRUE(sheet->writeString(0, 0, "new", nullptr, 2));
     EXPECT_TRUE(sheet->writeString(4, 3, "new", nullptr, 2));
     EXPECT_TRUE(sheet->writeString(4, 1, "1e2", nullptr, 0));
@@ -201,6 +203,8 @@ TEST(SheetCells, AreasFollowTheWriters) {
     EXPECT_EQ(sheet.areas(), "2 10 0 6 2 10 0 3 ");
     sheet->writeBlank(9, 0, nullptr);
     EXPECT_EQ(sheet.areas(), "2 10 0 6 2 3 2 3 ");
+    EXPECT_FALSE(sheet->writeError(2, 2, 99, nullptr));
+    EXPECT_EQ(sheet.areas(), "2 10 0 6 0 0 0 0 ");
     EXPECT_EQ(TestSheet("").areas(), "0 0 0 0 0 0 0 0 ");
 }
 

@@ -93,6 +93,20 @@ TEST(SharedFormulas, AnOverwrittenMasterHandsOver) {
     EXPECT_EQ(sheet.savedRows().find("<f"), std::string::npos);
 }
 
+TEST(SharedFormulas, GroupsOfOneNumberKeepApart) {
+    TestSheet sheet(
+        "<row r='1'><c r='A1'><f t='shared' ref='A1:A2' si='0'>X1</f></c><c r='B1'><f t='shared' ref='B1' "
+        "si='0'>Y1</f></c>"
+        "</row><row r='2'><c r='A2'><f t='shared' si='0'/></c></row>");
+    EXPECT_EQ(sheet.formula(1, 0), "X2");
+    EXPECT_TRUE(sheet->writeNumber(0, 1, 1, nullptr));  // the second group goes
+    EXPECT_EQ(sheet.formula(1, 0), "X2");
+    EXPECT_TRUE(sheet->writeNumber(0, 0, 1, nullptr));
+    EXPECT_EQ(sheet.formula(1, 0), "X2");
+    EXPECT_TRUE(sheet->writeNumber(1, 0, 1, nullptr));
+    EXPECT_EQ(sheet.formula(1, 0), "! this cell doesn't contain a formula");
+}
+
 TEST(SharedFormulas, AFormulaOnTheMasterDissolvesTheGroup) {
     TestSheet sheet(group);
     EXPECT_TRUE(sheet->writeFormula(0, 1, "=C1", nullptr));

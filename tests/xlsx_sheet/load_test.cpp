@@ -34,6 +34,10 @@ TEST(SheetLoad, FindsCellsThatDoNotSayWhereTheyStand) {
         {"<row r='3'><c r='B3'><v>1</v></c><c r='A3'><v>2</v></c></row><row r='1'><c r='A1'><v>3</v></c></row>"
          "<row r='3'><c r='C3'><v>4</v></c></row>",
          "0,0=3 2,0=2 2,1=1 2,2=4 ", "0,0=3 2,0=2 2,1=1 2,2=4 8,0=9 "},
+        // One without a number comes to stand where the next one says that it stands.
+        {"<row r='1'><c r='A1'><v>1</v></c></row><row><c><v>2</v></c></row><row r='2'><c r='B2'><v>3</v></c></row>",
+         "0,0=1 1,0=2 1,1=3 ", "0,0=1 1,0=2 1,1=3 8,0=9 "},
+        {"<row r='4294967295'><c><v>1</v></c></row><row><c><v>2</v></c></row>", "", "8,0=9 "},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.rows);
@@ -42,6 +46,17 @@ TEST(SheetLoad, FindsCellsThatDoNotSayWhereTheyStand) {
         EXPECT_TRUE(sheet->writeNumber(8, 0, 9, nullptr));
         EXPECT_EQ(walk(sheet), c.numbered);
     }
+}
+
+TEST(SheetLoad, NumbersOnlyWhatASheetHasRoomFor) {
+    std::string cells = "<c r='B7'><v>1</v></c>";  // stands in the first row all the same
+    for (int i = 2; i < 16400; ++i) cells += "<c><v>1</v></c>";
+    TestSheet sheet("<row>" + cells + "</row>");
+    EXPECT_EQ(sheet.areas(), "0 1 1 16384 0 1 1 16384 ");
+    EXPECT_TRUE(sheet->writeNumber(0, 0, 2, nullptr));
+    const std::string rows = sheet.savedRows();
+    EXPECT_EQ(rows.substr(0, 66), "<row r=\"1\"><c r=\"A1\"><v>2</v></c><c r=\"B1\"><v>1</v></c><c r=\"C1\"><");
+    EXPECT_EQ(rows.substr(rows.rfind("<c ")), "<c r=\"XFD1\"><v>1</v></c></row>");
 }
 
 TEST(SheetLoad, KeepsOnlyTheRowsThatAreWanted) {
