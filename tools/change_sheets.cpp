@@ -1,8 +1,8 @@
 // Changes the list of sheets of a workbook, for other programs to open what comes out.
 //   change_sheets OPERATION IN OUT
 // OPERATION is add (a sheet "Added" behind all, with the number 42 in A1), copy (of the first sheet, in front of all,
-// named "Copied"), move (the first sheet behind all) or remove (the first sheet). Exit status 3 where the engine refuses
-// with a reason, which goes to standard output: only one sheet is there, the first is no worksheet.
+// named "Copied"), move (the first sheet behind all) or remove (the first sheet). Exit status 3 where the engine
+// refuses with a reason, which goes to standard output: only one sheet is there, the first is no worksheet.
 #include <cstdio>
 #include <cstring>
 #include <fstream>

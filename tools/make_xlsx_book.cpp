@@ -79,13 +79,18 @@ void formats(Book& book, Writer& out) {
         {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
         {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
         {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
+        {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
+        {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }},
+        {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }},
+        {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }},
+        {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }},
         {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
         {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
     };
     out.sheet("Formats");
     int row = 0;
     for (const auto& p : properties) {
-        for (int v = p.first; v <= p.last; ++v, ++row) {
+        for (int v = p.first; v <= p.last; ++v, row += 2) {  // lines between two rows belong to both
             Format* const format = book.newFormat(nullptr);
             out.require(format != nullptr);
             p.set(*format, v);
@@ -102,8 +107,12 @@ void formats(Book& book, Writer& out) {
         {"italic", [](Font& f) { f.setItalic(true); }},
         {"strike", [](Font& f) { f.setStrikeOut(true); }},
         {"single", [](Font& f) { f.setUnderline(1); }},
+        {"double", [](Font& f) { f.setUnderline(2); }},
+        {"singleAccounting", [](Font& f) { f.setUnderline(33); }},
         {"doubleAccounting", [](Font& f) { f.setUnderline(34); }},
         {"superscript", [](Font& f) { f.setScript(1); }},
+        {"subscript", [](Font& f) { f.setScript(2); }},
+        {"red", [](Font& f) { f.setColor(10); }},
         {"24", [](Font& f) { f.setSize(24); }},
         {"Times New Roman", [](Font& f) { f.setName("Times New Roman"); }},
     };
@@ -169,6 +178,10 @@ void kinds(Book& book, Writer& out) {
     for (const char* text : {" outer blanks ", "a\"b'c<d>&e", "\xE4\xB8\xAD\xF0\x9F\x98\x80"}) out.text(row++, 0, text);
     out.require(sheet.writeFormulaNumber(row, 0, "A1+A2", 1, nullptr));
     out.expect(row++, 0, 'f', "=A1+A2");
+    out.require(sheet.writeFormulaText(row, 0, "=UPPER(\"a\")&\";\"", "A;", nullptr));
+    out.expect(row++, 0, 'f', "=UPPER(\"a\")&\",\"");  // a ";" separates arguments wherever it stands
+    out.require(sheet.writeFormulaBoolean(row, 0, "AND(A1;A2)", false, nullptr));
+    out.expect(row++, 0, 'f', "=AND(A1,A2)");
     for (int i = 0; i < 500; ++i) {
         auto* const text = book.newRichString();
         std::string all;

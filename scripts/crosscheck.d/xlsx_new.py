@@ -37,6 +37,9 @@ def colour(found):
     # An entry of the palette is an integer, another colour a text.
     return None if found is None else found.indexed if found.type == "indexed" else found.rgb
 
+def line(side):
+    return BORDER.index(side.style if side and side.style != "none" else None)
+
 for index, sheet in enumerate(book.worksheets):
     for row in sheet.iter_rows():
         for cell in row:
@@ -45,21 +48,24 @@ for index, sheet in enumerate(book.worksheets):
             look = {}
             if not big:
                 a, b, f, p, font = cell.alignment, cell.border, cell.fill, cell.protection, cell.font
-                left = b.left or getattr(b, "start", None)
+                left, right = b.left or getattr(b, "start", None), b.right or getattr(b, "end", None)
                 look = {
                     "horizontal": HORIZONTAL.index(a.horizontal or "general"),
                     "vertical": VERTICAL.index(a.vertical or "bottom"), "wrap": int(bool(a.wrapText)),
                     "rotation": a.textRotation, "indent": int(a.indent), "shrink": int(bool(a.shrinkToFit)),
-                    "border": BORDER.index(left.style if left and left.style != "none" else None),
+                    "border": line(left), "left": line(left), "right": line(right), "top": line(b.top),
+                    "bottom": line(b.bottom),
                     "border colour": colour(b.top.color if b.top else None),
                     "diagonal": int(bool(b.diagonalDown)) + 2 * int(bool(b.diagonalUp)),
                     "pattern": PATTERN.index(getattr(f, "patternType", None)
                                              if getattr(f, "patternType", None) != "none" else None),
                     "fore colour": colour(getattr(f, "fgColor", None)),
+                    "back colour": colour(getattr(f, "bgColor", None)),
                     "locked": int(bool(p.locked)), "hidden": int(bool(p.hidden)),
                     "bold": bool(font.b), "italic": bool(font.i), "strike": bool(font.strike),
-                    "single": font.u == "single", "doubleAccounting": font.u == "doubleAccounting",
-                    "superscript": font.vertAlign == "superscript", "24": font.sz == 24,
+                    font.u or "none": True,
+                    font.vertAlign or "baseline": True, "red": colour(font.color) in (10, "FFFF0000"),
+                    "24": font.sz == 24,
                     "Times New Roman": font.name == "Times New Roman", "text": cell.number_format,
                 }
             print(json.dumps([index, cell.row - 1, cell.column - 1, cell.data_type, cell.value, look]))
@@ -98,7 +104,7 @@ def by_libreoffice(path, folder):
 NOT_KEPT = {
     "gnumeric": set(),
     "LibreOffice": {("horizontal", 6), ("vertical", 3), "pattern", "doubleAccounting", "number format", "colour",
-                    "border colour", "fore colour"},
+                    "border colour", "fore colour", "back colour", "singleAccounting"},
 }
 
 
