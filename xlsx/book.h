@@ -103,6 +103,7 @@ public:
     LastError& lastError() noexcept override { return this->_lastError; }
     bool isUtf8() const override { return this->_locale.utf8(); }
     wchar_t listSeparator() const override { return static_cast<wchar_t>(this->_locale.listSeparator()); }
+    unsigned namesVersion() const override { return _namesVersion; }
     bool isR1C1() const override;
     bool dates1904() const override;
     Styles<CharT, Tag>* findStyles() override { return _styles; }
@@ -185,7 +186,8 @@ private:
 
     PartMap _parts;
     std::string _mainPath;
-    std::string _folder;                 // of the main part, "/xl" in a new book
+    std::string _folder;  // of the main part, "/xl" in a new book
+    unsigned _namesVersion = 1;
     std::vector<std::string> _pictures;  // paths of the image parts, in archive order
     struct FreeBuffer {
         void operator()(char* bytes) const;

@@ -27,6 +27,8 @@ public:
     virtual bool isUtf8() const = 0;
     /// Separator of function arguments in formula text.
     virtual wchar_t listSeparator() const = 0;
+    /// Another one when defined names came, went or changed their sheet.
+    virtual unsigned namesVersion() const = 0;
     virtual bool isR1C1() const = 0;
     virtual bool dates1904() const = 0;
 

@@ -174,6 +174,7 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
     element.id(id);
     for (int i = index; i < sheetCount(); ++i) findSheet(i);
 
+    ++_namesVersion;
     if (auto* const names = this->_root.find_definedNames()) {
         for (auto& definedName : names->definedName()) {
             if (definedName.isset_localSheetId() && definedName.localSheetId() >= static_cast<unsigned>(index)) {
@@ -249,6 +250,7 @@ bool XMLBookImplT<CharT, Tag>::moveSheet(int srcIndex, int dstIndex) {
         std::iota(order.begin(), order.end(), 0u);
         order.erase(order.begin() + srcIndex);
         order.insert(order.begin() + landed, static_cast<unsigned>(srcIndex));
+        ++_namesVersion;
         if (auto* const names = this->_root.find_definedNames()) {
             for (auto& name : names->definedName()) {
                 if (!name.isset_localSheetId()) continue;
@@ -284,6 +286,7 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
 /// local to the sheet passes to its successor: it goes when there is none, or when that has such a name already.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
+    ++_namesVersion;
     auto* const names = this->_root.find_definedNames();
     if (!names) return;
     const std::wstring sheetName = sheetElement(index).name();

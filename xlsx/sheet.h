@@ -195,7 +195,7 @@ private:
     const CellArea& filled() { return updateAreas(), _filled; }
 
     // Names: sheet_ranges.cpp.
-    bool isVisible(const DefinedName& name) const;
+    const std::vector<std::uint32_t>& visibleNames();
 
     BookContextT<CharT, Tag>* _book = nullptr;
     int _index = -1;
@@ -216,6 +216,9 @@ private:
     std::unordered_map<std::uint32_t, std::vector<CellPlace>> _sharedMasters;
     bool _mastersKnown = false;
     std::unordered_map<std::uint32_t, CellPlace> _heirs;  // who took over last: no member stands in front of it
+
+    std::vector<std::uint32_t> _visibleNames;  // places in the workbook's list
+    unsigned _visibleNamesVersion = 0;         // of the names that they were taken from; 0 for none
 
     TextHolder _text, _nameText;
     std::wstring _wide;

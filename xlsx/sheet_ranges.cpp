@@ -53,45 +53,46 @@ int XMLSheetImplT<CharT, Tag>::visibilityState() {
     });
 }
 
-/// Names of the whole workbook, and those of this sheet only.
+/// Names of the whole workbook, and those of this sheet only. The list is kept until names change, since callers go
+/// through it name by name.
 template <class CharT, class Tag>
-bool XMLSheetImplT<CharT, Tag>::isVisible(const DefinedName& name) const {
-    return !name.isset_localSheetId() || static_cast<std::int64_t>(name.localSheetId()) == _index;
+const std::vector<std::uint32_t>& XMLSheetImplT<CharT, Tag>::visibleNames() {
+    const unsigned version = book().namesVersion();
+    if (_visibleNamesVersion == version) return _visibleNames;
+    _visibleNames.clear();
+    if (const auto* const names = book().workbook().find_definedNames()) {
+        for (std::uint32_t i = 0; i < names->definedName().size(); ++i) {
+            const DefinedName& name = names->definedName()[i];
+            if (name.isset_localSheetId() && static_cast<std::int64_t>(name.localSheetId()) != _index) continue;
+            _visibleNames.push_back(i);
+        }
+    }
+    _visibleNamesVersion = version;
+    return _visibleNames;
 }
 
 template <class CharT, class Tag>
 int XMLSheetImplT<CharT, Tag>::namedRangeCount() {
-    return guard(0, [&] {
-        int count = 0;
-        if (const auto* const names = book().workbook().find_definedNames()) {
-            for (const DefinedName& name : names->definedName()) count += isVisible(name);
-        }
-        return count;
-    });
+    return guard(0, [&] { return static_cast<int>(visibleNames().size()); });
 }
 
 /// Fails for a name whose text is no area of this sheet.
 template <class CharT, class Tag>
 const CharT* XMLSheetImplT<CharT, Tag>::namedRange(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast,
                                                    int* scope, bool* hidden) {
-    return guard<const CharT*>(nullptr, [&] {
-        const auto* const names = book().workbook().find_definedNames();
-        const DefinedName* found = nullptr;
-        if (names && index >= 0) {
-            for (const DefinedName& name : names->definedName()) {
-                if (!isVisible(name) || index-- != 0) continue;
-                found = &name;
-                break;
-            }
-        }
-        if (!found) throw vlerror(msg::indexOutOfRange);
+    return guard<const CharT*>(nullptr, [&]() -> const CharT* {
+        const auto& visible = visibleNames();
+        const auto at = static_cast<std::size_t>(index);
+        if (index < 0 || at >= visible.size()) throw vlerror(msg::indexOutOfRange);
+        const DefinedName* const found = &book().workbook().find_definedNames()->definedName()[visible[at]];
         const std::wstring_view whole = found->text();
         const std::wstring_view reference = firstArea(whole);
         auto* const element = sheetElement(book().workbook(), _index);
         const std::wstring sheet = sheetOfReference(reference);
         const auto range = readCellRange(withoutSheet(reference));
         if (!element || !range || (!sheet.empty() && !sameSheetName(sheet, element->name()))) {
-            throw vlerror(msg::namedRangeNotFound);
+            lastError().set(msg::namedRangeNotFound);  // not thrown: most names belong to other sheets
+            return nullptr;
         }
         if (rowFirst) *rowFirst = static_cast<int>(range->rowFirst);
         if (rowLast) *rowLast = static_cast<int>(range->rowLast);

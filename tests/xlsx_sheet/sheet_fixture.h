@@ -21,6 +21,7 @@ public:
     LastError& lastError() noexcept override { return _last; }
     bool isUtf8() const override { return true; }
     wchar_t listSeparator() const override { return separator; }
+    unsigned namesVersion() const override { return 1; }
     bool isR1C1() const override { return r1c1; }
     bool dates1904() const override { return false; }
     Styles<char, Tag>* findStyles() override { return &_styles; }
