@@ -17,6 +17,7 @@ struct Row {
     static constexpr std::uint16_t heightByHand = 0x0040;
     static constexpr std::uint16_t formatted = 0x0080;  // `ixfe` counts
     static constexpr std::uint16_t always = 0x0100;
+    static constexpr std::uint16_t formatMask = 0x0FFF;  // of `ixfe`
     static constexpr std::uint16_t heightMask = 0x7FFF;  // older writers set the bit above for "default height"
 
     std::uint16_t rw = 0;
@@ -24,7 +25,7 @@ struct Row {
     std::uint16_t miyRw = 255;             // twips; 255 is the height of a row that nobody touched
     std::uint16_t reserved1 = 0, reserved2 = 0;
     std::uint16_t flags = always;
-    std::uint16_t ixfe = 15;
+    std::uint16_t ixfe = 15;  // low 12 bits the format, above them thick borders and phonetic marks
 
     template <class Self, class Visit>
     static constexpr void fields(Self& r, Visit&& visit) {

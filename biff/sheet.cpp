@@ -33,7 +33,7 @@ public:
         _to.foreign = _from.foreign;
         copyKept();
         for (Row row : _from.rows.rows()) {
-            row.ixfe = _ixfe(row.ixfe);
+            if (!sameBook()) row.ixfe = static_cast<std::uint16_t>((row.ixfe & ~Row::formatMask) | formatOf(row));
             _to.rows.append(row);
         }
         for (ColInfo info : _from.columns.records()) {
@@ -55,6 +55,13 @@ private:
         _to.kept.removeRecords(record_id::UserSViewBegin);  // a view of the book has one part for each sheet
         if (sameBook()) return;
         for (const Place place : boundPlaces) _to.kept.remove(place);
+    }
+
+    // Of the format of a row that says it has none nothing is taken along.
+    std::uint16_t formatOf(const Row& row) {
+        if ((row.flags & Row::formatted) == 0) return defaultCellXf;
+        const std::uint16_t ixfe = _ixfe(row.ixfe & Row::formatMask);
+        return ixfe <= Row::formatMask ? ixfe : defaultCellXf;
     }
 
     template <class Cell>

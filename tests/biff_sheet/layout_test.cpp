@@ -214,7 +214,7 @@ TEST(SheetLayout, ALongColumnOfSharedFormulasIsOverwrittenInTime) {
 TEST(SheetLayout, CopiesOfSheets) {
     auto records = sharedBlock();
     records.push_back({516, hex("0600 0000 1000 0200 00 6162")});
-    records.push_back({520, hex("0600 0000 0100 2C01 0000 0000 4001 0F00")});
+    records.push_back({520, hex("0600 0000 0100 2C01 0000 0000 C001 0010")});  // format 0, a thick border
     records.push_back({125, hex("0200 0900 0008 1000 0001 0000")});
     records.push_back({229, hex("0100 0100 0200 0100 0200")});
     records.push_back({20, hex("0100 00 61")});
@@ -249,6 +249,12 @@ TEST(SheetLayout, CopiesOfSheets) {
     EXPECT_STREQ(other->customNumFormatText(guest->cellFormatAt(7, 0)->numFormat()), "0.0\"x\"");
     EXPECT_EQ(guest->readNumber(2, 0), 1.5);
     EXPECT_FALSE(guest->isFormulaCell(2, 0)) << "its tokens would name things of the other book";
+    const auto rows = only(savedRecords(*other), 520);
+    const auto row = std::ranges::find(rows, std::byte{6}, [](const Record& r) { return r.body[0]; });
+    ASSERT_NE(row, rows.end());
+    const auto ixfe = loadLe<std::uint16_t>(&row->body[14]);
+    EXPECT_EQ(ixfe >> 12, 1);
+    EXPECT_STREQ(other->customNumFormatText(other->formatAt(ixfe & 0x0FFF)->numFormat()), "0.0\"x\"");
     EXPECT_NE(loaded(saved(*other))->getSheet(0), nullptr);
 }
 
