@@ -1,5 +1,6 @@
 // The command `quillet`.
 #include <CLI/CLI.hpp>
+#include <iostream>
 
 #include <clocale>
 
@@ -9,7 +10,8 @@ int main(int argc, char** argv) {
     // Texts of Strict packages pass through the process's encoding, and names are compared by its letters.
     std::setlocale(LC_CTYPE, "C.UTF-8");
     CLI::App program("Moves data between spreadsheets and models.", "quillet");
-    program.require_subcommand(1);
+    program.set_version_flag("--version", "quillet " QUILLET_VERSION);
+    program.require_subcommand(0, 1);
     int exitStatus = 0;
     cli::addRun(program, exitStatus);
     cli::addDump(program, exitStatus);
@@ -20,6 +22,10 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& e) {
         const int status = program.exit(e);
         return status == 0 ? 0 : 2;
+    }
+    if (program.get_subcommands().empty()) {
+        std::cerr << program.help();
+        return 2;
     }
     return exitStatus;
 }

@@ -19,7 +19,7 @@ struct RunArguments {
     bool json = false;
 };
 
-bool readFile(const std::string& path, std::string& text) {
+bool readFile(const std::string& path, std::string& text) try {
     std::ifstream file;
     const bool standardInput = path == "-";
     if (!standardInput) file.open(path, std::ios::binary);
@@ -27,6 +27,8 @@ bool readFile(const std::string& path, std::string& text) {
     if (!in) return false;
     text.assign(std::istreambuf_iterator<char>(in), {});
     return !in.bad();
+} catch (const std::ios_base::failure&) {  // a folder opens, but does not read
+    return false;
 }
 
 int run(const RunArguments& arguments) {

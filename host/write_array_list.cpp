@@ -76,7 +76,8 @@ int writeRow(const ArrayMerge& m, int row) {
 
 /// The rows of one block of the range. `*left` says how many entries the longest array has left at its end.
 int writeBlock(const ArrayMerge& m, int height, int* left) {
-    for (int row = 0; row<height&& * left> 0; ++row) {
+    for (int row = 0; row < height; ++row) {
+        if (*left <= 0) break;
         if (writeRow(m, row)) return 1;
         *left = pickLowest(m);
     }

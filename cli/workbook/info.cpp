@@ -88,7 +88,7 @@ int info(const std::string& path, std::ostream& out, std::ostream& errors) {
     std::string error;
     const BookPtr book = loadBook(path, error);
     if (!book) {
-        errors << error << '\n';
+        errors << path << ": " << error << '\n';
         return 1;
     }
     out << path << ": " << formatName(*book) << '\n';

@@ -39,6 +39,11 @@ TEST(CliRun, ExitStatus) {
          "opened\n"},
         {"run wrong", 2, "", "line 2, column 7: 'y' is not declared\n"},
         {"run missing", 2, "", "cannot read 'missing'\n"},
+        {"run .", 2, "", "cannot read '.'\n"},
+        {"--version", 0, "quillet " QUILLET_VERSION "\n", ""},
+        {"dump missing.xls", 1, "", "missing.xls: can't open file for reading\n"},
+        {"info good", 1, "", "good: readHeader: file is corrupt (size < 512 bytes)\n"},
+        {"resave missing.xls x.xls", 1, "", "missing.xls: can't open file for reading\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.arguments);
@@ -48,6 +53,8 @@ TEST(CliRun, ExitStatus) {
         EXPECT_EQ(run.err, c.err);
     }
     EXPECT_EQ(quillet(folder, "run").status, 2);
+    EXPECT_EQ(quillet(folder, "").status, 2);
+    EXPECT_NE(quillet(folder, "bogus").err.find("bogus"), std::string::npos);
     EXPECT_EQ(quillet(folder, "run good --module none.dso").status, 1);
     EXPECT_EQ(quillet(folder, "run good --module " QUILLET_MODULE).status, 0);
 }
@@ -86,6 +93,19 @@ TEST(CliRun, StrictPackagesKeepTheirLetters) {
                                                           {"xl/worksheets/sheet1.xml", sheet}}));
     folder.write("s", "declare x : text\nread \"xlsx:d.xlsx\" { x from \"[A1]\" }\nprint x\n");
     EXPECT_TRUE(quillet(folder, "run s").out.ends_with("x = Größe €\n"));
+}
+
+TEST(CliRun, AWorkbookKeepsItsFormatWhateverItIsCalled) {
+    support::TempFolder folder;
+    folder.write("s",
+                 "declare x : real = 1.5\nwrite \"xlsx:b.xlsx\" { x to \"[A1]\" }\n"
+                 "write \"xls:b.xls\" { x to \"[A1]\" }\n");
+    EXPECT_EQ(quillet(folder, "run s").status, 0);
+    EXPECT_EQ(quillet(folder, "resave b.xlsx c.xls").err,
+              "c.xls: 'b.xlsx' is an Open XML workbook and keeps its format; choose another name\n");
+    EXPECT_EQ(quillet(folder, "resave b.xls c.XLSM").status, 1);
+    EXPECT_EQ(quillet(folder, "resave b.xlsx none/c.xlsx").err, "none/c.xlsx: can't open file for writing\n");
+    EXPECT_EQ(quillet(folder, "resave b.xlsx c.tmp").status, 0);
 }
 
 TEST(CliRun, TheExamplesRun) {
