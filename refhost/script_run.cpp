@@ -23,7 +23,10 @@ RunStatus runScript(Host& host, std::string_view script, const RunOptions& optio
     bool ok = true;
     for (const Statement& statement : statements) ok = interpreter.run(statement) && ok;
     ok = interpreter.closeAll() && ok;
-    out.flush();
+    if (!out.flush()) {
+        err << "cannot write the results\n";
+        ok = false;
+    }
     return ok ? runOk : runFailed;
 }
 

@@ -100,7 +100,9 @@ int info(const std::string& path, std::ostream& out, std::ostream& errors) {
     out << "\nSheets: " << book->sheetCount() << '\n';
     printSheets(*book, out);
     printKept(*book, out);
-    return out.flush() ? 0 : 1;
+    if (out.flush()) return 0;
+    errors << "can't write the report\n";
+    return 1;
 }
 
 }  // namespace cli

@@ -53,6 +53,8 @@ TEST(CliRun, ExitStatus) {
         EXPECT_EQ(run.err, c.err);
     }
     EXPECT_EQ(quillet(folder, "run").status, 2);
+    EXPECT_EQ(quillet(folder, "run good >/dev/full 2>.err #").status, 1);
+    EXPECT_EQ(folder.read(".err"), "cannot write the results\n");
     EXPECT_EQ(quillet(folder, "").status, 2);
     EXPECT_NE(quillet(folder, "bogus").err.find("bogus"), std::string::npos);
     EXPECT_EQ(quillet(folder, "run good --module none.dso").status, 1);
