@@ -1,8 +1,7 @@
 // The command `quillet`.
 #include <CLI/CLI.hpp>
-#include <iostream>
-
 #include <clocale>
+#include <iostream>
 
 #include "cli/command.h"
 
