@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "refhost/format_real.h"
+
 namespace refhost {
 namespace {
 
@@ -101,7 +103,11 @@ private:
         const Token which = _in.peek();
         const std::string name = _in.expectName("the name of a parameter");
         if (name == "realformat") {
+            const Position at = _in.peek().at;
             made.text = _in.expectText("a format in quotes");
+            // A csv file that is rewritten by a wrong format would lose its numbers.
+            if (formatReal(nullptr, 0, made.text.c_str(), 0) < 0)
+                throw ScriptError(at, "a printf format for one real is expected, such as \"%.15g\"");
         } else if (name == "deny") {
             made.kind = ParamStatement::deny;
             made.text = _in.expectText("a path in quotes");

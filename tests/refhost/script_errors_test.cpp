@@ -41,6 +41,7 @@ TEST(ScriptErrors, PlaceAndReason) {
         {"context two", "1:9 the number of a context is expected instead of 'two'"},
         {"context 99999999999", "1:9 this integer does not fit 32 bits"},
         {"param colour true", "1:7 there is no parameter 'colour'"},
+        {"param realformat \"%d\"", "1:18 a printf format for one real is expected, such as \"%.15g\""},
         {"param finish 1", "1:14 true or false is expected instead of '1'"},
         // types
         {"declare x : number", "1:13 there is no type 'number'"},
