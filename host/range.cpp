@@ -64,15 +64,12 @@ Found firstSheet(Label& l) {
     return Found::absent;
 }
 
-constexpr int mostSheets = 1'000'000;  // beyond what memory holds: a date for a name rather than a count
-
 /// A sheet by its number from 1. A source open for update gets as many new sheets as that takes.
 Found sheetByNumber(Label& l, int number) {
     const TableOps& ops = l.range.ops;
     if (number < 1) return l.failed(msg::sheetNotFound);
     int count = ops.sheetCount(l.range.book);
     if (number > count && !l.update) return l.failed(msg::sheetNotFound);
-    if (number > mostSheets) return l.failed(msg::sheetNotAdded);
     while (count < number) {
         char name[32];
         std::snprintf(name, sizeof name, "Sheet%d", count + 1);
