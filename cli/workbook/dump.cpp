@@ -121,7 +121,7 @@ int dump(const std::string& path, std::ostream& out, std::ostream& errors) {
     std::string error;
     const BookPtr book = loadBook(path, error);
     if (!book) {
-        errors << path << ": " << error << '\n';
+        errors << error << '\n';
         return 1;
     }
     dumpBook(*book, out, errors);

@@ -14,8 +14,8 @@ namespace cli {
 /// cached value. A text that cannot be shown is null too and stands in `errors` with its cell.
 void dumpBook(vellum::IBookT<char>& book, std::ostream& out, std::ostream& errors);
 
-/// `quillet dump FILE`. The exit status: 1 when the file does not load, with the file and the engine's text in
-/// `errors`, or when `out` does not take what is written.
+/// `quillet dump FILE`. The exit status: 1 when the file does not load, with the engine's text in `errors`, or when
+/// `out` does not take what is written.
 int dump(const std::string& path, std::ostream& out, std::ostream& errors);
 
 }  // namespace cli

@@ -41,7 +41,7 @@ TEST(CliRun, ExitStatus) {
         {"run missing", 2, "", "cannot read 'missing'\n"},
         {"run .", 2, "", "cannot read '.'\n"},
         {"--version", 0, "quillet " QUILLET_VERSION "\n", ""},
-        {"dump missing.xls", 1, "", "missing.xls: can't open file for reading\n"},
+        {"dump missing.xls", 1, "", "can't open file for reading\n"},
         {"info good", 1, "", "good: readHeader: file is corrupt (size < 512 bytes)\n"},
         {"resave missing.xls x.xls", 1, "", "missing.xls: can't open file for reading\n"},
     };
