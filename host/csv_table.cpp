@@ -97,6 +97,7 @@ bool CsvTable::reserveRow(int row) {
         _rows ? mremap(_rows, rowBytes(rowCapacity), rowBytes(capacity), MREMAP_MAYMOVE)
               : mmap(nullptr, rowBytes(capacity), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) return false;
+    preferLargePages(memory, rowBytes(capacity));
     _rows = static_cast<CsvRow*>(memory);
     rowCapacity = capacity;
     return true;

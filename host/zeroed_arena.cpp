@@ -8,8 +8,13 @@ namespace quillet {
 namespace {
 
 constexpr std::size_t largestSlab = std::size_t{32} << 20;
+constexpr std::size_t largePage = std::size_t{2} << 20;
 
 }  // namespace
+
+void preferLargePages(void* memory, std::size_t size) {
+    if (size >= largePage) madvise(memory, size, MADV_HUGEPAGE);
+}
 
 ZeroedArena::~ZeroedArena() {
     while (_slabs) {
@@ -29,7 +34,7 @@ void* ZeroedArena::takeFromNewSlab(std::size_t size) {
     const std::size_t whole = std::max(_slabSize, (size + sizeof(Slab) + 4095) & ~std::size_t{4095});
     void* const memory = mmap(nullptr, whole, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) return nullptr;
-    if (whole >= largestSlab) madvise(memory, whole, MADV_HUGEPAGE);  // fewer page faults; no harm when refused
+    preferLargePages(memory, whole);
     auto* const slab = static_cast<Slab*>(memory);
     slab->below = _slabs;
     slab->size = whole;

@@ -4,6 +4,10 @@
 
 namespace quillet {
 
+/// Asks the system for large pages, which cost fewer page faults, where `size` bytes fill some. No harm when it
+/// refuses.
+void preferLargePages(void* memory, std::size_t size);
+
 /// Hands out pieces of zeroed memory, 8-byte aligned when asked so, from slabs that double up to 32 MiB. Large slabs
 /// come straight from the system, so that pages which nobody touches cost nothing.
 class ZeroedArena {
