@@ -9,9 +9,9 @@
 #include <iterator>
 #include <string>
 
-#include "bindery/reader.h"
-#include "bindery/xml_writer.h"
-#include "ooxml/sml-sheet.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/writer/xml_writer.h"
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
 
 #ifdef HAVE_PUGIXML
 #include <pugixml.hpp>

@@ -11,12 +11,12 @@
 #include <string>
 
 #include "bench/content.h"
-#include "host/csv_source.h"
-#include "host/csv_table.h"
-#include "host/driver_context.h"
-#include "host/host.h"
-#include "host/source_list.h"
-#include "host/table_ops.h"
+#include "host/interface/host.h"
+#include "host/sources/csv_source.h"
+#include "host/sources/csv_table.h"
+#include "host/sources/driver_context.h"
+#include "host/sources/source_list.h"
+#include "host/sources/table_ops.h"
 
 namespace {
 

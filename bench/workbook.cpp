@@ -10,10 +10,10 @@
 
 #include "bench/content.h"
 #include "cli/workbook/book_file.h"
-#include "engine/enums.h"
-#include "engine/factories.h"
-#include "engine/iformat.h"
-#include "engine/isheet.h"
+#include "engine/api/enums.h"
+#include "engine/api/iformat.h"
+#include "engine/api/isheet.h"
+#include "engine/factories/factories.h"
 
 namespace {
 

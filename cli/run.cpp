@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "cli/command.h"
-#include "refhost/module.h"
-#include "refhost/script_run.h"
+#include "refhost/operations/module.h"
+#include "refhost/run/script_run.h"
 
 namespace cli {
 namespace {

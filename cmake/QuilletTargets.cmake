@@ -44,6 +44,17 @@ if(QUILLET_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# quillet_sources(VARIABLE folder...)
+#   The sources of folders of the calling directory: a new file needs no line here.
+function(quillet_sources variable)
+  set(found)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    list(APPEND found ${sources})
+  endforeach()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
 # quillet_library(NAME SOURCES file... DEPENDS target...)
 #   A static library of one floor. DEPENDS are public: who links the floor sees what it is made of.
 function(quillet_library name)

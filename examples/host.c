@@ -6,7 +6,7 @@
 #include <dlfcn.h>
 #include <string.h>
 
-#include "host/host_api.h"
+#include "host/interface/host_api.h"
 
 static const void* serviceOf(const HostInterfaceBlock* block, int64_t code) {
     const HostServiceRow* rows = block->services.rows;

@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <iterator>
 
-#include "host/csv_source.h"
-#include "host/driver_calls.h"
-#include "host/driver_messages.h"
-#include "host/host.h"
-#include "host/source_list.h"
-#include "host/workbook_source.h"
+#include "host/interface/driver_calls.h"
+#include "host/interface/driver_messages.h"
+#include "host/interface/host.h"
+#include "host/sources/csv_source.h"
+#include "host/sources/source_list.h"
+#include "host/sources/workbook_source.h"
 
 namespace quillet {
 namespace {

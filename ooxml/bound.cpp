@@ -1,7 +1,7 @@
 #include "ooxml/bound.h"
 
-#include "bindery/error.h"
-#include "bindery/unmarshal_helper.h"
+#include "bindery/bridges/unmarshal_helper.h"
+#include "bindery/values/error.h"
 
 namespace ooxml {
 

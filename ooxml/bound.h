@@ -4,11 +4,11 @@
 #include <memory>
 #include <string_view>
 
-#include "bindery/class_info.h"
-#include "bindery/holders.h"
-#include "bindery/node.h"
-#include "bindery/reader.h"
-#include "bindery/xml_writer.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/classes/class_info.h"
+#include "bindery/values/holders.h"
+#include "bindery/values/node.h"
+#include "bindery/writer/xml_writer.h"
 
 /// What the bodies of generated classes share.
 namespace ooxml {

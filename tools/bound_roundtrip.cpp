@@ -9,20 +9,20 @@
 #include <memory>
 #include <string>
 
-#include "bindery/error.h"
-#include "bindery/reader.h"
-#include "bindery/unmarshal_helper.h"
-#include "bindery/xml_writer.h"
-#include "ooxml/ctrlProps.h"
-#include "ooxml/dml-main-strict.h"
-#include "ooxml/dml-main.h"
-#include "ooxml/dml-spreadsheetDrawing.h"
-#include "ooxml/opc-contentTypes.h"
-#include "ooxml/opc-relationships.h"
-#include "ooxml/sml-comments.h"
-#include "ooxml/sml-sheet.h"
-#include "ooxml/sml.h"
-#include "ooxml/strictDrawing.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/bridges/unmarshal_helper.h"
+#include "bindery/values/error.h"
+#include "bindery/writer/xml_writer.h"
+#include "ooxml/generated/ctrlProps/ctrlProps.h"
+#include "ooxml/generated/dml-main-strict/dml-main-strict.h"
+#include "ooxml/generated/dml-main/dml-main.h"
+#include "ooxml/generated/dml-spreadsheetDrawing/dml-spreadsheetDrawing.h"
+#include "ooxml/generated/opc-contentTypes/opc-contentTypes.h"
+#include "ooxml/generated/opc-relationships/opc-relationships.h"
+#include "ooxml/generated/sml-comments/sml-comments.h"
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
+#include "ooxml/generated/sml/sml.h"
+#include "ooxml/generated/strictDrawing/strictDrawing.h"
 
 namespace {
 

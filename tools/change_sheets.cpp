@@ -10,9 +10,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "engine/factories.h"
-#include "engine/ibook.h"
-#include "engine/isheet.h"
+#include "engine/api/ibook.h"
+#include "engine/api/isheet.h"
+#include "engine/factories/factories.h"
 
 namespace {
 

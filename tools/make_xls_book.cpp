@@ -11,13 +11,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "engine/enums.h"
-#include "engine/factories.h"
-#include "engine/ibook.h"
-#include "engine/ifont.h"
-#include "engine/iformat.h"
-#include "engine/irichstring.h"
-#include "engine/isheet.h"
+#include "engine/api/enums.h"
+#include "engine/api/ibook.h"
+#include "engine/api/ifont.h"
+#include "engine/api/iformat.h"
+#include "engine/api/irichstring.h"
+#include "engine/api/isheet.h"
+#include "engine/factories/factories.h"
 
 namespace {
 

@@ -2,10 +2,15 @@
 #pragma once
 #include <cstdint>
 
-#include "biff/book_context.h"
-#include "biff/record_ids.h"
+#include "biff/container/record_ids.h"
 
 namespace vellum {
+
+/// `vers` of a `Bof` as this engine writes it, and of files of the generation before.
+inline constexpr std::uint16_t bofVersBiff8 = 0x0600;
+inline constexpr std::uint16_t bofVersBiff5 = 0x0500;
+/// Below this, texts have no flags byte and many records their older layout.
+inline constexpr std::uint16_t firstVersWithFlags = 0x0501;
 
 struct Bof {
     static constexpr std::uint16_t id = record_id::Bof;

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "biff/record_ids.h"
+#include "biff/container/record_ids.h"
 
 namespace vellum::globals {
 

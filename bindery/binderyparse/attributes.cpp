@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "bindery/binderyparse/chars.h"
 #include "bindery/binderyparse/limits.h"
 #include "bindery/binderyparse/messages.h"
-#include "bindery/reader.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/values/chars.h"
 
 namespace bindery {
 

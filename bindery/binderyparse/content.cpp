@@ -1,8 +1,8 @@
 // Content of elements: text, CDATA, comments, instructions, end tags.
 
-#include "bindery/binderyparse/chars.h"
 #include "bindery/binderyparse/messages.h"
-#include "bindery/reader.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/values/chars.h"
 
 namespace bindery {
 

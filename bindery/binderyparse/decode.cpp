@@ -1,10 +1,10 @@
 // From the bytes of a source to one contiguous UTF-8 text. A UTF-8 document in memory is read where it lies;
 // everything else is decoded once, before it is scanned.
 
-#include "bindery/binderyparse/chars.h"
 #include "bindery/binderyparse/messages.h"
-#include "bindery/reader.h"
-#include "bindery/value_spec.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/values/chars.h"
+#include "bindery/values/value_spec.h"
 
 namespace bindery {
 

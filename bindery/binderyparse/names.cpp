@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "bindery/reader.h"
+#include "bindery/binderyparse/reader.h"
 
 namespace bindery {
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "bindery/binderyparse/chars.h"
 #include "bindery/binderyparse/limits.h"
 #include "bindery/binderyparse/messages.h"
+#include "bindery/binderyparse/reader.h"
 #include "bindery/binderyparse/references.h"
-#include "bindery/reader.h"
-#include "bindery/value_spec.h"
+#include "bindery/values/chars.h"
+#include "bindery/values/value_spec.h"
 
 namespace bindery {
 

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <string_view>
 
-#include "engine/factories.h"
+#include "engine/factories/factories.h"
 
 namespace cli {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/ibook.h"
+#include "engine/api/ibook.h"
 
 namespace cli {
 

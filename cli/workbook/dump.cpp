@@ -5,8 +5,8 @@
 #include "cli/workbook/book_file.h"
 #include "cli/workbook/cell_name.h"
 #include "cli/workbook/json_lines.h"
-#include "engine/enums.h"
-#include "engine/isheet.h"
+#include "engine/api/enums.h"
+#include "engine/api/isheet.h"
 
 namespace cli {
 namespace {

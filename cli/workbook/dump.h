@@ -3,7 +3,7 @@
 #include <ostream>
 #include <string>
 
-#include "engine/ibook.h"
+#include "engine/api/ibook.h"
 
 namespace cli {
 

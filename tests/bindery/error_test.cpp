@@ -1,4 +1,4 @@
-#include "bindery/error.h"
+#include "bindery/values/error.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "bindery/extras.h"
+#include "bindery/classes/extras.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "bindery/reader.h"
+#include "bindery/binderyparse/reader.h"
 
 #include <gtest/gtest.h>
 

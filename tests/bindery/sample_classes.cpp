@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "bindery/regex.h"
-#include "bindery/unmarshal_helper.h"
+#include "bindery/bridges/unmarshal_helper.h"
+#include "bindery/values/regex.h"
 
 // offsetof on classes with a virtual base table is what the tables are made of; both compilers support it.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"

@@ -3,10 +3,10 @@
 // Classes as the schema compiler emits them, for a small schema of our own: the tests of the generic loops
 // run on them, and docs/xml-binding.md shows them.
 
-#include "bindery/class_info.h"
-#include "bindery/holders.h"
-#include "bindery/reader.h"
-#include "bindery/xml_writer.h"
+#include "bindery/binderyparse/reader.h"
+#include "bindery/classes/class_info.h"
+#include "bindery/values/holders.h"
+#include "bindery/writer/xml_writer.h"
 
 namespace sample {
 

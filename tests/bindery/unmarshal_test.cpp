@@ -1,8 +1,8 @@
-#include "bindery/unmarshal_helper.h"
+#include "bindery/bridges/unmarshal_helper.h"
 
 #include <gtest/gtest.h>
 
-#include "bindery/extras.h"
+#include "bindery/classes/extras.h"
 #include "tests/bindery/sample_classes.h"
 
 namespace bindery {

@@ -6,11 +6,11 @@
 #include <thread>
 #include <vector>
 
-#include "bindery/error.h"
-#include "bindery/regex.h"
-#include "bindery/storage.h"
-#include "bindery/value_spec.h"
-#include "bindery/xml_writer.h"
+#include "bindery/values/error.h"
+#include "bindery/values/regex.h"
+#include "bindery/values/storage.h"
+#include "bindery/values/value_spec.h"
+#include "bindery/writer/xml_writer.h"
 
 namespace bindery {
 namespace {

@@ -1,4 +1,4 @@
-#include "bindery/xml_writer.h"
+#include "bindery/writer/xml_writer.h"
 
 #include <gtest/gtest.h>
 

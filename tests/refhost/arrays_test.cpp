@@ -1,4 +1,4 @@
-#include "refhost/array.h"
+#include "refhost/values/array.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

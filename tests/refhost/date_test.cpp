@@ -1,4 +1,4 @@
-#include "refhost/date.h"
+#include "refhost/values/date.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "refhost/format_real.h"
+#include "refhost/values/format_real.h"
 
 #include <gtest/gtest.h>
 

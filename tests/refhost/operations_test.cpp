@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include "refhost/array.h"
-#include "refhost/host.h"
-#include "refhost/list.h"
-#include "refhost/statement.h"
+#include "refhost/operations/host.h"
+#include "refhost/operations/statement.h"
+#include "refhost/values/array.h"
+#include "refhost/values/list.h"
 
 namespace refhost {
 namespace {

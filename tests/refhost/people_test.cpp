@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "refhost/script_run.h"
-#include "refhost/text_table.h"
+#include "refhost/report/text_table.h"
+#include "refhost/run/script_run.h"
 #include "tests/support/script_runner.h"
 
 namespace refhost {

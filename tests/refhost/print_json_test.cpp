@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "refhost/script_run.h"
+#include "refhost/run/script_run.h"
 
 namespace refhost {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "refhost/script.h"
+#include "refhost/script/script.h"
 
 namespace refhost {
 namespace {

@@ -1,4 +1,4 @@
-#include "refhost/set.h"
+#include "refhost/values/set.h"
 
 #include <gtest/gtest.h>
 

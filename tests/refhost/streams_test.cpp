@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "refhost/host.h"
+#include "refhost/operations/host.h"
 
 namespace refhost {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <thread>
 
-#include "refhost/module.h"
-#include "refhost/statement.h"
+#include "refhost/operations/module.h"
+#include "refhost/operations/statement.h"
 #include "tests/support/script_runner.h"
 
 namespace refhost {

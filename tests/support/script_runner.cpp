@@ -6,7 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "refhost/script_run.h"
+#include "refhost/run/script_run.h"
 
 namespace support {
 

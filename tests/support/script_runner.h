@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "refhost/host.h"
+#include "refhost/operations/host.h"
 
 namespace support {
 

@@ -27,7 +27,8 @@ class FamilyEmitter:
         self._types = TypeTable()
         self._ids = self._namespace_ids()
         self._first = family.units[0]
-        self._stem = "ooxml/" + self._first
+        self._folder = self._first  # of the family below ooxml/generated
+        self._stem = f"ooxml/generated/{self._folder}/{self._first}"
 
     def files(self):
         family, out = self._family, {}
@@ -37,7 +38,7 @@ class FamilyEmitter:
             out[unit + ".h"] = self._header(unit, classes)
         out[self._first + "-fwd.h"] = self._forward()
         out[self._first + "-types.h"] = self._simple_types()  # last: the sources have named the types in use
-        return out
+        return {f"{self._folder}/{name}": content for name, content in out.items()}
 
     # Namespaces -------------------------------------------------------------------------------------
 
@@ -78,7 +79,7 @@ class FamilyEmitter:
         return text(lines)
 
     def _simple_types(self):
-        includes = ("<string_view>", "", '"bindery/regex.h"', '"bindery/value_spec.h"')
+        includes = ("<string_view>", "", '"bindery/values/regex.h"', '"bindery/values/value_spec.h"')
         lines = self._opening(before=("#pragma once", ""))
         lines += [f"#include {i}" if i else "" for i in includes]
         lines += ["", f"/// Simple types: what their texts look like.", f"namespace {self._family.namespace}::spec {{"]
@@ -90,13 +91,13 @@ class FamilyEmitter:
         lines = self._opening(before=("#pragma once", ""))
         lines += [
             "#include <string>", "#include <string_view>", "#include <utility>",
-            "#include <vector>", "", '#include "bindery/binary.h"', '#include "bindery/class_info.h"',
-            '#include "bindery/datetime.h"', '#include "bindery/holders.h"', '#include "bindery/raw_node.h"',
+            "#include <vector>", "", '#include "bindery/values/binary.h"', '#include "bindery/classes/class_info.h"',
+            '#include "bindery/values/datetime.h"', '#include "bindery/values/holders.h"', '#include "bindery/classes/raw_node.h"',
             f'#include "{self._stem}-fwd.h"',
         ]  # fmt: skip
         if unit == self._first:
             # Who includes the first unit has the whole family.
-            lines += [f'#include "ooxml/{u}.h"' for u in family.units[1:]]
+            lines += [f'#include "ooxml/generated/{self._folder}/{u}.h"' for u in family.units[1:]]
         lines += ["", f"namespace {family.namespace} {{", ""]
         for cls in classes:
             if not cls.written_by_hand:
@@ -204,8 +205,8 @@ class FamilyEmitter:
         lines = self._opening()
         lines += [
             f'#include "{self._stem}.h"', "", "#include <cstddef>", "",
-            '#include "bindery/error.h"', '#include "bindery/unmarshal_helper.h"',
-            '#include "bindery/xml_writer.h"', '#include "ooxml/bound.h"', f'#include "{self._stem}-types.h"', "",
+            '#include "bindery/values/error.h"', '#include "bindery/bridges/unmarshal_helper.h"',
+            '#include "bindery/writer/xml_writer.h"', '#include "ooxml/bound.h"', f'#include "{self._stem}-types.h"', "",
             "// The classes of the tables have virtual functions, but no virtual bases: both compilers know their offsets.",
             '#pragma GCC diagnostic ignored "-Winvalid-offsetof"', "",
             f"namespace {family.namespace} {{", "",

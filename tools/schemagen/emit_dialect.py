@@ -11,7 +11,7 @@ def dialect_header(parts):
     """`parts` is a list of (name, (family of the one dialect, family of the other))."""
     lines = [GENERATED.format("the families of both dialects"), "#pragma once", ""]
     stems = sorted({f.units[0] for _, families in parts for f in families})
-    lines += [f'#include "ooxml/{stem}-fwd.h"' for stem in stems]
+    lines += [f'#include "ooxml/generated/{stem}/{stem}-fwd.h"' for stem in stems]
     lines += ["", "/// The classes of each dialect, so that one text serves both: `dialect<Tag>::c_worksheet`,"]
     lines += ["/// `dialect<Tag>::sml::c_CT_Xf`.", "namespace ooxml {", ""]
     lines += [f"struct {tag} {{}};    // {what}" for tag, what in TAGS]

@@ -6,6 +6,7 @@ With --check nothing is written; the exit code is 1 when a unit differs from wha
 
 import argparse
 import os
+import pathlib
 import sys
 
 from emit import FamilyEmitter
@@ -37,12 +38,11 @@ def generate(folder, config=None):
 def generated_files(folder):
     """The generated files that are there now, as {name: text}."""
     found = {}
-    for name in sorted(os.listdir(folder)):
-        if name.endswith((".h", ".cpp")):
-            with open(os.path.join(folder, name), encoding="utf-8") as file:
-                content = file.read()
+    for path in sorted(pathlib.Path(folder).rglob("*")):
+        if path.suffix in (".h", ".cpp"):
+            content = path.read_text(encoding="utf-8")
             if content.startswith(MARK):
-                found[name] = content
+                found[path.relative_to(folder).as_posix()] = content
     return found
 
 
@@ -64,6 +64,7 @@ def main():
     for name in changed:
         path = os.path.join(options.output, name)
         if name in wanted:
+            os.makedirs(os.path.dirname(path), exist_ok=True)
             with open(path, "w", encoding="utf-8") as file:
                 file.write(wanted[name])
         else:

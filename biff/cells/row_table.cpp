@@ -1,0 +1,41 @@
+#include "biff/cells/row_table.h"
+
+#include <algorithm>
+
+namespace vellum {
+
+const Row* RowTable::find(std::uint16_t rw) const {
+    if (!_ascending) {
+        const auto place = _places.find(rw);
+        return place == _places.end() ? nullptr : &_rows[place->second];
+    }
+    const auto at = std::ranges::lower_bound(_rows, rw, {}, &Row::rw);
+    return at != _rows.end() && at->rw == rw ? &*at : nullptr;
+}
+
+Row* RowTable::find(std::uint16_t rw) {
+    return const_cast<Row*>(static_cast<const RowTable&>(*this).find(rw));
+}
+
+Row& RowTable::ensure(std::uint16_t rw) {
+    if (Row* row = find(rw)) return *row;
+    Row row;
+    row.rw = rw;
+    append(row);
+    return _rows.back();
+}
+
+void RowTable::append(const Row& row) {
+    if (_ascending && !_rows.empty() && row.rw < _rows.back().rw) {
+        _ascending = false;
+        for (std::size_t i = 0; i < _rows.size(); ++i) _places.try_emplace(_rows[i].rw, i);
+    }
+    if (!_ascending) _places.try_emplace(row.rw, _rows.size());
+    _rows.push_back(row);
+}
+
+void RowTable::clear() {
+    *this = RowTable();
+}
+
+}  // namespace vellum

@@ -1,0 +1,31 @@
+// Supporting books: what references to sheets, of this workbook and of others, point into.
+#pragma once
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "biff/globals/globals_records.h"
+#include "biff/records/raw_records.h"
+
+namespace vellum {
+
+/// A SupBook record with what follows it, kept as bytes except for the table of sheet references.
+struct SupBookBlock {
+    RawRecords head;                // SupBook, ExternName, XCT, CRN in their order
+    std::vector<globals::Xti> xti;  // ExternSheet, which serves all blocks and stands behind the last
+    bool hasTable = false;
+    RawRecords tail;  // what stood behind the table
+
+    /// From behind the SupBook's header on.
+    void read(Xls& in, RecordHeader header);
+    /// `sheetCount` goes into the block that stands for this workbook.
+    void write(Xls& out, std::size_t sheetCount);
+    /// Stands for this workbook.
+    [[nodiscard]] bool isSelf() const;
+};
+
+/// Renumbers the sheets that references to this workbook name: `newIndex[i]` is the new index of sheet i, or -1
+/// when it is removed. A range that holds a removed sheet then names none.
+void renumberSheets(std::vector<SupBookBlock>& blocks, std::span<const int> newIndex);
+
+}  // namespace vellum

@@ -1,0 +1,209 @@
+// One sheet of a binary workbook.
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "biff/sheet/book_context.h"
+#include "biff/sheet/sheet_parts.h"
+#include "engine/base/sheet_base.h"
+#include "engine/failure/guarded.h"
+#include "engine/text/text_holder.h"
+
+namespace vellum {
+
+/// A sheet of 65536 rows by 256 columns. Owned by its book; not to be used from two threads at once.
+/// Strings that it returns live until the next operation on the same sheet that returns one.
+template <class CharT>
+class SheetImplT final : public SheetBaseT<CharT> {
+public:
+    using typename SheetBaseT<CharT>::Format;
+
+    explicit SheetImplT(BookContext<CharT>& book);
+
+    // What the book does with its sheets; these throw.
+
+    /// Reads from the stream's place to the sheet's EOF, in place of all content.
+    void load(Xls& in, const SheetLoad& what);
+    /// Writes from Bof to EOF, always as BIFF8.
+    void save(Xls& out);
+    /// Takes the content of a sheet of this or another book. Drawings, comments and tables stay behind,
+    /// since what they name is unique in a book; from another book formulas come as their values.
+    void cloneFrom(const SheetImplT& source);
+    /// Takes the sheet's uses out of the shared strings; to be called before the sheet goes.
+    void releaseStrings();
+    [[nodiscard]] const wchar_t* name() const { return _name; }
+    /// `pooled` must live as long as the book. No checks.
+    void setName(const wchar_t* pooled) { _name = pooled; }
+    /// Of the sheet's Bof: 16 worksheet, 32 chart, others.
+    [[nodiscard]] std::uint16_t dt() const { return _parts.bof.dt; }
+    /// Whether the sheet belongs to the group that is shown and edited.
+    void setSelected(bool selected);
+    [[nodiscard]] int calcMode() const { return _parts.settings.calcMode; }
+    void setCalcMode(int mode) { _parts.settings.calcMode = static_cast<std::int16_t>(mode); }
+    [[nodiscard]] bool usesR1C1() const { return _parts.settings.calcRefMode == 0; }
+    void setUsesR1C1(bool r1c1) { _parts.settings.calcRefMode = r1c1 ? 0 : 1; }
+    [[nodiscard]] const SheetParts& parts() const { return _parts; }
+
+    // Cells (sheet_cells.cpp, sheet_texts.cpp, sheet_formulas.cpp).
+    int cellType(int row, int col) override;
+    bool isFormulaCell(int row, int col) override;
+    Format* cellFormatAt(int row, int col) override;
+    bool setCellFormatAt(int row, int col, Format* format) override;
+    double readNumber(int row, int col, Format** format) override;
+    bool writeNumber(int row, int col, double value, Format* format) override;
+    bool readBool(int row, int col, Format** format) override;
+    bool writeBool(int row, int col, bool value, Format* format, int errorCode) override;
+    bool readBlank(int row, int col, Format** format) override;
+    bool writeBlank(int row, int col, Format* format) override;
+    int readError(int row, int col, Format** format) override;
+    bool cellFrom(int* row, int* col) override;
+    bool writeError(int row, int col, int errorCode, Format* format) override;
+    bool isDate(int row, int col) override;
+    const CharT* readString(int row, int col, Format** format) override;
+    bool writeString(int row, int col, const CharT* text, Format* format, int stringKind) override;
+    IRichStringT<CharT>* readRichText(int row, int col, Format** format) override;
+    bool writeRichText(int row, int col, IRichStringT<CharT>* text, Format* format) override;
+    bool isRichTextCell(int row, int col) override;
+    const CharT* readFormula(int row, int col, Format** format) override;
+
+    // Rows (sheet_rows.cpp) and columns (sheet_columns.cpp).
+    double rowHeight(int row) override;
+    int rowHeightPixels(int row) override;
+    bool setRow(int row, double height, Format* format, bool hidden) override;
+    bool isRowHidden(int row) override;
+    bool setRowHidden(int row, bool hidden) override;
+    double defaultRowHeightValue() override { return 0.0; }
+    bool setDefaultRowHeightValue(double) override { return false; }
+    double columnWidth(int col) override;
+    int columnWidthPixels(int col) override;
+    bool setColumn(int colFirst, int colLast, double width, Format* format, bool hidden) override;
+    bool isColumnHidden(int col) override;
+    bool setColumnHidden(int col, bool hidden) override;
+    bool autoFitColumns(int colFirst, int rowFirst, int colLast, int rowLast) override;
+
+    // Blocks of cells (sheet_layout.cpp).
+    bool mergeAt(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool addMerge(int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool removeMergeAt(int row, int col) override;
+    int mergeTotal() override;
+    bool mergeByIndex(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool removeMergeByIndex(int index) override;
+    bool clearRange(int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool copyCell(int rowSrc, int colSrc, int rowDst, int colDst) override;
+    int firstRow() override { return static_cast<int>(_parts.usedBounds().rowFirst); }
+    int lastRow() override { return static_cast<int>(_parts.usedBounds().rowEnd); }
+    int firstCol() override { return static_cast<int>(_parts.usedBounds().colFirst); }
+    int lastCol() override { return static_cast<int>(_parts.usedBounds().colEnd); }
+    int firstFilledRow() override { return static_cast<int>(_parts.filledBounds().rowFirst); }
+    int lastFilledRow() override { return static_cast<int>(_parts.filledBounds().rowEnd); }
+    int firstFilledColumn() override { return static_cast<int>(_parts.filledBounds().colFirst); }
+    int lastFilledColumn() override { return static_cast<int>(_parts.filledBounds().colEnd); }
+
+    // View, name, and what a binary sheet has not (sheet_view.cpp).
+    bool showsGridlines() override;
+    bool setShowsGridlines(bool show) override;
+    bool isRightToLeft() override;
+    bool setRightToLeft(bool rightToLeft) override;
+    bool topLeftCell(int* row, int* col) override;
+    bool setTopLeftCell(int row, int col) override;
+    bool printsGridlines() override;
+    bool setPrintsGridlines(bool print) override;
+    bool printsRowColHeadings() override;
+    bool setPrintsRowColHeadings(bool print) override;
+    bool summaryBelow() override;
+    bool setSummaryBelow(bool below) override;
+    bool summaryRight() override;
+    bool setSummaryRight(bool right) override;
+    const CharT* sheetName() override;
+    bool setSheetName(const CharT* name) override;
+    int visibilityState() override;
+    bool setVisibilityState(int state) override;
+    bool hasFilter() override;
+    IAutoFilterT<CharT>* filterObject() override;
+    bool applyFilter() override;
+    bool removeFilter() override;
+    bool addValidationRule(int type, int op, int rowFirst, int rowLast, int colFirst, int colLast,
+                           const CharT* formula1, const CharT* formula2, bool allowBlank, bool hideDropDown,
+                           bool showInputMessage, bool showErrorMessage, const CharT* promptTitle, const CharT* prompt,
+                           const CharT* errorTitle, const CharT* error, int errorStyle) override;
+    bool addValidationRuleNumeric(int type, int op, int rowFirst, int rowLast, int colFirst, int colLast, double value1,
+                                  double value2, bool allowBlank, bool hideDropDown, bool showInputMessage,
+                                  bool showErrorMessage, const CharT* promptTitle, const CharT* prompt,
+                                  const CharT* errorTitle, const CharT* error, int errorStyle) override;
+    bool removeValidationRules() override;
+    int formControlTotal() override { return 0; }
+    IFormControlT<CharT>* formControlAt(int) override { return nullptr; }
+
+protected:
+    LastError& lastError() noexcept override { return _book.lastError(); }
+
+private:
+    /// A checked place of a cell.
+    struct CellPlace {
+        std::uint16_t row, col;
+    };
+    static CellPlace place(int row, int col);
+    static std::uint16_t checkedRow(int row);
+    static std::uint16_t checkedCol(int col);
+
+    template <class Result, class Body>
+    Result guard(Result onFailure, Body&& body) {
+        return guarded<Result>(_book.lastError(), onFailure, static_cast<Body&&>(body));
+    }
+
+    [[nodiscard]] CellSlot slotAt(CellPlace at) const { return _parts.cells.at(at.row, at.col); }
+    /// The cell's element when it is of that kind, else null.
+    template <class Cell>
+    [[nodiscard]] const Cell* cellAs(CellSlot slot) const {
+        return slot.occupied() && slot.kind() == Cell::kind ? &_parts.cells.template get<Cell>(slot) : nullptr;
+    }
+    [[nodiscard]] Format* formatOf(CellSlot slot) const;
+    void giveFormat(CellSlot slot, Format** format) const {
+        if (format != nullptr) *format = formatOf(slot);
+    }
+    /// The value of a number, RK or formula cell; nothing for others.
+    [[nodiscard]] std::optional<double> numberOf(CellSlot slot) const;
+
+    /// The format index of a cell that is being written: the caller's, else the cell's own, else the default.
+    [[nodiscard]] std::uint16_t ixfeFor(CellPlace at, const Format* format) const;
+    [[nodiscard]] std::uint16_t defaultFormatIndex(std::uint16_t col) const;
+    /// Writes an element over whatever the cell was.
+    template <class Cell>
+    void put(Cell cell);
+    void putNumber(CellPlace at, std::uint16_t ixfe, double value);
+    void putText(CellPlace at, std::uint16_t ixfe, std::wstring_view text);
+    /// With the uses of the shared strings kept right.
+    void putString(CellPlace at, std::uint16_t ixfe, std::uint32_t isst);
+    void putLabelSst(CellPlace at, std::uint16_t ixfe, std::uint32_t isst);
+    void putBoolErr(CellPlace at, std::uint16_t ixfe, int value, bool isError);
+    void putBlank(CellPlace at, std::uint16_t ixfe);
+    void eraseCell(CellPlace at);
+    void eraseCells(CellPlace first, CellPlace last);
+    void setIxfe(CellSlot slot, std::uint16_t ixfe);
+
+    [[nodiscard]] const CharT* textOf(CellSlot slot);
+    [[nodiscard]] const CharT* formulaText(const FormulaCell& cell);
+    [[nodiscard]] const CharT* numberText(double value);
+    [[nodiscard]] const CharT* give(std::wstring_view text) { return _text.template give<CharT>(text, _book.utf8()); }
+    /// Before the cell goes: a formula whose tokens others share hands them on.
+    void handOnShared(CellPlace at);
+
+    [[nodiscard]] int widthPixels(std::uint16_t col) const;
+    /// The same as a record has it, 1/256 character.
+    [[nodiscard]] std::uint16_t widthUnits(std::uint16_t col) const;
+    void setColumns(std::uint16_t first, std::uint16_t last, std::uint16_t coldx, const Format* format, bool hidden);
+    /// Characters that the cells of a column need, -1.0 when none has a text.
+    [[nodiscard]] double fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd);
+
+    BookContext<CharT>& _book;
+    const wchar_t* _name = L"";
+    SheetParts _parts;
+    TextHolder _text;
+    TextHolder _nameText;
+};
+
+extern template class SheetImplT<char>;
+extern template class SheetImplT<wchar_t>;
+
+}  // namespace vellum

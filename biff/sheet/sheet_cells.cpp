@@ -1,0 +1,352 @@
+// Cells of a sheet: kinds, formats, numbers, booleans, errors and blanks.
+#include <algorithm>
+#include <cmath>
+
+#include "biff/cells/rk.h"
+#include "biff/container/messages.h"
+#include "biff/sheet/sheet.h"
+#include "biff/strings/str_map.h"
+#include "biff/styles/format.h"
+
+namespace vellum {
+namespace {
+
+struct DateIds {
+    int first, last;
+};
+constexpr DateIds builtInDates[] = {{14, 22}, {45, 47}};
+constexpr DateIds builtInOthers[] = {{0, 13}, {37, 44}, {48, 49}};
+
+template <std::size_t N>
+bool isOneOf(const DateIds (&ranges)[N], int id) {
+    for (const auto& range : ranges) {
+        if (range.first <= id && id <= range.last) return true;
+    }
+    return false;
+}
+
+/// A letter of a date or time outside of quotes and of brackets, which hold colours and conditions.
+bool hasDateLetter(const wchar_t* format) {
+    bool quoted = false, bracketed = false;
+    for (; *format != L'\0'; ++format) {
+        const wchar_t c = *format;
+        if (quoted) {
+            quoted = c != L'"';
+        } else if (bracketed) {
+            bracketed = c != L']';
+        } else if (c == L'"') {
+            quoted = true;
+        } else if (c == L'[') {
+            bracketed = true;
+        } else if (std::wstring_view(L"DHMSYdhmsy").find(c) != std::wstring_view::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+template <class Cell, class To>
+Cell movedTo(Cell cell, To to) {
+    cell.row = to.row;
+    cell.col = to.col;
+    return cell;
+}
+
+}  // namespace
+
+// Places and formats.
+
+template <class CharT>
+std::uint16_t SheetImplT<CharT>::checkedRow(int row) {
+    if (row < 0 || row >= static_cast<int>(SheetIndex::rowLimit)) throw vlerror(msg::rowRange);
+    return static_cast<std::uint16_t>(row);
+}
+
+template <class CharT>
+std::uint16_t SheetImplT<CharT>::checkedCol(int col) {
+    if (col < 0 || col >= static_cast<int>(SheetIndex::colLimit)) throw vlerror(msg::colRange);
+    return static_cast<std::uint16_t>(col);
+}
+
+template <class CharT>
+typename SheetImplT<CharT>::CellPlace SheetImplT<CharT>::place(int row, int col) {
+    const std::uint16_t checked = checkedRow(row);
+    return {checked, checkedCol(col)};
+}
+
+template <class CharT>
+typename SheetImplT<CharT>::Format* SheetImplT<CharT>::formatOf(CellSlot slot) const {
+    return slot.occupied() ? _book.xf(_parts.cells.ixfe(slot)) : nullptr;
+}
+
+template <class CharT>
+std::uint16_t SheetImplT<CharT>::defaultFormatIndex(std::uint16_t col) const {
+    const std::int32_t format = _parts.columns.format(col);
+    return format < 0 ? defaultCellXf : static_cast<std::uint16_t>(format);
+}
+
+template <class CharT>
+std::uint16_t SheetImplT<CharT>::ixfeFor(CellPlace at, const Format* format) const {
+    if (format != nullptr) return _book.ixfeOf(format);
+    const CellSlot slot = slotAt(at);
+    return slot.occupied() ? _parts.cells.ixfe(slot) : defaultFormatIndex(at.col);
+}
+
+template <class CharT>
+void SheetImplT<CharT>::setIxfe(CellSlot slot, std::uint16_t ixfe) {
+    _parts.cells.visit(slot, [ixfe](auto& cell) { cell.ixfe = ixfe; });
+}
+
+// Writing into the store.
+
+template <class CharT>
+template <class Cell>
+void SheetImplT<CharT>::put(Cell cell) {
+    const CellPlace at{cell.row, cell.col};
+    const CellSlot old = slotAt(at);
+    handOnShared(at);
+    if constexpr (Cell::kind == SlotKind::formula) _parts.sharedTokens.note(cell);
+    if constexpr (Cell::kind == SlotKind::blank) {
+        if (old.occupied() && old.kind() != SlotKind::blank) _parts.boundsDirty = true;
+    } else {
+        _parts.filled.grow(at.row, at.col);
+    }
+    _parts.used.grow(at.row, at.col);
+    _parts.cells.put(std::move(cell));
+}
+
+template <class CharT>
+void SheetImplT<CharT>::putNumber(CellPlace at, std::uint16_t ixfe, double value) {
+    if (!std::isfinite(value)) {
+        putBoolErr(at, ixfe, errorNumber, true);
+    } else if (const auto rk = encodeRk(value)) {
+        put(RkCell{at.row, at.col, ixfe, *rk});
+    } else {
+        put(NumberCell{at.row, at.col, ixfe, value});
+    }
+}
+
+template <class CharT>
+void SheetImplT<CharT>::putBoolErr(CellPlace at, std::uint16_t ixfe, int value, bool isError) {
+    put(BoolErrCell{at.row, at.col, ixfe, static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(isError)});
+}
+
+template <class CharT>
+void SheetImplT<CharT>::putLabelSst(CellPlace at, std::uint16_t ixfe, std::uint32_t isst) {
+    put(LabelSstCell{at.row, at.col, ixfe, isst});
+}
+
+template <class CharT>
+void SheetImplT<CharT>::putBlank(CellPlace at, std::uint16_t ixfe) {
+    put(BlankCell{at.row, at.col, ixfe});
+}
+
+template <class CharT>
+void SheetImplT<CharT>::eraseCell(CellPlace at) {
+    if (!slotAt(at).occupied()) return;
+    handOnShared(at);
+    _parts.cells.index().erase(at.row, at.col);
+    _parts.boundsDirty = true;
+}
+
+// The interface.
+
+template <class CharT>
+int SheetImplT<CharT>::cellType(int row, int col) {
+    return guard<int>(cellEmpty, [&]() -> int {
+        const CellSlot slot = slotAt(place(row, col));
+        if (!slot.occupied()) return cellEmpty;
+        switch (slot.kind()) {
+            case SlotKind::none:
+                return cellEmpty;
+            case SlotKind::rk:
+            case SlotKind::number:
+                return cellNumber;
+            case SlotKind::labelSst:
+            case SlotKind::label:
+                return cellString;
+            case SlotKind::blank:
+                return cellBlank;
+            case SlotKind::boolErr:
+                return _parts.cells.template get<BoolErrCell>(slot).isError != 0 ? cellError : cellBoolean;
+            case SlotKind::formula:
+                return _parts.cells.template get<FormulaCell>(slot).value.kind();
+        }
+        return cellEmpty;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::isFormulaCell(int row, int col) {
+    return guard(false, [&] { return cellAs<FormulaCell>(slotAt(place(row, col))) != nullptr; });
+}
+
+template <class CharT>
+typename SheetImplT<CharT>::Format* SheetImplT<CharT>::cellFormatAt(int row, int col) {
+    return guard<Format*>(nullptr, [&] { return formatOf(slotAt(place(row, col))); });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setCellFormatAt(int row, int col, Format* format) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        if (format == nullptr) throw vlerror(msg::formatNull);
+        const std::uint16_t ixfe = _book.ixfeOf(format);
+        if (const CellSlot slot = slotAt(at); slot.occupied()) {
+            setIxfe(slot, ixfe);
+        } else {
+            putBlank(at, ixfe);
+        }
+        return true;
+    });
+}
+
+template <class CharT>
+std::optional<double> SheetImplT<CharT>::numberOf(CellSlot slot) const {
+    if (const auto* rk = cellAs<RkCell>(slot)) return decodeRk(rk->rk);
+    if (const auto* number = cellAs<NumberCell>(slot)) return number->value;
+    if (const auto* formula = cellAs<FormulaCell>(slot); formula != nullptr && formula->value.kind() == cellNumber) {
+        return formula->value.number();
+    }
+    return std::nullopt;
+}
+
+template <class CharT>
+double SheetImplT<CharT>::readNumber(int row, int col, Format** format) {
+    return guard(0.0, [&] {
+        const CellSlot slot = slotAt(place(row, col));
+        const auto value = numberOf(slot);
+        if (!value) throw vlerror(msg::notNumber);
+        giveFormat(slot, format);
+        return *value;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::writeNumber(int row, int col, double value, Format* format) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        putNumber(at, ixfeFor(at, format), value);
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::readBool(int row, int col, Format** format) {
+    return guard(false, [&] {
+        const CellSlot slot = slotAt(place(row, col));
+        const auto* cell = cellAs<BoolErrCell>(slot);
+        const auto* formula = cellAs<FormulaCell>(slot);
+        const bool isBool =
+            (cell != nullptr && cell->isError == 0) || (formula != nullptr && formula->value.kind() == cellBoolean);
+        if (!isBool) throw vlerror(msg::notBool);
+        giveFormat(slot, format);
+        return cell != nullptr ? cell->value != 0 : formula->value.boolean();
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::writeBool(int row, int col, bool value, Format* format, int errorCode) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        const bool isError = errorCode != errorNone;
+        putBoolErr(at, ixfeFor(at, format), isError ? errorCode : static_cast<int>(value), isError);
+        return true;
+    });
+}
+
+template <class CharT>
+int SheetImplT<CharT>::readError(int row, int col, Format** format) {
+    return guard<int>(errorNone, [&]() -> int {
+        const CellSlot slot = slotAt(place(row, col));
+        const auto* cell = cellAs<BoolErrCell>(slot);
+        const auto* formula = cellAs<FormulaCell>(slot);
+        const bool isError =
+            (cell != nullptr && cell->isError != 0) || (formula != nullptr && formula->value.kind() == cellError);
+        if (!isError) throw vlerror(msg::notError);
+        giveFormat(slot, format);
+        return cell != nullptr ? cell->value : formula->value.error();
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::writeError(int row, int col, int errorCode, Format* format) {
+    return writeBool(row, col, false, format, errorCode);
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::readBlank(int row, int col, Format** format) {
+    return guard(false, [&] {
+        const CellSlot slot = slotAt(place(row, col));
+        if (format == nullptr) throw vlerror(msg::formatOutNull);
+        if (cellAs<BlankCell>(slot) == nullptr) throw vlerror(msg::notBlank);
+        giveFormat(slot, format);
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::writeBlank(int row, int col, Format* format) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        putBlank(at, ixfeFor(at, format));
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::cellFrom(int* row, int* col) {
+    auto atRow = static_cast<std::uint32_t>(std::max(*row, 0)), atCol = static_cast<std::uint32_t>(std::max(*col, 0));
+    if (!_parts.cells.index().nextOccupied(atRow, atCol)) return false;
+    *row = static_cast<int>(atRow);
+    *col = static_cast<int>(atCol);
+    return true;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::isDate(int row, int col) {
+    return guard(false, [&] {
+        const CellSlot slot = slotAt(place(row, col));
+        if (cellAs<RkCell>(slot) == nullptr && cellAs<NumberCell>(slot) == nullptr) return false;
+        const FormatImplT<CharT>* format = _book.xf(_parts.cells.ixfe(slot));
+        if (format == nullptr) return false;
+        const int id = format->ifmt();
+        if (isOneOf(builtInDates, id)) return true;
+        if (isOneOf(builtInOthers, id)) return false;
+        const wchar_t* const text = _book.numFormatText(format->ifmt());
+        return text != nullptr && hasDateLetter(text);
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::copyCell(int rowSrc, int colSrc, int rowDst, int colDst) {
+    return guard(false, [&] {
+        const CellSlot slot = slotAt(place(rowSrc, colSrc));
+        const CellPlace to = place(rowDst, colDst);
+        if (!slot.occupied()) throw vlerror(msg::emptyCell);
+        if (to.row == rowSrc && to.col == colSrc) return true;  // tokens of others may stand behind it
+        if (const auto* text = cellAs<LabelSstCell>(slot)) {
+            putString(to, text->ixfe, text->isst);
+        } else if (const auto* formula = cellAs<FormulaCell>(slot)) {
+            put(movedTo(formula->copyWithoutTail(_book.pool()), to));
+        } else if (const auto* rk = cellAs<RkCell>(slot)) {
+            put(movedTo(*rk, to));
+        } else if (const auto* number = cellAs<NumberCell>(slot)) {
+            put(movedTo(*number, to));
+        } else if (const auto* blank = cellAs<BlankCell>(slot)) {
+            put(movedTo(*blank, to));
+        } else if (const auto* boolErr = cellAs<BoolErrCell>(slot)) {
+            put(movedTo(*boolErr, to));
+        } else if (const auto* label = cellAs<LabelCell>(slot)) {
+            put(movedTo(*label, to));
+        } else {
+            throw vlerror(msg::unknownCell);
+        }
+        return true;
+    });
+}
+
+template class SheetImplT<char>;
+template class SheetImplT<wchar_t>;
+
+}  // namespace vellum

@@ -1,0 +1,124 @@
+// Blocks of cells: merging and clearing.
+#include <algorithm>
+
+#include "biff/container/messages.h"
+#include "biff/sheet/sheet.h"
+#include "biff/strings/str_map.h"
+
+namespace vellum {
+namespace {
+
+void giveRange(const CellRange& range, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
+    if (rowFirst != nullptr) *rowFirst = range.rowFirst;
+    if (rowLast != nullptr) *rowLast = range.rowLast;
+    if (colFirst != nullptr) *colFirst = range.colFirst;
+    if (colLast != nullptr) *colLast = range.colLast;
+}
+
+}  // namespace
+
+template <class CharT>
+bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        const auto& merges = _parts.merges;
+        const auto found =
+            std::ranges::find_if(merges, [&](const CellRange& range) { return range.holds(at.row, at.col); });
+        if (found == merges.end()) throw vlerror(msg::notMerged);
+        giveRange(*found, rowFirst, rowLast, colFirst, colLast);
+        return true;
+    });
+}
+
+// All cells of the block get the first one's format; empty ones become blanks.
+template <class CharT>
+bool SheetImplT<CharT>::addMerge(int rowFirst, int rowLast, int colFirst, int colLast) {
+    return guard(false, [&] {
+        const CellPlace first = place(rowFirst, colFirst), last = place(rowLast, colLast);
+        if (first.row > last.row) throw vlerror(msg::rowOrder);
+        if (first.col > last.col) throw vlerror(msg::colOrder);
+        const CellSlot corner = slotAt(first);
+        const std::uint16_t ixfe = corner.occupied() ? _parts.cells.ixfe(corner) : defaultCellXf;
+        for (std::uint32_t row = first.row; row <= last.row; ++row) {
+            for (std::uint32_t col = first.col; col <= last.col; ++col) {
+                const CellPlace at{static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(col)};
+                if (const CellSlot slot = slotAt(at); slot.occupied()) {
+                    setIxfe(slot, ixfe);
+                } else {
+                    putBlank(at, ixfe);
+                }
+            }
+        }
+        _parts.merges.push_back({first.row, last.row, first.col, last.col});
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::removeMergeAt(int row, int col) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        if (std::erase_if(_parts.merges, [&](const CellRange& range) { return range.holds(at.row, at.col); }) == 0) {
+            throw vlerror(msg::notMerged);
+        }
+        return true;
+    });
+}
+
+template <class CharT>
+int SheetImplT<CharT>::mergeTotal() {
+    return static_cast<int>(_parts.merges.size());
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::mergeByIndex(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
+    return guard(false, [&] {
+        if (index < 0 || index >= mergeTotal()) throw vlerror(msg::indexOutOfRange);
+        giveRange(_parts.merges[static_cast<std::size_t>(index)], rowFirst, rowLast, colFirst, colLast);
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::removeMergeByIndex(int index) {
+    return guard(false, [&] {
+        if (index < 0 || index >= mergeTotal()) throw vlerror(msg::indexOutOfRange);
+        _parts.merges.erase(_parts.merges.begin() + index);
+        return true;
+    });
+}
+
+template <class CharT>
+void SheetImplT<CharT>::eraseCells(CellPlace first, CellPlace last) {
+    SheetIndex& index = _parts.cells.index();
+    for (auto row = index.nextRow(first.row); row <= last.row; row = index.nextRow(row + 1)) {
+        const auto rw = static_cast<std::uint16_t>(row);
+        for (std::uint32_t col = first.col; col <= last.col; ++col) eraseCell({rw, static_cast<std::uint16_t>(col)});
+        index.freeRowIfEmpty(rw);
+    }
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::clearRange(int rowFirst, int rowLast, int colFirst, int colLast) {
+    return guard(false, [&] {
+        if (rowFirst > rowLast) throw vlerror(msg::rowOrder);
+        if (colFirst > colLast) throw vlerror(msg::colOrder);
+        constexpr int lastRowOfAll = SheetIndex::rowLimit - 1, lastColOfAll = SheetIndex::colLimit - 1;
+        const CellPlace first{static_cast<std::uint16_t>(std::clamp(rowFirst, 0, lastRowOfAll)),
+                              static_cast<std::uint16_t>(std::clamp(colFirst, 0, lastColOfAll))};
+        const CellPlace last{static_cast<std::uint16_t>(std::clamp(rowLast, 0, lastRowOfAll)),
+                             static_cast<std::uint16_t>(std::clamp(colLast, 0, lastColOfAll))};
+        eraseCells(first, last);
+        std::erase_if(_parts.merges, [&](const CellRange& range) {
+            return first.row <= range.rowFirst && range.rowLast <= last.row && first.col <= range.colFirst &&
+                   range.colLast <= last.col;
+        });
+        _parts.boundsDirty = true;
+        return true;
+    });
+}
+
+template class SheetImplT<char>;
+template class SheetImplT<wchar_t>;
+
+}  // namespace vellum

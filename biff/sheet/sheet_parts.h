@@ -1,0 +1,71 @@
+// What a sheet of a binary workbook consists of, and its way from and to the workbook stream.
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "biff/cells/area_bounds.h"
+#include "biff/cells/cell_store.h"
+#include "biff/cells/column_table.h"
+#include "biff/cells/kept_records.h"
+#include "biff/cells/row_table.h"
+#include "biff/cells/shared_tokens.h"
+#include "biff/cells/sheet_records.h"
+#include "biff/records/bof.h"
+#include "biff/sheet/book_context.h"
+
+namespace vellum {
+
+class StrMap;
+class StringPool;
+class Xls;
+
+/// The content of one sheet. Texts and tokens are memory of the book's pool.
+struct SheetParts {
+    Bof bof{.dt = Bof::worksheet};
+    SheetSettings settings;
+    std::optional<Index> index = Index();
+    Window2 window2;
+    RowTable rows;
+    ColumnTable columns;
+    CellStore cells;
+    SharedTokens sharedTokens;
+    std::vector<CellRange> merges;
+    KeptRecords kept;
+    /// A sheet that is no worksheet, from its Bof to its EOF in wire form; empty for a worksheet.
+    std::vector<std::byte> foreign;
+
+    /// `used` holds every cell, `filled` those that are no blanks. A removal marks them dirty, and who
+    /// asks next has them counted anew.
+    AreaBounds used, filled;
+    bool boundsDirty = false;
+
+    [[nodiscard]] bool isWorksheet() const { return bof.dt == Bof::worksheet; }
+    void recountBounds();
+    const AreaBounds& usedBounds() {
+        if (boundsDirty) recountBounds();
+        return used;
+    }
+    const AreaBounds& filledBounds() {
+        if (boundsDirty) recountBounds();
+        return filled;
+    }
+};
+
+/// What the stream and the book say about a sheet that is being loaded.
+struct SheetSource {
+    Xls& in;
+    StringPool& pool;
+    StrMap& strings;  // uses of its strings are noted there
+    SheetLoad what;
+    bool biff5;
+};
+
+/// Reads a sheet into fresh parts, from the next Bof to the EOF that closes it or the stream's end.
+void loadSheet(SheetParts& sheet, const SheetSource& source);
+
+/// Writes a sheet from its Bof to its EOF, always in the BIFF8 layout. `fromBiff5`: the sheet was loaded
+/// from that older layout, so that formulas go out as their values and a sheet that is no worksheet empty.
+void saveSheet(SheetParts& sheet, Xls& out, bool fromBiff5);
+
+}  // namespace vellum

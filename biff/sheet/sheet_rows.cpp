@@ -1,0 +1,77 @@
+// Rows of a sheet.
+#include <cmath>
+
+#include "biff/container/messages.h"
+#include "biff/sheet/sheet.h"
+
+namespace vellum {
+namespace {
+
+constexpr double twipsPerPoint = 20.0;
+constexpr double maxRowTwips = 8200.0;
+constexpr double pixelsPerPoint = 96.0 / 72.0;
+
+}  // namespace
+
+template <class CharT>
+double SheetImplT<CharT>::rowHeight(int row) {
+    return guard(-1.0, [&] {
+        const Row* const record = _parts.rows.find(checkedRow(row));
+        return (record != nullptr ? record->miyRw : _parts.settings.defaultRowHeight.miyRw) / twipsPerPoint;
+    });
+}
+
+template <class CharT>
+int SheetImplT<CharT>::rowHeightPixels(int row) {
+    return guard(-1, [&] {
+        const Row* const record = _parts.rows.find(checkedRow(row));
+        if (record != nullptr && (record->flags & Row::hidden) != 0) return 0;
+        const auto twips = record != nullptr ? record->miyRw : _parts.settings.defaultRowHeight.miyRw;
+        return static_cast<int>(std::floor(twips / twipsPerPoint * pixelsPerPoint + 0.5));
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setRow(int row, double height, Format* format, bool hidden) {
+    return guard(false, [&] {
+        const std::uint16_t rw = checkedRow(row);
+        const double twips = height * twipsPerPoint;
+        if (!(twips <= maxRowTwips)) throw vlerror(msg::heightTooBig);
+        Row record;
+        record.rw = rw;
+        record.miyRw = static_cast<std::uint16_t>(std::max(twips, 0.0));
+        record.flags = Row::always | Row::heightByHand;
+        if (format != nullptr) {
+            record.flags |= Row::formatted;
+            record.ixfe = _book.ixfeOf(format);
+        }
+        if (hidden) record.flags |= Row::hidden;
+        _parts.rows.ensure(rw) = record;
+        _parts.used.growRows(rw);
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::isRowHidden(int row) {
+    return guard(false, [&] {
+        const Row* const record = _parts.rows.find(checkedRow(row));
+        return record != nullptr && (record->flags & Row::hidden) != 0;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setRowHidden(int row, bool hidden) {
+    return guard(false, [&] {
+        const std::uint16_t rw = checkedRow(row);
+        if (!hidden && _parts.rows.find(rw) == nullptr) return true;
+        Row& record = _parts.rows.ensure(rw);
+        record.flags = static_cast<std::uint16_t>(hidden ? record.flags | Row::hidden : record.flags & ~Row::hidden);
+        return true;
+    });
+}
+
+template class SheetImplT<char>;
+template class SheetImplT<wchar_t>;
+
+}  // namespace vellum

@@ -1,0 +1,192 @@
+// View and print flags of a sheet, its name and state, and operations that binary sheets have not.
+#include <span>
+
+#include "biff/container/cursor.h"
+#include "biff/container/messages.h"
+#include "biff/container/record_ids.h"
+#include "biff/sheet/sheet.h"
+#include "engine/failure/messages.h"
+
+namespace vellum {
+namespace {
+
+bool setFlag(std::uint16_t& flags, std::uint16_t mask, bool on) {
+    flags = static_cast<std::uint16_t>(on ? flags | mask : flags & ~mask);
+    return true;
+}
+
+// Where a chart or macro sheet, kept as bytes, has the flags of its Window2; null when it has none.
+std::byte* flagsOfForeign(std::span<std::byte> wire) {
+    int depth = 0;
+    while (wire.size() >= recordHeaderSize) {
+        const auto id = loadLe<std::uint16_t>(wire.data());
+        const std::size_t size = loadLe<std::uint16_t>(wire.data() + sizeof id);
+        depth += (id == record_id::Bof) - (id == record_id::Eof);
+        if (id == record_id::Window2 && depth == 1 && size >= sizeof(std::uint16_t)) return &wire[recordHeaderSize];
+        wire = wire.subspan(recordHeaderSize + size);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+template <class CharT>
+void SheetImplT<CharT>::setSelected(bool selected) {
+    constexpr std::uint16_t mask = Window2::selected | Window2::active;
+    setFlag(_parts.window2.flags, mask, selected);
+    if (std::byte* const at = flagsOfForeign(_parts.foreign)) {
+        auto flags = loadLe<std::uint16_t>(at);
+        setFlag(flags, mask, selected);
+        storeLe(at, flags);
+    }
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::showsGridlines() {
+    return (_parts.window2.flags & Window2::showGrid) != 0;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setShowsGridlines(bool show) {
+    return setFlag(_parts.window2.flags, Window2::showGrid, show);
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::isRightToLeft() {
+    return (_parts.window2.flags & Window2::rightToLeft) != 0;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setRightToLeft(bool rightToLeft) {
+    return setFlag(_parts.window2.flags, Window2::rightToLeft, rightToLeft);
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::topLeftCell(int* row, int* col) {
+    if (row != nullptr) *row = _parts.window2.rwTop;
+    if (col != nullptr) *col = _parts.window2.colLeft;
+    return true;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setTopLeftCell(int row, int col) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        _parts.window2.rwTop = at.row;
+        _parts.window2.colLeft = at.col;
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::printsGridlines() {
+    return _parts.settings.printGrid != 0;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setPrintsGridlines(bool print) {
+    _parts.settings.printGrid = print ? 1 : 0;
+    return true;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::printsRowColHeadings() {
+    return _parts.settings.printRowCol != 0;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setPrintsRowColHeadings(bool print) {
+    _parts.settings.printRowCol = print ? 1 : 0;
+    return true;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::summaryBelow() {
+    return (_parts.settings.wsBool & SheetSettings::summaryBelow) != 0;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setSummaryBelow(bool below) {
+    return setFlag(_parts.settings.wsBool, SheetSettings::summaryBelow, below);
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::summaryRight() {
+    return (_parts.settings.wsBool & SheetSettings::summaryRight) != 0;
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setSummaryRight(bool right) {
+    return setFlag(_parts.settings.wsBool, SheetSettings::summaryRight, right);
+}
+
+template <class CharT>
+const CharT* SheetImplT<CharT>::sheetName() {
+    return guard<const CharT*>(nullptr, [&] { return _nameText.template give<CharT>(_name, _book.utf8()); });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setSheetName(const CharT* name) {
+    return guard(false, [&] {
+        if (name == nullptr) throw vlerror(msg::sheetNameIncorrect);
+        _book.renameSheet(*this, name);
+        return true;
+    });
+}
+
+template <class CharT>
+int SheetImplT<CharT>::visibilityState() {
+    return _book.sheetState(*this);
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setVisibilityState(int state) {
+    return guard(false, [&] {
+        _book.setSheetState(*this, state);
+        return true;
+    });
+}
+
+// What the format cannot hold.
+
+template <class CharT>
+bool SheetImplT<CharT>::hasFilter() {
+    return guard(false, []() -> bool { throw vlerror(msg::noFilterInXls); });
+}
+
+template <class CharT>
+IAutoFilterT<CharT>* SheetImplT<CharT>::filterObject() {
+    return guard<IAutoFilterT<CharT>*>(nullptr, []() -> IAutoFilterT<CharT>* { throw vlerror(msg::noFilterInXls); });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::applyFilter() {
+    return hasFilter();
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::removeFilter() {
+    return hasFilter();
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::removeValidationRules() {
+    return guard(false, []() -> bool { throw vlerror(msg::notForXls); });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::addValidationRule(int, int, int, int, int, int, const CharT*, const CharT*, bool, bool, bool,
+                                          bool, const CharT*, const CharT*, const CharT*, const CharT*, int) {
+    return removeValidationRules();
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::addValidationRuleNumeric(int, int, int, int, int, int, double, double, bool, bool, bool, bool,
+                                                 const CharT*, const CharT*, const CharT*, const CharT*, int) {
+    return removeValidationRules();
+}
+
+template class SheetImplT<char>;
+template class SheetImplT<wchar_t>;
+
+}  // namespace vellum

@@ -1,2 +1,0 @@
-quillet_fuzz_target(compound_file SOURCES ${CMAKE_CURRENT_LIST_DIR}/compound_file.cpp DEPENDS vellum_biff_stream)
-quillet_fuzz_target(record_stream SOURCES ${CMAKE_CURRENT_LIST_DIR}/record_stream.cpp DEPENDS vellum_biff_stream)

@@ -1,1 +1,0 @@
-quillet_fuzz_target(label SOURCES label.cpp DEPENDS quillet_host)

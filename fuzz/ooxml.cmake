@@ -1,2 +1,0 @@
-quillet_fuzz_target(worksheet_unmarshal SOURCES worksheet_unmarshal.cpp DEPENDS ooxml bindery)
-quillet_fuzz_target(styles_unmarshal SOURCES styles_unmarshal.cpp DEPENDS ooxml bindery)

@@ -1,1 +1,0 @@
-quillet_fuzz_target(script SOURCES script.cpp DEPENDS quillet_refhost)

@@ -1,0 +1,1 @@
+quillet_fuzz_target(package_load SOURCES ${CMAKE_CURRENT_LIST_DIR}/package_load.cpp DEPENDS vellum)

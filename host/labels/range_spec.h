@@ -1,0 +1,45 @@
+// Where the data of one item lie: all that the read and write code sees of a source.
+#pragma once
+#include <cstdint>
+
+#include "host/interface/c_memory.h"
+#include "host/sources/options.h"
+#include "host/sources/table_ops.h"
+
+namespace quillet {
+
+/// Built anew for each item, on the caller's stack. Rows and columns count from 0. The functions on it take rows and
+/// columns relative to `firstRow` and `firstCol`; `columnMap` gives such columns.
+struct RangeSpec {
+    std::uint32_t flags = 0;  // OptionFlag bits of this item
+    std::int32_t bufferSize = 0;
+    SpecialValues* specialValues = nullptr;  // the item's own copy; null for csv
+    char* textBuffer = nullptr;              // the source's, `bufferSize` bytes
+    Book* book = nullptr;
+    Sheet* sheet = nullptr;
+    std::int32_t firstRow = 0, firstCol = 0, lastRow = 0, lastCol = 0;  // the data, absolute; without the header
+    std::int32_t columnCount = 0;
+    std::int32_t autoIndexStart = 0;  // value of `autondx=` less one
+    std::int32_t headerRow = -1;      // absolute; -1 when there is none
+    CArray<std::int32_t> columnMap;   // for each used column its offset from firstCol
+    const char* realFormat = "";      // the host's format for reals
+    TableOps ops = {};
+
+    bool has(std::uint32_t option) const { return (flags & option) != 0; }
+    int height() const { return lastRow - firstRow + 1; }
+    int width() const { return lastCol - firstCol + 1; }
+
+    int kindAt(int row, int col) const { return ops.cellKind(sheet, firstRow + row, firstCol + col); }
+    /// Whether a cell of this kind counts as empty.
+    bool passesOver(int kind) const { return kind == cellEmpty || (kind == cellError && has(optSkipErrorCells)); }
+    /// Whether `count` used columns of the row, from `first` on in columnMap, count as empty.
+    bool isEmpty(int row, int first, int count) const {
+        for (int c = first; c < first + count; ++c) {
+            if (!passesOver(kindAt(row, columnMap[std::size_t(c)]))) return false;
+        }
+        return true;
+    }
+    int column(int used) const { return columnMap[std::size_t(used)]; }
+};
+
+}  // namespace quillet

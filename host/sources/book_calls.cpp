@@ -1,0 +1,108 @@
+#include "host/sources/book_calls.h"
+
+#include "engine/api/enums.h"
+#include "engine/api/ibook.h"
+#include "engine/api/isheet.h"
+#include "engine/factories/factories.h"
+
+namespace quillet {
+namespace {
+
+vellum::IBookT<char>& asBook(Book* book) {
+    return *static_cast<vellum::IBookT<char>*>(book);
+}
+
+vellum::ISheetT<char>& asSheet(Sheet* sheet) {
+    return *static_cast<vellum::ISheetT<char>*>(sheet);
+}
+
+}  // namespace
+
+Book* createBook() {
+    return vellum::vlCreateBook<char>();
+}
+Book* createXmlBook() {
+    return vellum::vlCreateXMLBook<char>();
+}
+void releaseBook(Book* book) {
+    asBook(book).release();
+}
+
+bool bookLoadFile(Book* book, const char* path) {
+    return asBook(book).loadFile(path, nullptr);
+}
+bool bookSaveFile(Book* book, const char* path) {
+    return asBook(book).saveFile(path, false);
+}
+Sheet* bookAddSheet(Book* book, const char* name) {
+    return asBook(book).addSheet(name, nullptr);
+}
+Sheet* bookGetSheet(Book* book, int index) {
+    return asBook(book).getSheet(index);
+}
+int bookSheetCount(Book* book) {
+    return asBook(book).sheetCount();
+}
+bool bookDateUnpack(Book* book, double number, int* year, int* month, int* day, int* hour, int* min, int* sec,
+                    int* msec) {
+    return asBook(book).dateUnpack(number, year, month, day, hour, min, sec, msec);
+}
+bool bookSetLocale(Book* book, const char* name) {
+    return asBook(book).setLocale(name);
+}
+const char* bookErrorMessage(Book* book) {
+    return asBook(book).errorMessage();
+}
+
+int sheetCellType(Sheet* sheet, int row, int col) {
+    return asSheet(sheet).cellType(row, col);
+}
+const char* sheetReadString(Sheet* sheet, int row, int col) {
+    return asSheet(sheet).readString(row, col, nullptr);
+}
+double sheetReadNumber(Sheet* sheet, int row, int col) {
+    return asSheet(sheet).readNumber(row, col, nullptr);
+}
+bool sheetReadBool(Sheet* sheet, int row, int col) {
+    return asSheet(sheet).readBool(row, col, nullptr);
+}
+bool sheetWriteString(Sheet* sheet, int row, int col, const char* text) {
+    return asSheet(sheet).writeString(row, col, text, nullptr, vellum::stringIsText);
+}
+bool sheetWriteNumber(Sheet* sheet, int row, int col, double value) {
+    return asSheet(sheet).writeNumber(row, col, value, nullptr);
+}
+bool sheetWriteBool(Sheet* sheet, int row, int col, bool value) {
+    return asSheet(sheet).writeBool(row, col, value, nullptr, vellum::errorNone);
+}
+bool sheetWriteBlank(Sheet* sheet, int row, int col) {
+    return asSheet(sheet).writeBlank(row, col, nullptr);
+}
+bool sheetIsDate(Sheet* sheet, int row, int col) {
+    return asSheet(sheet).isDate(row, col);
+}
+int sheetFirstRow(Sheet* sheet) {
+    return asSheet(sheet).firstRow();
+}
+int sheetLastRow(Sheet* sheet) {
+    return asSheet(sheet).lastRow();
+}
+int sheetFirstCol(Sheet* sheet) {
+    return asSheet(sheet).firstCol();
+}
+int sheetLastCol(Sheet* sheet) {
+    return asSheet(sheet).lastCol();
+}
+int sheetNamedRangeCount(Sheet* sheet) {
+    return asSheet(sheet).namedRangeCount();
+}
+const char* sheetNamedRange(Sheet* sheet, int index, int* firstRow, int* lastRow, int* firstCol, int* lastCol) {
+    int scope = vellum::scopeWorkbook;
+    bool hidden = false;
+    return asSheet(sheet).namedRange(index, firstRow, lastRow, firstCol, lastCol, &scope, &hidden);
+}
+const char* sheetSheetName(Sheet* sheet) {
+    return asSheet(sheet).sheetName();
+}
+
+}  // namespace quillet

@@ -1,0 +1,276 @@
+#include "host/sources/csv_table.h"
+
+#include <sys/mman.h>
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+#include "host/interface/driver_messages.h"
+#include "host/interface/host.h"
+#include "host/sources/table_ops.h"
+
+namespace quillet {
+namespace {
+
+constexpr int firstCapacity = 256;
+constexpr int doublingEnds = 8192;  // rows; from here on the array grows by this much
+
+// What a slot reads as that lies in a block, but beyond its values. Never written.
+CsvBlock noValues = {};
+
+std::size_t rowBytes(std::int32_t capacity) {
+    return static_cast<std::size_t>(capacity) * sizeof(CsvRow);
+}
+
+}  // namespace
+
+char* CsvCell::text() const {
+    switch (kind()) {
+        case csvShortText:
+            return value().shortText;
+        case csvHeapText:
+        case csvArenaText:
+            return value().text;
+        default:
+            return nullptr;
+    }
+}
+
+CsvTable::CsvTable(HostContext* context, char* lineBufferOfSource, std::int32_t bufferSizeOfSource)
+    : hostContext(context),
+      lineBuffer(lineBufferOfSource),
+      bufferSize(bufferSizeOfSource),
+      firstRow(notGiven),
+      firstCol(notGiven) {}
+
+CsvTable::~CsvTable() {
+    if (_hasHeapTexts) {
+        for (int r = firstRow; r <= lastRow && r < rowCapacity; ++r) {
+            for (CsvBlock* block = lowestBlock(_rows[r]); block; block = block->upper) {
+                for (int slot = 0; slot < columnsPerBlock; ++slot) {
+                    if (block->kinds[slot] == csvHeapText) std::free(block->values[slot].text);
+                }
+            }
+        }
+    }
+    if (_rows) munmap(_rows, rowBytes(rowCapacity));
+}
+
+CsvBlock* lowestBlock(const CsvRow& row) {
+    CsvBlock* block = row.current;
+    while (block && block->lower) block = block->lower;
+    return block;
+}
+
+CsvCell CsvTable::find(int row, int col) const {
+    if (row < firstRow || row > lastRow || row < 0 || row >= rowCapacity) return {nullptr, 0};
+    CsvRow& slots = _rows[row];
+    if (!slots.current || col < slots.firstCol || col > slots.lastCol) return {nullptr, 0};
+    const int wanted = col / columnsPerBlock;
+    CsvBlock* block = slots.current;
+    while (block && block->blockIndex > wanted) block = block->lower;
+    while (block && block->blockIndex < wanted) block = block->upper;
+    if (!block || block->blockIndex != wanted) return {nullptr, 0};
+    slots.current = block;
+    const int slot = col % columnsPerBlock;
+    return {slot < block->valueCount ? block : &noValues, slot};
+}
+
+/// Makes sure that the row has its slot. The array grows in place or is moved by the system, page by page.
+bool CsvTable::reserveRow(int row) {
+    if (row < rowCapacity) return true;
+    std::int32_t capacity;
+    if (row > rowCapacity) {
+        if (row > notGiven - firstCapacity) return false;
+        capacity = (row + firstCapacity) / firstCapacity * firstCapacity;
+    } else if (rowCapacity == 0) {
+        capacity = firstCapacity;
+    } else if (rowCapacity < doublingEnds) {
+        capacity = rowCapacity * 2;
+    } else if (rowCapacity > notGiven - doublingEnds) {
+        return false;
+    } else {
+        capacity = rowCapacity + doublingEnds;
+    }
+    void* const memory =
+        _rows ? mremap(_rows, rowBytes(rowCapacity), rowBytes(capacity), MREMAP_MAYMOVE)
+              : mmap(nullptr, rowBytes(capacity), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) return false;
+    preferLargePages(memory, rowBytes(capacity));
+    _rows = static_cast<CsvRow*>(memory);
+    rowCapacity = capacity;
+    return true;
+}
+
+CsvBlock* CsvTable::newBlock(int valueCount) {
+    const std::size_t size = offsetof(CsvBlock, values) + static_cast<std::size_t>(valueCount) * sizeof(CsvValue);
+    auto* const block = static_cast<CsvBlock*>(_blocks.take(size, alignof(CsvBlock)));
+    if (block) block->valueCount = valueCount;
+    return block;
+}
+
+/// A larger block in the place of `block`, with room for `slot`.
+CsvBlock* CsvTable::widened(CsvBlock* block, int slot) {
+    const int count = std::min(columnsPerBlock, std::max(block->valueCount * 2, (slot / 8 + 1) * 8));
+    CsvBlock* const wider = newBlock(count);
+    if (!wider) return nullptr;
+    std::memcpy(wider, block,
+                offsetof(CsvBlock, values) + static_cast<std::size_t>(block->valueCount) * sizeof(CsvValue));
+    wider->valueCount = count;
+    if (wider->lower) wider->lower->upper = wider;
+    if (wider->upper) wider->upper->lower = wider;
+    _usualCount = count;
+    return wider;
+}
+
+/// The block, made when it is not there, with memory for the slot.
+CsvBlock* CsvTable::blockFor(CsvRow& row, int blockIndex, int slot) {
+    CsvBlock* lower = row.current;
+    if (lower && lower->blockIndex == blockIndex && slot < lower->valueCount) return lower;
+    CsvBlock* upper = nullptr;
+    while (lower && lower->blockIndex > blockIndex) {
+        upper = lower;
+        lower = lower->lower;
+    }
+    if (!upper && lower) upper = lower->upper;
+    while (lower && lower->blockIndex < blockIndex && upper && upper->blockIndex <= blockIndex) {
+        lower = upper;
+        upper = upper->upper;
+    }
+    if (lower && lower->blockIndex == blockIndex) {
+        CsvBlock* const block = slot < lower->valueCount ? lower : widened(lower, slot);
+        if (block) row.current = block;
+        return block;
+    }
+
+    CsvBlock* const block = newBlock(std::max(_usualCount, (slot / 8 + 1) * 8));
+    if (!block) return nullptr;
+    block->blockIndex = blockIndex;
+    block->lower = lower;
+    block->upper = upper;
+    if (lower) lower->upper = block;
+    if (upper) upper->lower = block;
+    return row.current = block;
+}
+
+CsvCell CsvTable::cellFor(int row, int col) {
+    CsvBlock* block = nullptr;
+    if (row >= 0 && col >= 0 && reserveRow(row)) {
+        CsvRow& slots = _rows[row];
+        if (!slots.current) slots.firstCol = notGiven;
+        block = blockFor(slots, col / columnsPerBlock, col % columnsPerBlock);
+        if (block) {
+            slots.firstCol = std::min(slots.firstCol, col);
+            slots.lastCol = std::max(slots.lastCol, col);
+        }
+    }
+    if (!block) {
+        hostApi().hostError(hostContext, msg::storeOutOfMemory);
+        return {nullptr, 0};
+    }
+    firstRow = std::min(firstRow, row);
+    lastRow = std::max(lastRow, row);
+    firstCol = std::min(firstCol, col);
+    lastCol = std::max(lastCol, col);
+    return {block, col % columnsPerBlock};
+}
+
+/// The cell with whatever it held freed; a miss when it cannot be made.
+CsvCell CsvTable::emptied(int row, int col) {
+    const CsvCell cell = cellFor(row, col);
+    if (cell.block) {
+        if (cell.kind() == csvHeapText) std::free(cell.value().text);
+        cell.block->kinds[cell.slot] = csvEmpty;
+        cell.value() = {};
+    }
+    return cell;
+}
+
+int CsvTable::storeNumber(int row, int col, double value) {
+    const CsvCell cell = emptied(row, col);
+    if (!cell.block) return -1;
+    cell.value().real = value;
+    cell.block->kinds[cell.slot] = csvNumber;
+    return 1;
+}
+
+int CsvTable::storeBoolean(int row, int col, int value) {
+    const CsvCell cell = emptied(row, col);
+    if (!cell.block) return -1;
+    cell.value().word = value;
+    cell.block->kinds[cell.slot] = csvBoolean;
+    return 1;
+}
+
+int CsvTable::storeBlank(int row, int col) {
+    return emptied(row, col).block ? 1 : -1;
+}
+
+int CsvTable::storeText(int row, int col, const char* text) {
+    const std::size_t length = text ? std::strlen(text) : 0;
+    // The text may be the one that this write replaces: it is copied before that is freed.
+    char* copy = nullptr;
+    char inSlot[8] = {};
+    if (length < sizeof inSlot) {
+        std::memcpy(inSlot, text ? text : "", length);
+    } else {
+        copy = static_cast<char*>(std::malloc(length + 1));
+        if (!copy) {
+            hostApi().hostError(hostContext, msg::storeOutOfMemory);
+            return -1;
+        }
+        std::memcpy(copy, text, length + 1);
+    }
+    const CsvCell cell = emptied(row, col);
+    if (!cell.block) {
+        std::free(copy);
+        return -1;
+    }
+    if (copy) {
+        cell.value().text = copy;
+        cell.block->kinds[cell.slot] = csvHeapText;
+        _hasHeapTexts = true;
+    } else if (length > 0) {
+        std::memcpy(cell.value().shortText, inSlot, sizeof inSlot);
+        cell.block->kinds[cell.slot] = csvShortText;
+    }
+    return 1;
+}
+
+int CsvTable::loadText(int row, int col, const char* text, std::size_t length) {
+    const CsvCell cell = emptied(row, col);
+    if (!cell.block) return -1;
+    if (length == 0) return 1;
+    if (length < sizeof(CsvValue::shortText)) {
+        std::memcpy(cell.value().shortText, text, length);
+        cell.block->kinds[cell.slot] = csvShortText;
+        return 1;
+    }
+    auto* const copy = static_cast<char*>(_texts.take(length + 1, 1));
+    if (!copy) {
+        hostApi().hostError(hostContext, msg::storeOutOfMemory);
+        return -1;
+    }
+    std::memcpy(copy, text, length);
+    cell.value().text = copy;
+    cell.block->kinds[cell.slot] = csvArenaText;
+    return 1;
+}
+
+std::int64_t CsvTable::memorySize() const {
+    constexpr std::int64_t tableItself = 136;
+    std::int64_t size = tableItself + 16 * std::int64_t{rowCapacity};
+    for (int r = firstRow; r <= lastRow && r < rowCapacity; ++r) {
+        for (const CsvBlock* block = lowestBlock(_rows[r]); block; block = block->upper) {
+            size += static_cast<std::int64_t>(sizeof(CsvBlock));
+            for (int slot = 0; slot < columnsPerBlock; ++slot) {
+                if (block->kinds[slot] != csvHeapText && block->kinds[slot] != csvArenaText) continue;
+                size += static_cast<std::int64_t>(std::strlen(block->values[slot].text)) + 1;
+            }
+        }
+    }
+    return size;
+}
+
+}  // namespace quillet

@@ -1,0 +1,493 @@
+// Rows, from XML and back, and the loop over the rows of a sheet.
+
+#include "ooxml/cells/row.h"
+
+#include <cstring>
+#include <iterator>
+
+#include "bindery/bridges/bridges.h"
+#include "bindery/bridges/unmarshal_helper.h"
+#include "bindery/classes/extras.h"
+#include "bindery/values/chars.h"
+#include "ooxml/bound.h"
+#include "ooxml/cells/cell_text.h"
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
+#include "ooxml/generated/sml/sml.h"
+
+namespace ooxml {
+
+namespace {
+
+constexpr const char* sourceFile = "ooxml/handwritten/row";
+constexpr std::string_view dyDescentName = "x14ac:dyDescent";
+constexpr std::string_view x14acUri = "http://schemas.microsoft.com/office/spreadsheetml/2009/9/ac";
+
+constexpr std::uint16_t slot_c = 1, slot_extLst = 2;
+
+bool startsWith(const char* at, const char* end, std::string_view text) {
+    return end - at >= static_cast<std::ptrdiff_t>(text.size()) && std::memcmp(at, text.data(), text.size()) == 0;
+}
+
+/// Whether unprefixed names are the sheet's own here.
+bool plainNames(const bindery::c_xml_reader& reader) {
+    return reader.resolve("") == sheetNamespace;
+}
+
+bool isDyDescent(const bindery::c_xml_reader& reader, const bindery::RawAttribute& attribute) {
+    return attribute.name == dyDescentName && reader.uriOf(attribute.ns) == x14acUri;
+}
+
+}  // namespace
+
+// ---- what a row holds
+
+template <class Family>
+c_CT_Row<Family>::c_CT_Row() = default;
+template <class Family>
+c_CT_Row<Family>::c_CT_Row(const c_CT_Row&) = default;
+template <class Family>
+c_CT_Row<Family>& c_CT_Row<Family>::operator=(const c_CT_Row&) = default;
+template <class Family>
+c_CT_Row<Family>::c_CT_Row(c_CT_Row&&) noexcept = default;
+template <class Family>
+c_CT_Row<Family>& c_CT_Row<Family>::operator=(c_CT_Row&&) noexcept = default;
+template <class Family>
+c_CT_Row<Family>::~c_CT_Row() = default;
+
+template <class Family>
+c_CT_Row<Family>* c_CT_Row<Family>::clone() const {
+    return copyOf(*this);
+}
+
+template <class Family>
+const std::string* c_CT_Row<Family>::unknownAttribute(std::string_view asWritten) const {
+    if (asWritten == dyDescentName && (_present & has_dyDescent) != 0) return &_dyDescent;
+    return this->extras() != nullptr ? this->extras()->attribute(asWritten) : nullptr;
+}
+
+template <class Family>
+void c_CT_Row<Family>::setUnknownAttribute(std::string_view asWritten, std::string_view uri, std::string_view value) {
+    if (asWritten == dyDescentName) {
+        removeUnknownAttribute(asWritten);
+        _dyDescent = value;
+        _present |= has_dyDescent;
+    } else {
+        this->makeExtras().setAttribute(asWritten, uri, value);
+    }
+}
+
+template <class Family>
+bool c_CT_Row<Family>::removeUnknownAttribute(std::string_view asWritten) {
+    bool removed = false;
+    if (asWritten == dyDescentName && (_present & has_dyDescent) != 0) {
+        _dyDescent.clear();
+        _present &= ~has_dyDescent;
+        removed = true;
+    }
+    return (this->extras() != nullptr && this->makeExtras().removeAttribute(asWritten)) || removed;
+}
+
+template <class Family>
+c_CT_SheetData<Family>::c_CT_SheetData() = default;
+template <class Family>
+c_CT_SheetData<Family>::c_CT_SheetData(const c_CT_SheetData&) = default;
+template <class Family>
+c_CT_SheetData<Family>& c_CT_SheetData<Family>::operator=(const c_CT_SheetData&) = default;
+template <class Family>
+c_CT_SheetData<Family>::~c_CT_SheetData() = default;
+
+template <class Family>
+c_CT_SheetData<Family>* c_CT_SheetData<Family>::clone() const {
+    return copyOf(*this);
+}
+
+// ---- one row from XML
+
+/// 0, the code of a value that is wrong, or -1 for an attribute that a row does not have.
+template <class Family>
+int c_CT_Row<Family>::takeAttribute(std::string_view name, std::string_view value) {
+    struct Known {
+        std::string_view name;
+        std::uint32_t bit;
+    };
+    static constexpr Known known[] = {
+        {"r", has_r},
+        {"spans", has_spans},
+        {"s", has_s},
+        {"customFormat", has_customFormat},
+        {"ht", has_ht},
+        {"hidden", has_hidden},
+        {"customHeight", has_customHeight},
+        {"outlineLevel", has_outlineLevel},
+        {"collapsed", has_collapsed},
+        {"thickTop", has_thickTop},
+        {"thickBot", has_thickBot},
+        {"ph", has_ph},
+    };
+    std::uint32_t bit = 0;
+    for (const Known& one : known)
+        if (one.name == name) bit = one.bit;
+    if (bit == 0) return -1;
+    if ((_present & bit) != 0) return bindery::attribute_repeated;
+    _present |= bit;
+    namespace builtin = bindery::builtin;
+    switch (bit) {
+        case has_r:
+            return storeValue(builtin::unsignedInt, value, &_r);
+        case has_spans:
+            _spans = value;
+            return 0;
+        case has_s:
+            return storeValue(builtin::unsignedInt, value, &_s);
+        case has_ht:
+            return storeValue(builtin::real, value, &_ht);
+        case has_outlineLevel:
+            return storeValue(builtin::unsignedByte, value, &_outlineLevel);
+        default: {
+            bool truth = false;
+            const int code = storeValue(builtin::boolean, value, &truth);
+            if (truth) _values |= bit;
+            return code;
+        }
+    }
+}
+
+template <class Family>
+int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
+    std::string scratch;
+    for (const bindery::RawAttribute& attribute : reader.attributes()) {
+        reader.sourceLine(__LINE__);
+        int code = -1;
+        if (attribute.ns == bindery::namespace_none) {
+            const std::string_view value =
+                bindery::applyWhitespace(bindery::Whitespace::collapse, reader.value(attribute), scratch);
+            if (reader.failed()) return bindery::scanFailure(reader, "row");
+            code = takeAttribute(attribute.local, value);
+        } else if (isDyDescent(reader, attribute)) {
+            const bool again = (_present & has_dyDescent) != 0;
+            code = reader.fail(again ? bindery::attribute_repeated : bindery::unexpected_attribute,
+                               bindery::attributeItem(attribute.name));
+            if (code != 0) return code;
+            if (again || !reader.keepsUnknown()) continue;
+            _dyDescent = reader.value(attribute);
+            bindery::repairUtf8(_dyDescent);
+            _present |= has_dyDescent;
+        }
+        if (code > 0) code = reader.fail(code, bindery::attributeItem(attribute.name));
+        if (code < 0)
+            code = attribute.ns == bindery::namespace_xsi ? 0 : keepAttribute(reader, this->makeExtras(), attribute);
+        if (code != 0) return code;
+    }
+    return 0;
+}
+
+template <class Family>
+const char* c_CT_Row<Family>::readPlainTag(const char* at, const char* end, bool dyDescent, bool& empty) {
+    for (;;) {
+        if (end - at < 2) return nullptr;
+        if (*at == '>' || *at == '/') {
+            empty = *at == '/';
+            if (!empty) return at + 1;
+            return at[1] == '>' ? at + 2 : nullptr;
+        }
+        if (*at != ' ') return nullptr;
+        const char* name = ++at;
+        at = bindery::skipName(at, end);
+        const std::string_view nameText(name, static_cast<std::size_t>(at - name));
+        if (!startsWith(at, end, "=\"")) return nullptr;
+        const char* value = at += 2;
+        while (at != end && !bindery::is(*at, bindery::char_value_stop) && static_cast<unsigned char>(*at) < 128) ++at;
+        if (at == end || *at != '"') return nullptr;
+        const std::string_view valueText(value, static_cast<std::size_t>(at - value));
+        ++at;
+        if (nameText == dyDescentName) {
+            if (!dyDescent || (_present & has_dyDescent) != 0) return nullptr;
+            _dyDescent = valueText;
+            _present |= has_dyDescent;
+        } else if (valueText.find(' ') != std::string_view::npos || takeAttribute(nameText, valueText) != 0) {
+            return nullptr;
+        }
+    }
+}
+
+template <class Family>
+int c_CT_Row<Family>::read(bindery::c_xml_reader& reader, std::vector<Cell>& scratch) {
+    reader.sourceFile(sourceFile);
+    if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
+    const bool plain = reader.elementName() == "row" && plainNames(reader);
+    if (const int code = readAttributes(reader)) return code;
+    if (!reader.emptyElement()) return readCells(reader, scratch, plain);
+    reader.closeElement();
+    return 0;
+}
+
+template <class Family>
+int c_CT_Row<Family>::readCells(bindery::c_xml_reader& reader, std::vector<Cell>& scratch, bool plain) {
+    scratch.clear();
+    const int code = readChildren(reader, scratch, plain);
+    _cells.assign(std::make_move_iterator(scratch.begin()), std::make_move_iterator(scratch.end()));
+    return code;
+}
+
+/// Cells of the usual form, as far as they go. True when the row's end tag came behind them.
+template <class Family>
+bool c_CT_Row<Family>::readPlainCells(bindery::c_xml_reader& reader, std::vector<Cell>& cells) {
+    const std::string_view rest = reader.rest();
+    const char* at = rest.data();
+    const char* end = at + rest.size();
+    for (;;) {
+        at = bindery::skipSpace(at, end);
+        if (end - at < 3 || at[0] != '<' || at[1] != 'c') break;
+        cells.emplace_back();
+        const char* behind = cells.back().readPlain(at + 2, end);
+        if (behind == nullptr) {
+            cells.pop_back();
+            break;
+        }
+        at = behind;
+    }
+    const bool ended = startsWith(at, end, "</row>");
+    reader.advance(ended ? at + 6 : at);
+    if (ended) reader.leaveElement();
+    return ended;
+}
+
+template <class Family>
+int c_CT_Row<Family>::readChildren(bindery::c_xml_reader& reader, std::vector<Cell>& cells, bool plain) {
+    std::uint16_t slot = 0;
+    for (;;) {
+        if (plain && !reader.rest().empty() && readPlainCells(reader, cells)) return 0;
+        if (!cells.empty() && slot == 0) slot = slot_c;
+        int code = 0;
+        switch (reader.nextChild()) {
+            case bindery::token_end_tag:
+                return reader.endTagMatched() ? 0 : reader.fail(bindery::bad_end_of_element, "row");
+            case bindery::token_start_tag:
+                code = readChild(reader, cells, slot);
+                break;
+            case bindery::token_unknown:
+                code = keepElement(reader, this->makeExtras(), slot, static_cast<std::uint32_t>(cells.size()), "row");
+                break;
+            default:
+                return bindery::scanFailure(reader, "row");
+        }
+        if (reader.failed()) return bindery::scanFailure(reader, "row");
+        if (code != 0) return code;
+        reader.sourceFile(sourceFile);
+    }
+}
+
+template <class Family>
+int c_CT_Row<Family>::readChild(bindery::c_xml_reader& reader, std::vector<Cell>& cells, std::uint16_t& slot) {
+    const bool ours = reader.elementNamespace() == sheetNamespace;
+    if (ours && reader.elementLocal() == "c") {
+        slot = slot_c;
+        cells.emplace_back();
+        return cells.back().unmarshal(reader);
+    }
+    if (ours && reader.elementLocal() == "extLst") {
+        slot = slot_extLst;
+        if (_extLst.isset())
+            if (const int code = reader.fail(bindery::too_many_elements, reader.elementName())) return code;
+        _extLst.unset();
+        return _extLst.get().unmarshal(reader);
+    }
+    return keepElement(reader, this->makeExtras(), slot, static_cast<std::uint32_t>(cells.size()), "row");
+}
+
+template <class Family>
+void c_CT_Row<Family>::writeAttributes(bindery::c_xml_writer& writer) const {
+    std::string& out = writer.raw();
+    const auto number = [&](std::string_view name, std::uint32_t value) {
+        char buffer[10];
+        (out += name).append(buffer, writeNumber(buffer, value)) += '"';
+    };
+    const auto truth = [&](std::uint32_t bit, std::string_view name) {
+        if ((_present & bit) != 0) (out += name) += flag(bit) ? "true\"" : "false\"";
+    };
+    if (isset_r()) number(" r=\"", _r);
+    if (isset_spans()) writer.attribute("spans", _spans);
+    if (isset_s()) number(" s=\"", _s);
+    truth(has_customFormat, " customFormat=\"");
+    if (isset_ht()) {
+        out += " ht=\"";
+        bindery::appendValue(bindery::builtin::real, &_ht, out);
+        out += '"';
+    }
+    truth(has_hidden, " hidden=\"");
+    truth(has_customHeight, " customHeight=\"");
+    if (isset_outlineLevel()) number(" outlineLevel=\"", _outlineLevel);
+    truth(has_collapsed, " collapsed=\"");
+    truth(has_thickTop, " thickTop=\"");
+    truth(has_thickBot, " thickBot=\"");
+    truth(has_ph, " ph=\"");
+    if ((_present & has_dyDescent) != 0)
+        writer.keptAttribute({std::string(dyDescentName), std::string(x14acUri), _dyDescent});
+}
+
+template <class Family>
+int c_CT_Row<Family>::write(bindery::c_xml_writer& writer) const {
+    const bindery::Extras* extras = this->extras();
+    writer.startElement("row");
+    if (extras != nullptr) writer.keptDeclarations(extras->decls);
+    writeAttributes(writer);
+    if (extras != nullptr)
+        for (const bindery::Attr& attr : extras->attrs) writer.keptAttribute(attr);
+    if (!_cells.empty()) writer.closeStartTag();
+    bindery::PlacedWriter placed(writer, extras);
+    placed.before(slot_c);
+    for (std::size_t i = 0; i < _cells.size(); ++i) {
+        if (const int code = _cells[i].marshal(writer)) return code;
+        if (extras != nullptr) placed.behind(slot_c, static_cast<std::uint32_t>(i + 1));
+    }
+    placed.behindAll(slot_c);
+    if (_extLst.isset())
+        if (const int code = _extLst.getIf()->marshal(writer)) return code;
+    placed.rest();
+    writer.endElement();
+    return 0;
+}
+
+// ---- all rows
+
+template <class Family>
+int c_CT_SheetData<Family>::read(bindery::c_xml_reader& reader) {
+    reader.sourceFile(sourceFile);
+    if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
+    for (const bindery::RawAttribute& attribute : reader.attributes())
+        if (attribute.ns != bindery::namespace_xsi)
+            if (const int code = keepAttribute(reader, this->makeExtras(), attribute)) return code;
+    if (reader.emptyElement()) {
+        reader.closeElement();
+        return 0;
+    }
+    const auto* range = dynamic_cast<const RowRange*>(&reader);
+    const bool plain = plainNames(reader);
+    const bool dyDescent =
+        reader.uriOf(reader.resolve("x14ac")) == x14acUri && reader.keepsUnknown() &&
+        reader.userError(bindery::unexpected_attribute, "@x14ac:dyDescent", sourceFile, __LINE__) == 0;
+    std::vector<typename Row::Cell> scratch;
+    std::int64_t index = 0;
+    const auto keep = [&](std::unique_ptr<Row>& row) {
+        if (row->isset_r()) index = std::int64_t{row->r()} - 1;
+        if (range == nullptr || range->contains(index)) _rows.addNode(row.release());
+        ++index;
+    };
+    for (;;) {
+        int code = 0;
+        auto row = std::make_unique<Row>();
+        if (const std::string_view rest = reader.rest(); plain && !rest.empty()) {
+            const char* end = rest.data() + rest.size();
+            const char* at = bindery::skipSpace(rest.data(), end);
+            bool empty = false;
+            if (startsWith(at, end, "<row"))
+                at = row->readPlainTag(at + 4, end, dyDescent, empty);
+            else
+                at = nullptr;
+            if (at != nullptr) {
+                reader.advance(at);
+                if (!empty) {
+                    reader.enterElement("row");
+                    code = row->readCells(reader, scratch, true);
+                }
+                keep(row);
+                if (code != 0) return code;
+                continue;
+            }
+            row = std::make_unique<Row>();
+        }
+        const std::uint32_t ordinal = static_cast<std::uint32_t>(_rows.size());
+        switch (reader.nextChild()) {
+            case bindery::token_end_tag:
+                return reader.endTagMatched() ? 0 : reader.fail(bindery::bad_end_of_element, "sheetData");
+            case bindery::token_start_tag:
+                if (reader.elementNamespace() == sheetNamespace && reader.elementLocal() == "row") {
+                    code = row->read(reader, scratch);
+                    keep(row);
+                } else {
+                    code = keepElement(reader, this->makeExtras(), ordinal != 0 ? 1 : 0, ordinal, "sheetData");
+                }
+                break;
+            case bindery::token_unknown:
+                code = keepElement(reader, this->makeExtras(), ordinal != 0 ? 1 : 0, ordinal, "sheetData");
+                break;
+            default:
+                return bindery::scanFailure(reader, "sheetData");
+        }
+        if (reader.failed()) return bindery::scanFailure(reader, "sheetData");
+        if (code != 0) return code;
+        reader.sourceFile(sourceFile);
+    }
+}
+
+template <class Family>
+int c_CT_SheetData<Family>::write(bindery::c_xml_writer& writer) const {
+    const bindery::Extras* extras = this->extras();
+    writer.startElement("sheetData");
+    if (extras != nullptr) {
+        writer.keptDeclarations(extras->decls);
+        for (const bindery::Attr& attr : extras->attrs) writer.keptAttribute(attr);
+    }
+    bindery::PlacedWriter placed(writer, extras);
+    placed.before(1);
+    std::uint32_t ordinal = 0;
+    for (const Row& row : _rows) {
+        if (const int code = row.write(writer)) return code;
+        placed.behind(1, ++ordinal);
+    }
+    placed.rest();
+    writer.endElement();
+    return 0;
+}
+
+// ---- how the tables reach them
+
+template <class Family>
+constinit const bindery::ClassInfo c_CT_Row<Family>::info = {
+    .name = "c_CT_Row",
+    .sourceFile = sourceFile,
+    .create = bindery::makeNode<c_CT_Row<Family>>,
+    .unmarshal =
+        [](bindery::c_xml_reader& reader, bindery::c_node& object) {
+            std::vector<Cell> scratch;
+            return static_cast<c_CT_Row&>(object).read(reader, scratch);
+        },
+    .marshal = [](bindery::c_xml_writer& writer, const bindery::c_node& object,
+                  const bindery::MemberInfo&) { return static_cast<const c_CT_Row&>(object).write(writer); }};
+
+template <class Family>
+constinit const bindery::ClassInfo c_CT_SheetData<Family>::info = {
+    .name = "c_CT_SheetData",
+    .sourceFile = sourceFile,
+    .create = bindery::makeNode<c_CT_SheetData<Family>>,
+    .unmarshal = [](bindery::c_xml_reader& reader,
+                    bindery::c_node& object) { return static_cast<c_CT_SheetData&>(object).read(reader); },
+    .marshal = [](bindery::c_xml_writer& writer, const bindery::c_node& object,
+                  const bindery::MemberInfo&) { return static_cast<const c_CT_SheetData&>(object).write(writer); }};
+
+template <class Family>
+int c_CT_Row<Family>::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return unmarshalElement(reader, name, *this, info);
+}
+
+template <class Family>
+int c_CT_Row<Family>::marshal(bindery::c_xml_writer& writer, std::string_view) const {
+    return write(writer);
+}
+
+template <class Family>
+int c_CT_SheetData<Family>::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return unmarshalElement(reader, name, *this, info);
+}
+
+template <class Family>
+int c_CT_SheetData<Family>::marshal(bindery::c_xml_writer& writer, std::string_view) const {
+    return write(writer);
+}
+
+template class c_CT_Row<SheetFamily>;
+template class c_CT_Row<StrictFamily>;
+template class c_CT_SheetData<SheetFamily>;
+template class c_CT_SheetData<StrictFamily>;
+
+}  // namespace ooxml

@@ -1,0 +1,153 @@
+#include "refhost/operations/stream.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+
+#include "refhost/values/c_numbers.h"
+
+namespace refhost {
+namespace {
+
+constexpr std::size_t inputBuffer = 256 * 1024;
+constexpr std::size_t outputBuffer = 1024 * 1024;
+
+}  // namespace
+
+bool InputStream::open(const char* path) {
+    const int fd = ::open(path, O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return false;
+    struct stat info;
+    if (fstat(fd, &info) == 0 && S_ISDIR(info.st_mode)) {
+        ::close(fd);
+        errno = EISDIR;
+        return false;
+    }
+    _fd = fd;
+    _at = _end = 0;
+    _given = 0;
+    return true;
+}
+
+long InputStream::read(void* buffer, long count) {
+    if (_fd < 0 || count < 0) return -1;
+    if (failAfter >= 0) {
+        if (_given >= failAfter) return -1;
+        count = std::min(count, failAfter - _given);
+    }
+    if (_at == _end) {
+        const bool direct = static_cast<std::size_t>(count) >= inputBuffer;
+        if (!direct) _buffer.resize(inputBuffer);
+        ssize_t got;
+        do
+            got = direct ? ::read(_fd, buffer, static_cast<std::size_t>(count))
+                         : ::read(_fd, _buffer.data(), inputBuffer);
+        while (got < 0 && errno == EINTR);
+        if (got < 0) return -1;
+        if (direct) {
+            _given += got;
+            return got;
+        }
+        _at = 0;
+        _end = static_cast<std::size_t>(got);
+    }
+    const std::size_t taken = std::min(static_cast<std::size_t>(count), _end - _at);
+    std::memcpy(buffer, _buffer.data() + _at, taken);
+    _at += taken;
+    _given += static_cast<long>(taken);
+    return static_cast<long>(taken);
+}
+
+bool InputStream::close() {
+    if (_fd < 0) return false;
+    const bool closed = ::close(_fd) == 0;
+    _fd = -1;
+    return closed;
+}
+
+bool OutputStream::open(const char* path) {
+    _fd = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (_fd < 0) return false;
+    _failed = false;
+    _buffer.clear();
+    _buffer.reserve(outputBuffer);
+    return true;
+}
+
+void OutputStream::put(const char* text, std::size_t size) {
+    if (_buffer.size() + size > outputBuffer) flush();
+    _buffer.append(text, size);  // a text above the buffer's size makes it grow, once
+}
+
+void OutputStream::print(const char* format, std::va_list args) {
+    while (*format) {
+        const char* percent = std::strchr(format, '%');
+        if (!percent) return put(format, std::strlen(format));
+        put(format, static_cast<std::size_t>(percent - format));
+        switch (percent[1]) {
+            case 's': {
+                const char* text = va_arg(args, const char*);
+                if (!text) text = "(null)";
+                put(text, std::strlen(text));
+                break;
+            }
+            case 'c': {
+                const char c = static_cast<char>(va_arg(args, int));
+                put(&c, 1);
+                break;
+            }
+            case 'd': {
+                char digits[12];
+                const char* end = std::to_chars(digits, digits + sizeof digits, va_arg(args, int)).ptr;
+                put(digits, static_cast<std::size_t>(end - digits));
+                break;
+            }
+            case '%':
+                put("%", 1);
+                break;
+            default: {  // anything else: the rest of the format, with the arguments that are left
+                const CNumbers guard;
+                char* text = nullptr;
+                const int length = vasprintf(&text, percent, args);
+                if (length >= 0)
+                    put(text, static_cast<std::size_t>(length));
+                else
+                    _failed = true;
+                if (length >= 0) std::free(text);
+                return;
+            }
+        }
+        format = percent + 2;
+    }
+}
+
+void OutputStream::flush() {
+    const char* at = _buffer.data();
+    for (std::size_t left = _buffer.size(); left > 0 && !_failed;) {
+        const ssize_t written = ::write(_fd, at, left);
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) {
+            _failed = true;
+            break;
+        }
+        at += written;
+        left -= static_cast<std::size_t>(written);
+    }
+    _buffer.clear();
+}
+
+bool OutputStream::close() {
+    if (_fd < 0) return false;
+    flush();
+    const bool closed = ::close(_fd) == 0;
+    _fd = -1;
+    return closed && !_failed;
+}
+
+}  // namespace refhost

@@ -1,0 +1,37 @@
+// What a running script tells, to programs or to people.
+#pragma once
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "refhost/operations/context.h"
+#include "refhost/operations/statement.h"
+#include "refhost/script/script.h"
+
+namespace refhost {
+
+/// What was reported to a context during a statement.
+struct Report {
+    std::vector<std::string> messages;
+    std::vector<DriverReport> driver;
+    std::vector<std::string> own;  // of the host itself
+};
+
+class Reporter {
+public:
+    virtual ~Reporter() = default;
+    virtual void transferred(Position at, const TransferStatement& statement, const TransferResult& result,
+                             const Report& report) = 0;
+    /// `op` is "open" or "close".
+    virtual void sourceDone(Position at, const char* op, const std::string& source, int status,
+                            const Report& report) = 0;
+    virtual void printed(Variable& variable) = 0;
+    /// A statement that failed for a reason of the host's own.
+    virtual void failed(Position at, const std::string& text) = 0;
+};
+
+std::unique_ptr<Reporter> jsonReporter(const TypeRegistry& types, std::ostream& out, std::ostream& err);
+std::unique_ptr<Reporter> peopleReporter(const TypeRegistry& types, std::ostream& out, std::ostream& err);
+
+}  // namespace refhost

@@ -1,0 +1,213 @@
+#!/usr/bin/env python3
+"""The linter and the comparer find what they are for: a sound workbook has no faults, each damage has its own."""
+import os
+import struct
+import sys
+import unittest
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "..", "tools"))
+import xlscompare
+import xlslint
+from xlsfile import END, FAT, FREE, Fault
+
+
+def record(rid, *fields, fmt="H", body=b""):
+    body = struct.pack("<" + (fmt if len(fmt) > 1 else fmt * len(fields)), *fields) + body
+    return rid, body
+
+
+class Book:
+    """Records of a workbook with one sheet, to be damaged before they are laid out."""
+
+    def __init__(self):
+        self.globals = [
+            record(2057, 1536, 5, 8346, 1997, body=bytes(8)), record(225, 1200), record(193, 0), record(226),
+            record(92, body=b"\1\0\0A".ljust(112)), record(66, 1200), record(353, 0), record(448), record(317, 1), record(156, 14),
+            record(61, *[0] * 9), record(49, 200, 0, 32767, 400, 0, 0, 0, body=b"\5\0Arial"),
+            record(1054, 164, 1, body=b"\0" + b"0"),
+        ]
+        self.globals += [record(224, 0, 0, 0xFFF5, body=bytes(14)) for _ in range(15)]
+        self.globals += [record(224, 0, 164, 1, body=bytes(14)), record(659, 0x8000, 0xFF00), record(2194, 2194),
+                         record(659, 0x8000, 0xFF03), record(2194, 2194), record(133, body=bytes(6)
+                         + b"\1\0S"), record(140, 1, 1), record(449, 449, 0, 0, 0),
+                         record(252, 2, 0, 2, 0, body=b"\2\0\0ab\1\0\1c\0"), record(255, 8), record(2000, 1), (10, b"")]
+        self.sheet = [
+            record(2057, 1536, 16, 8346, 1997, body=bytes(8)), record(523, *[0] * 8), record(13, 1), record(85, 8),
+            record(125, 0, 1, 2000, 15, 0, 0), record(512, 0, 0, 2, 0, 0, 2, 0),
+            record(520, 0, 0, 2, 255, 0, 0, 256, 15), record(520, 1, 0, 1, 255, 0, 0, 256, 15),
+            record(638, 0, 0, 15, 2, 0), record(253, 0, 1, 15, 1, 0),
+            record(6, 1, 0, 15, 0, 0, 0, 0xFFFF, 0, 0, 0, 3, body=b"\x1e\1\0"), record(519, 1, body=b"\0x"),
+            record(236, 7), record(93, 8), record(574, *[0] * 9), record(65, *[0] * 5), record(229, 1, 3, 4, 0, 1),
+            record(3000, 5), record(60, 6), (10, b""),
+        ]
+
+    def patch(self, where, rid, offset, fmt, value):
+        part = getattr(self, where)
+        i = next(i for i, (found, _) in enumerate(part) if found == rid)
+        body = bytearray(part[i][1])
+        struct.pack_into("<" + fmt, body, offset, value)
+        part[i] = (rid, bytes(body))
+        return self
+
+    def drop(self, where, rid):
+        part = getattr(self, where)
+        part.pop(next(i for i, (found, _) in enumerate(part) if found == rid))
+        return self
+
+    def move(self, where, rid, to):
+        part = getattr(self, where)
+        part.insert(to, part.pop(next(i for i, (found, _) in enumerate(part) if found == rid)))
+        return self
+
+    def stream(self):
+        def wire(part):
+            return b"".join(struct.pack("<HH", rid, len(body)) + body for rid, body in part)
+        if self.position is None:
+            self.patch("globals", 133, 0, "I", len(wire(self.globals)))
+        return (wire(self.globals) + wire(self.sheet)).ljust(4096, b"\0") + self.tail
+
+    position = None
+    tail = b""
+
+    def file(self):
+        """Stream, another stream, FAT, directory."""
+        stream, other = self.stream(), bytes(range(256)) * 17
+        sectors, fat = b"", []
+        starts = []
+        for data in (stream, other):
+            starts.append(len(fat))
+            data = data.ljust(-(-len(data) // 512) * 512, b"\0")
+            fat += list(range(len(fat) + 1, len(fat) + len(data) // 512)) + [END]
+            sectors += data
+        at = len(fat)
+        fat += [FAT, END]
+        fat += [FREE] * (128 - len(fat))
+        def entry(name, kind, left, right, child, start, size):
+            raw = name.encode("utf-16le")
+            return (raw.ljust(64, b"\0") + struct.pack("<HBBIII", len(raw) + 2, kind, 1, left, right, child) + bytes(36)
+                    + struct.pack("<IQ", start, size))
+        directory = (entry("Root Entry", 5, FREE, FREE, 1, END, 0)
+                     + entry("Workbook", 2, 2, FREE, FREE, starts[0], len(stream))
+                     + entry("Other", 2, FREE, FREE, FREE, starts[1], len(other)) + bytes(128))
+        header = (bytes.fromhex("D0CF11E0A1B11AE1") + bytes(16) + struct.pack("<HHHHH", 62, 3, 0xFFFE, 9, 6) + bytes(6)
+                  + struct.pack("<10I", 0, 1, at + 1, 0, 4096, END, 0, END, 0, at) + struct.pack("<I", FREE) * 108)
+        return bytearray(header + sectors + struct.pack("<128I", *fat) + directory)
+
+
+def lint(data):
+    try:
+        return xlslint.Lint(bytes(data)).faults
+    except Fault as e:
+        return [str(e)]
+
+
+class LintTest(unittest.TestCase):
+    def test_sound(self):
+        self.assertEqual(lint(Book().file()), [])
+
+    def test_records(self):
+        cases = [
+            ("XF 15 names number format 164", lambda b: b.patch("globals", 1054, 0, "H", 165)),
+            ("globals: XF 0 names font 7 of 1", lambda b: b.patch("globals", 224, 0, "H", 7)),
+            ("globals: Style (659) stands behind BoundSheet8 (133)", lambda b: b.move("globals", 133, 28)),
+            ("globals: Style names XF 99 of 16", lambda b: b.patch("globals", 659, 0, "H", 0x8063)),
+            ("globals: SST: text ends early", lambda b: b.patch("globals", 252, 8, "B", 1)),
+            ("globals: 0 records RRTabId (317)", lambda b: b.drop("globals", 317)),
+            ("globals: Window1 shows sheet 3 of 1", lambda b: b.patch("globals", 61, 10, "H", 3)),
+            ("globals: no sheet is visible", lambda b: b.patch("globals", 133, 4, "B", 1)),
+            ("globals: sheet 0 is of kind 32, BoundSheet8 says 0", lambda b: b.patch("sheet", 2057, 2, "H", 32)),
+            ("sheet 0: Row (520) has 14 bytes", lambda b: b.sheet.__setitem__(6, record(520, *[0] * 7)) or b),
+            ("sheet 0: cell 0,0 names XF 16 of 16", lambda b: b.patch("sheet", 638, 4, "H", 16)),
+            ("sheet 0: cell 0,1 names string 2 of 2", lambda b: b.patch("sheet", 253, 6, "I", 2)),
+            ("sheet 0: cell 1,0: a text is promised and missing", lambda b: b.drop("sheet", 519)),
+            ("sheet 0: cell 1,0: tokens run past the formula", lambda b: b.patch("sheet", 6, 20, "H", 4)),
+            ("sheet 0: ColInfo 2 to 1 behind -1", lambda b: b.patch("sheet", 125, 0, "H", 2)),
+            ("sheet 0: rows with cells and without Row: [0]", lambda b: b.drop("sheet", 520)),
+            ("sheet 0: Dimensions (0, 3, 0, 2), the cells are within (0, 2, 0, 2)",
+             lambda b: b.patch("sheet", 512, 4, "I", 3)),
+            ("sheet 0: Pane (65) stands behind MergeCells (229)", lambda b: b.move("sheet", 229, 14)),
+            ("sheet 0: no Window2 (574)", lambda b: b.drop("sheet", 574)),
+            ("the last substream has no EOF", lambda b: b.drop("sheet", 10)),
+        ]
+        for expected, damage in cases:
+            with self.subTest(expected):
+                book = Book()
+                damage(book)
+                faults = lint(book.file())
+                self.assertTrue(any(expected in fault for fault in faults), faults)
+
+    def test_positions_and_slack(self):
+        book = Book()
+        book.position = 1
+        self.assertIn("BoundSheet8 says 0", " ".join(lint(book.file())))
+        book = Book()
+        book.tail = b"\1"
+        self.assertIn("bytes behind the last EOF", " ".join(lint(book.file())))
+
+    def test_container(self):
+        sound = Book().file()
+        fat = 512 * (1 + 8 + 9)
+        directory = fat + 512
+        cases = [
+            ("first DIFAT sector is 0x11 although there is none", 68, 0x11),
+            ("1 FAT sectors, the header says 2", 44, 2),
+            ("belongs to directory and to", fat + 4 * 16, 18),
+            ("chain does not end", fat + 4 * 7, 3),
+            ("is in a chain of nobody's", fat + 4 * 5, END),
+            ("FAT sector 17 is marked 0xffffffff", fat + 4 * 17, FREE),
+            ("'/Workbook' stands before '/Other'", directory + 128 + 68, FREE),
+            ("entry 2 (Other) is not in the tree", directory + 128 + 68, FREE),
+            ("4352 bytes in 8 sectors", directory + 256 + 116, 0),
+        ]
+        for expected, at, value in cases:
+            with self.subTest(expected):
+                data = bytearray(sound)
+                struct.pack_into("<I", data, at, value)
+                if expected.startswith("'/Workbook'"):
+                    struct.pack_into("<I", data, directory + 128 + 72, 2)
+                faults = lint(data)
+                self.assertTrue(any(expected in fault for fault in faults), faults)
+
+
+class CompareTest(unittest.TestCase):
+    def differences(self, change):
+        new = Book()
+        change(new)
+        return xlscompare.Comparison(bytes(Book().file()), bytes(new.file())).differences
+
+    def test_same_and_allowed(self):
+        self.assertEqual(self.differences(lambda b: None), [])
+        self.assertEqual(self.differences(lambda b: b.move("sheet", 3000, 3)), ["sheet 0: record (3000) #0 changed: "
+                                                                                "0500 became 0500"])
+        self.assertEqual(self.differences(lambda b: b.patch("sheet", 520, 4, "H", 9)), [])
+
+    def test_lost_and_changed(self):
+        cases = [
+            ("globals: record (2000): 1 became 0", lambda b: b.drop("globals", 2000)),
+            ("globals: Font (49) #0 changed", lambda b: b.patch("globals", 49, 0, "H", 300)),
+            ("shared strings", lambda b: b.patch("globals", 252, 11, "B", 66)),
+            ("references to sheets changed", lambda b: b.globals.insert(-1, record(23, 1, 0, 0, 0))),
+            ("names, states or kinds", lambda b: b.patch("globals", 133, 4, "B", 1)),
+            ("sheet 0: record (3000): 1 became 0", lambda b: b.drop("sheet", 3000)),
+            ("sheet 0: record (3000) #0 changed", lambda b: b.drop("sheet", 60)),
+            ("drawings, objects and charts changed", lambda b: b.patch("sheet", 93, 0, "H", 9)),
+            ("merged ranges: 1 became 1", lambda b: b.patch("sheet", 229, 2, "H", 1)),
+            ("Row 0 changed", lambda b: b.patch("sheet", 520, 6, "H", 300)),
+            ("cell 0,0", lambda b: b.patch("sheet", 638, 6, "I", 6)),
+            ("cell 1,0", lambda b: b.patch("sheet", 519, 3, "B", 66)),
+        ]
+        for expected, change in cases:
+            with self.subTest(expected):
+                found = self.differences(change)
+                self.assertTrue(any(expected in difference for difference in found), found)
+
+    def test_streams(self):
+        old = Book().file()
+        new = bytearray(old)
+        new[512 * 9 + 5] ^= 1
+        self.assertEqual(xlscompare.Comparison(bytes(old), bytes(new)).differences, ["/Other: its bytes changed"])
+
+
+if __name__ == "__main__":
+    unittest.main()

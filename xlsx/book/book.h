@@ -1,0 +1,203 @@
+// The Open XML workbook.
+#pragma once
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/base/book_base.h"
+#include "ooxml/generated/dialect.h"
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
+#include "ooxml/generated/sml/sml.h"
+#include "xlsx/package/book_context.h"
+#include "xlsx/package/xml_file.h"
+
+namespace zip {
+class ZipReader;
+}
+
+namespace vellum {
+
+class ContentTypes;
+class Relationships;
+template <class CharT, class Tag>
+class XMLSheetImplT;
+template <class Tag>
+class XMLTheme;
+
+/// A workbook of the Open XML format in one of its two dialects: the main part of a package, and the owner of all its
+/// parts. The bound workbook element is the sheet list; there is no copy of it. Loading reads all parts at once and
+/// closes the file, saving writes them all anew.
+template <class CharT, class Tag>
+class XMLBookImplT final : public BookBaseT<CharT>,
+                           public XmlFile<typename ooxml::dialect<Tag>::c_workbook>,
+                           public BookContextT<CharT, Tag> {
+public:
+    using c_workbook = typename ooxml::dialect<Tag>::c_workbook;
+    using Sheet = XMLSheetImplT<CharT, Tag>;
+
+    XMLBookImplT();
+    ~XMLBookImplT() override;
+    XMLBookImplT(const XMLBookImplT&) = delete;
+    XMLBookImplT& operator=(const XMLBookImplT&) = delete;
+
+    // Loading: book_load.cpp; saving: book_save.cpp.
+    bool loadFile(const CharT* path, const CharT* tempFile) override;
+    bool loadFileSheet(const CharT* path, int sheetIndex, const CharT* tempFile) override;
+    bool loadFileRows(const CharT* path, int sheetIndex, int firstRow, int lastRow, const CharT* tempFile) override;
+    bool loadWithoutEmptyCells(const CharT* path) override;
+    bool loadFileOutline(const CharT* path) override;
+    bool loadMemory(const void* data, std::size_t size, int sheetIndex, int firstRow, int lastRow) override;
+    bool saveFile(const CharT* path, bool useTemp) override;
+    bool saveMemory(const char** data, std::size_t* size) override;
+
+    // Sheets: book_sheets.cpp.
+    ISheetT<CharT>* addSheet(const CharT* name, ISheetT<CharT>* source) override;
+    ISheetT<CharT>* insertSheet(int index, const CharT* name, ISheetT<CharT>* source) override;
+    ISheetT<CharT>* getSheet(int index) override;
+    const CharT* sheetNameAt(int index) override;
+    int sheetKindAt(int index) override;
+    bool moveSheet(int srcIndex, int dstIndex) override;
+    bool removeSheet(int index) override;
+    int sheetCount() override;
+    int activeSheetIndex() override;
+    bool setActiveSheetIndex(int index) override;
+
+    // Formats, fonts, strings: book_styles.cpp.
+    IFormatT<CharT>* newFormat(IFormatT<CharT>* source) override;
+    IFontT<CharT>* newFont(IFontT<CharT>* source) override;
+    IRichStringT<CharT>* newRichString() override;
+    int newCustomNumFormat(const CharT* text) override;
+    const CharT* customNumFormatText(int id) override;
+    IFormatT<CharT>* formatAt(int index) override;
+    int formatTotal() override;
+    IFontT<CharT>* fontAt(int index) override;
+    int fontTotal() override;
+    int packColor(int red, int green, int blue) override;
+    bool unpackColor(int color, int* red, int* green, int* blue) override;
+    const CharT* defaultFontName(int* size) override;
+    bool setDefaultFontSpec(const CharT* name, int size) override;
+    bool usesRgbColors() override;
+    bool setUsesRgbColors(bool rgb) override;
+
+    // Settings and dates: book_settings.cpp.
+    double datePack(int year, int month, int day, int hour, int min, int sec, int msec) override;
+    bool dateUnpack(double value, int* year, int* month, int* day, int* hour, int* min, int* sec, int* msec) override;
+    bool usesR1C1() override;
+    bool setUsesR1C1(bool r1c1) override;
+    int calculationMode() override;
+    bool setCalculationMode(int mode) override;
+    int binaryVersion() override { return 0; }
+    bool isDate1904() override;
+    bool setDate1904(bool date1904) override;
+    bool isTemplateFile() override;
+    bool setTemplateFile(bool isTemplate) override;
+    bool isWriteProtected() override;
+    int keptTotal() override;
+    const char* keptAt(int index, std::size_t* size) override;
+    void release() override;
+
+    // For the book's parts.
+    LastError& lastError() noexcept override { return this->_lastError; }
+    bool isUtf8() const override { return this->_locale.utf8(); }
+    wchar_t listSeparator() const override { return static_cast<wchar_t>(this->_locale.listSeparator()); }
+    unsigned namesVersion() const override { return _namesVersion; }
+    bool isR1C1() const override;
+    bool dates1904() const override;
+    Styles<CharT, Tag>* findStyles() override { return _styles; }
+    Styles<CharT, Tag>& ensureStyles() override;
+    SharedStrings<CharT, Tag>* findSharedStrings() override { return _sharedStrings; }
+    SharedStrings<CharT, Tag>& ensureSharedStrings() override;
+    c_workbook& workbook() override { return this->_root; }
+    std::string sheetPath(int sheetIndex) override;
+    XFile* findPart(std::string_view path) override;
+    Relationships* findRelationshipsOf(std::string_view path) override;
+
+    /// For the proxy, which carries a text over to a fresh book.
+    void setErrorText(const char* text) { this->_lastError.set(text); }
+
+private:
+    /// Which part of a package a load keeps; -1 stands for all.
+    struct LoadScope {
+        int sheetIndex = -1, firstRow = -1, lastRow = -1;
+        std::string tempFile;  // parts go through this file when it has a name
+        bool outlineOnly = false;
+    };
+
+    // The book itself stands in the map too and is not deleted with it.
+    struct PartDeleter {
+        bool owned = true;
+        void operator()(XFile* part) const {
+            if (owned) delete part;
+        }
+    };
+    using Part = std::unique_ptr<XFile, PartDeleter>;
+    using PartMap = std::map<std::string, Part, std::less<>>;
+
+    class Loader;
+
+    void clear();
+    void fillNewBook();
+    std::string narrowPath(const CharT* path);
+    std::wstring widen(const CharT* text);
+    template <class Open>
+    bool loadWith(const LoadScope& scope, Open&& open);
+    bool loadNamed(const CharT* path, const CharT* tempFile, LoadScope scope);
+
+    void prepareSave();
+    void dropCalcChain();
+    void dropDangling();
+    void setMainTypeByName(std::string_view path);
+    template <class Visit>
+    void eachPartToSave(Visit&& visit);
+    void saveNamed(const std::string& path, bool useTemp);
+
+    /// Puts a part in the map, in the place of an older one of that name.
+    template <class T>
+    T& addPart(const std::string& path, std::unique_ptr<T> part) {
+        T& added = *part;
+        _parts.insert_or_assign(path, Part(part.release()));
+        return added;
+    }
+    bool dropPart(std::string_view path);
+    template <class T>
+    T& makeMainPart(const std::string& kind, std::string_view contentType);
+    const typename ooxml::dialect<Tag>::sml::c_CT_Sheet& sheetElement(int index) const;
+    Sheet* findSheet(int index);
+    ContentTypes& requireContentTypes();
+    Relationships& requireRelationships();
+    ISheetT<CharT>& makeSheet(int index, const CharT* name, ISheetT<CharT>* source);
+    std::wstring checkedSheetName(const CharT* name, bool& cut);
+    std::string makeSheetPath();
+    void copyRelationships(std::string_view sourcePath, std::string_view path);
+    void copyLocalNames(int sourceIndex, int index, const std::wstring& sourceName, const std::wstring& name);
+    void removeNamesOfSheet(int index);
+    void activate(int index);
+    void cutToSheet(int index);
+    typename ooxml::dialect<Tag>::sml::c_CT_CalcPr& ensureCalcPr();
+
+    // Known to look-ups: the objects stand in _parts.
+    ContentTypes* _contentTypes = nullptr;
+    Relationships* _relationships = nullptr;  // of the main part
+    Styles<CharT, Tag>* _styles = nullptr;
+    SharedStrings<CharT, Tag>* _sharedStrings = nullptr;
+
+    PartMap _parts;
+    std::string _mainPath;
+    std::string _folder;  // of the main part, "/xl" in a new book
+    unsigned _namesVersion = 1;
+    std::vector<std::string> _pictures;  // paths of the image parts, in archive order
+    struct FreeBuffer {
+        void operator()(char* bytes) const;
+    };
+    std::unique_ptr<char, FreeBuffer> _saveBuffer;
+};
+
+extern template class XMLBookImplT<char, excelNormal_tag>;
+extern template class XMLBookImplT<char, excelStrict_tag>;
+extern template class XMLBookImplT<wchar_t, excelNormal_tag>;
+extern template class XMLBookImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum

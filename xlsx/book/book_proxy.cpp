@@ -1,0 +1,97 @@
+#include "xlsx/book/book_proxy.h"
+
+#include <string_view>
+#include <utility>
+
+#include "engine/failure/guarded.h"
+#include "xlsx/book/book.h"
+
+namespace vellum {
+namespace {
+
+/// Want of memory is no sign of the other dialect.
+bool isOutOfMemory(std::string_view text) {
+    return text == "bad allocation" || text == "std::bad_alloc";
+}
+
+}  // namespace
+
+template <class CharT>
+XMLBookProxy<CharT>::XMLBookProxy() : _book(std::make_unique<XMLBookImplT<CharT, excelNormal_tag>>()) {}
+
+template <class CharT>
+XMLBookProxy<CharT>::~XMLBookProxy() = default;
+
+/// The old book puts back the locale that it had set when it goes; when memory is short it stays, with its text.
+template <class CharT>
+bool XMLBookProxy<CharT>::makeBook(bool strict, const char* errorText) {
+    LastError unheard;
+    return guarded(unheard, false, [&] {
+        const auto put = [&](auto fresh) {
+            if (errorText) fresh->setErrorText(errorText);
+            _book = std::move(fresh);
+        };
+        if (strict) {
+            put(std::make_unique<XMLBookImplT<CharT, excelStrict_tag>>());
+        } else {
+            put(std::make_unique<XMLBookImplT<CharT, excelNormal_tag>>());
+        }
+        _strict = strict;
+        return true;
+    });
+}
+
+template <class CharT>
+template <class Load>
+bool XMLBookProxy<CharT>::loadInEither(Load&& load) {
+    if (load(*_book)) return true;
+    if (isOutOfMemory(_book->errorMessage())) return false;
+    return makeBook(!_strict) && load(*_book);
+}
+
+template <class CharT>
+bool XMLBookProxy<CharT>::loadFile(const CharT* path, const CharT* tempFile) {
+    const bool firstDialect = _strict;
+    if (loadInEither([&](IBookT<CharT>& book) { return book.loadFile(path, tempFile); })) return true;
+    if (_strict == firstDialect) return false;  // there was no second try
+    makeBook(false, _book->errorMessage());
+    return false;
+}
+
+template <class CharT>
+bool XMLBookProxy<CharT>::loadFileSheet(const CharT* path, int sheetIndex, const CharT* tempFile) {
+    return loadInEither([&](IBookT<CharT>& book) { return book.loadFileSheet(path, sheetIndex, tempFile); });
+}
+
+template <class CharT>
+bool XMLBookProxy<CharT>::loadFileRows(const CharT* path, int sheetIndex, int firstRow, int lastRow,
+                                       const CharT* tempFile) {
+    return loadInEither(
+        [&](IBookT<CharT>& book) { return book.loadFileRows(path, sheetIndex, firstRow, lastRow, tempFile); });
+}
+
+template <class CharT>
+bool XMLBookProxy<CharT>::loadMemory(const void* data, std::size_t size, int sheetIndex, int firstRow, int lastRow) {
+    return loadInEither(
+        [&](IBookT<CharT>& book) { return book.loadMemory(data, size, sheetIndex, firstRow, lastRow); });
+}
+
+template <class CharT>
+void XMLBookProxy<CharT>::release() {
+    const std::unique_ptr<XMLBookProxy> end(this);
+}
+
+template <class CharT>
+int XMLBookProxy<CharT>::keptTotal() {
+    return dynamic_cast<IBookKept&>(*_book).keptTotal();
+}
+
+template <class CharT>
+const char* XMLBookProxy<CharT>::keptAt(int index, std::size_t* size) {
+    return dynamic_cast<IBookKept&>(*_book).keptAt(index, size);
+}
+
+template class XMLBookProxy<char>;
+template class XMLBookProxy<wchar_t>;
+
+}  // namespace vellum

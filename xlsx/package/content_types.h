@@ -1,0 +1,38 @@
+// The content type of each part.
+#pragma once
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "ooxml/generated/opc-contentTypes/opc-contentTypes.h"
+#include "xlsx/package/part_path.h"
+#include "xlsx/package/xml_file.h"
+
+namespace vellum {
+
+/// The map from part names and extensions to content types. Look-ups ignore case.
+class ContentTypes final : public XmlFile<contentypes::c_Types> {
+public:
+    ContentTypes() = default;
+    explicit ContentTypes(const PartBytes& part);
+
+    /// By the part's name, else by its extension; "" when neither is known.
+    std::string typeOf(std::string_view path) const;
+
+    void setOverride(std::string_view path, std::string_view type);
+    void setDefault(std::string_view extension, std::string_view type);
+    void removeOverride(std::string_view path);
+    /// Removes each override whose part the predicate does not know.
+    void removeOverridesBut(const std::function<bool(const std::string& partName)>& isKnown);
+
+private:
+    void buildMaps();
+
+    // Keys to positions in the root's lists.
+    std::map<std::string, std::size_t, LessIgnoringCase> _defaults;
+    std::map<std::string, std::size_t, LessIgnoringCase> _overrides;
+};
+
+}  // namespace vellum

@@ -1,0 +1,232 @@
+// One worksheet of an Open XML workbook.
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "engine/base/sheet_base.h"
+#include "engine/facts/cell_address.h"
+#include "engine/failure/guarded.h"
+#include "engine/text/text_holder.h"
+#include "ooxml/cells/compact_cell.h"
+#include "ooxml/generated/dialect.h"
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
+#include "ooxml/generated/sml/sml.h"
+#include "xlsx/cells/cell_area.h"
+#include "xlsx/package/book_context.h"
+#include "xlsx/package/xml_file.h"
+
+namespace vellum {
+
+/// A sheet of 1048576 rows by 16384 columns. The bound tree is the store: rows and cells in two levels of vectors that
+/// stay sorted, and all operations go straight to them. Owned by its book, which binds it each time that it gives it
+/// out; not to be used from two threads at once. Strings that it returns live until its next operation that returns
+/// one.
+template <class CharT, class Tag>
+class XMLSheetImplT final : public SheetBaseT<CharT>, public XmlFile<typename ooxml::dialect<Tag>::c_worksheet> {
+public:
+    using typename SheetBaseT<CharT>::Format;
+
+    // Loading, copying, saving: sheet_load.cpp.
+
+    /// An empty sheet.
+    XMLSheetImplT();
+    /// Rows from `firstRow` to `lastRow`, counted from 0; -1 for no bound.
+    XMLSheetImplT(const PartBytes& part, int firstRow, int lastRow);
+    /// The same rows and cells. What refers to other parts comes along: see `takeOutLinkedParts`.
+    XMLSheetImplT(const XMLSheetImplT& source);
+    XMLSheetImplT& operator=(const XMLSheetImplT&) = delete;
+    ~XMLSheetImplT() override;
+
+    void bind(BookContextT<CharT, Tag>& book, int sheetIndex);
+    [[nodiscard]] int index() const { return _index; }
+    /// The sheet no longer belongs to the group that is shown and edited.
+    void clearTabSelected();
+    /// Drops what names a part by an Id that a copy's relationships do not have: drawings, controls, tables.
+    void takeOutLinkedParts();
+
+    // Kinds, values, formats: sheet_read.cpp.
+    int cellType(int row, int col) override;
+    bool isFormulaCell(int row, int col) override;
+    bool isDate(int row, int col) override;
+    bool isRichTextCell(int row, int col) override;
+    Format* cellFormatAt(int row, int col) override;
+    const CharT* readString(int row, int col, Format** format) override;
+    IRichStringT<CharT>* readRichText(int row, int col, Format** format) override;
+    double readNumber(int row, int col, Format** format) override;
+    bool readBool(int row, int col, Format** format) override;
+    bool readBlank(int row, int col, Format** format) override;
+    int readError(int row, int col, Format** format) override;
+
+    // sheet_write.cpp
+    bool setCellFormatAt(int row, int col, Format* format) override;
+    bool writeString(int row, int col, const CharT* text, Format* format, int stringKind) override;
+    bool writeRichText(int row, int col, IRichStringT<CharT>* text, Format* format) override;
+    bool writeNumber(int row, int col, double value, Format* format) override;
+    bool writeBool(int row, int col, bool value, Format* format, int errorCode) override;
+    bool writeBlank(int row, int col, Format* format) override;
+    bool writeError(int row, int col, int errorCode, Format* format) override;
+    bool copyCell(int rowSrc, int colSrc, int rowDst, int colDst) override;
+
+    // sheet_formulas.cpp
+    const CharT* readFormula(int row, int col, Format** format) override;
+    bool writeFormula(int row, int col, const CharT* text, Format* format) override;
+    bool writeFormulaNumber(int row, int col, const CharT* text, double value, Format* format) override;
+    bool writeFormulaText(int row, int col, const CharT* text, const CharT* value, Format* format) override;
+    bool writeFormulaBoolean(int row, int col, const CharT* text, bool value, Format* format) override;
+
+    // sheet_areas.cpp
+    int firstRow() override;
+    int lastRow() override;
+    int firstCol() override;
+    int lastCol() override;
+    int firstFilledRow() override;
+    int lastFilledRow() override;
+    int firstFilledColumn() override;
+    int lastFilledColumn() override;
+    bool cellFrom(int* row, int* col) override;
+
+    // The sheet in its workbook: sheet_ranges.cpp.
+    const CharT* sheetName() override;
+    int visibilityState() override;
+    int namedRangeCount() override;
+    const CharT* namedRange(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int* scope,
+                            bool* hidden) override;
+
+protected:
+    LastError& lastError() noexcept override { return _book ? _book->lastError() : _ownError; }
+    void beforeWrite() override;
+
+private:
+    using Sml = typename ooxml::dialect<Tag>::sml;
+    using Cell = typename Sml::c_CT_Cell;
+    using Row = typename Sml::c_CT_Row;
+    using Cells = std::vector<Cell>;
+    using Rows = bindery::ct_non_pod_container<Row>;
+    using Formula = typename Sml::c_CT_CellFormula;
+    using DefinedName = typename Sml::c_CT_DefinedName;
+    using CellType = ooxml::CellType;
+
+    /// A checked place of a cell.
+    struct CellPlace {
+        std::uint32_t row, col;
+        bool operator==(const CellPlace&) const = default;
+    };
+    /// Throws for what lies outside of a sheet.
+    static CellPlace place(int row, int col);
+
+    template <class Result, class Body>
+    Result guard(Result onFailure, Body&& body) {
+        return guarded<Result>(lastError(), onFailure, static_cast<Body&&>(body));
+    }
+    BookContextT<CharT, Tag>& book() const;
+
+    // After loading: sheet_load.cpp.
+    void attachRows() { _rows = &this->_root.sheetData().row(); }
+    void afterLoad();
+    void readColumnStyles();
+    void checkOrder();
+    void setDimension();
+
+    // Places of rows and cells: sheet_order.cpp.
+    /// Walks all cells with their places, numbered or not: visit(row, col, cell).
+    template <class Visit>
+    void eachCell(Visit&& visit);
+    void numberAll();
+    void splitZeroRows();
+    void sortAll();
+
+    // Finding and making cells: sheet_lookup.cpp.
+    /// Element of the first row that does not lie before `row`. All rows have to be numbered.
+    std::size_t rowAt(std::uint32_t row);
+    std::size_t cellAt(const Cells& cells, std::uint32_t col);
+    Row* findRow(std::uint32_t row);
+    Cell* findCellInRow(Row& row, std::uint32_t col);
+    Cell* findCell(CellPlace at);
+    /// Null for a place outside of a sheet, too.
+    Cell* findCell(int row, int col);
+    /// Throws "cell is not found".
+    Cell& requireCell(int row, int col);
+    Row& ensureRow(std::uint32_t row);
+    /// `reset` clears what the cell held. A null format leaves the cell's own, or takes that of its column.
+    Cell& ensureCell(CellPlace at, Format* format, bool reset);
+    Row* unnumberedRow(std::uint32_t row);
+    Cell* unnumberedCell(Row& row, std::uint32_t col);
+    static bool leavesSpans(const Row& row, std::uint32_t col);
+
+    static bool isFilled(const Cell& cell);
+    int kindOf(const Cell& cell) const;
+    Format* formatOf(const Cell& cell);
+    void giveFormat(const Cell& cell, Format** format) {
+        if (format) *format = formatOf(cell);
+    }
+    double numberIn(const Cell& cell);
+    const CharT* give(std::wstring_view text);
+    const CharT* giveUtf8(std::string_view text);
+    std::wstring_view widened(const CharT* text);
+
+    /// An error code that is none leaves the cell without a value and throws.
+    void putNumber(Cell& cell, double value);
+    void putError(Cell& cell, int errorCode);
+    void fill(CellPlace at) { _filled.add(static_cast<int>(at.row), static_cast<int>(at.col)); }
+
+    // Formulas: sheet_formulas.cpp; shared ones: sheet_shared.cpp.
+    Cell& putFormula(CellPlace at, const CharT* text, Format* format);
+    static bool isMember(const Cell& cell, std::uint32_t si);
+    /// Whether the text of a group stands here.
+    static bool hasGroupText(const Cell& cell);
+    static bool isMaster(const Cell& cell);
+    /// The text of a formula cell, of a shared one as it is at this place.
+    std::wstring formulaText(CellPlace at, const Cell& cell, CellPlace as);
+    Cell* findMaster(std::uint32_t si, CellPlace& at);
+    /// visit(place, cell) for the members of a group within the master's `ref`, row by row; true ends the walk. Those
+    /// in front of `from` are left out.
+    template <class Visit>
+    void eachMember(const Formula& master, CellPlace from, Visit&& visit);
+    void handOverMaster(CellPlace at, Cell& master);
+    void removeShared(CellPlace at, Cell& master);
+
+    void updateAreas();
+    const CellArea& used() { return updateAreas(), _used; }
+    const CellArea& filled() { return updateAreas(), _filled; }
+
+    // Names: sheet_ranges.cpp.
+    const std::vector<std::uint32_t>& visibleNames();
+
+    BookContextT<CharT, Tag>* _book = nullptr;
+    int _index = -1;
+    LastError _ownError;  // until a book binds the sheet
+
+    Rows* _rows = nullptr;  // of the bound tree
+    bool _numbered = true;  // all rows and cells say where they stand, in order
+    bool _changed = false;
+    int _firstLoadedRow = 0;
+    std::vector<std::pair<std::uint32_t, Row*>> _rowPlaces;  // while rows are not numbered, when asked for
+    // Where the last row and cell were found: neighbours are likely to be next.
+    std::size_t _rowHint = 0, _cellHint = 0;
+
+    std::vector<std::uint32_t> _columnStyle;  // up to the last column that has one; 0 for none
+    CellArea _used, _filled;
+    bool _areasDirty = false;
+    // Of all groups, when known; the first one counts, but producers use a number again.
+    std::unordered_map<std::uint32_t, std::vector<CellPlace>> _sharedMasters;
+    bool _mastersKnown = false;
+    std::unordered_map<std::uint32_t, CellPlace> _heirs;  // who took over last: no member stands in front of it
+
+    std::vector<std::uint32_t> _visibleNames;  // places in the workbook's list
+    unsigned _visibleNamesVersion = 0;         // of the names that they were taken from; 0 for none
+
+    TextHolder _text, _nameText;
+    std::wstring _wide;
+};
+
+extern template class XMLSheetImplT<char, excelNormal_tag>;
+extern template class XMLSheetImplT<char, excelStrict_tag>;
+extern template class XMLSheetImplT<wchar_t, excelNormal_tag>;
+extern template class XMLSheetImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum

@@ -1,0 +1,123 @@
+// The used and the filled area, and the walk over the cells.
+#include <algorithm>
+
+#include "engine/api/enums.h"
+#include "xlsx/sheet/sheet.h"
+#include "xlsx/sheet/sheet_walk.h"
+
+namespace vellum {
+
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::isFilled(const Cell& cell) {
+    return !cell.text().empty() || cell.formula() || cell.inlineString();
+}
+
+template <class CharT, class Tag>
+void XMLSheetImplT<CharT, Tag>::updateAreas() {
+    if (!_areasDirty) return;
+    _used = _filled = {};
+    _areasDirty = false;
+    if (!_numbered) {
+        eachCell([&](CellPlace at, const Cell& cell) {
+            if (at.row >= sheetRows || at.col >= sheetColumns) return;
+            _used.add(static_cast<int>(at.row), static_cast<int>(at.col));
+            if (isFilled(cell)) fill(at);
+        });
+        return;
+    }
+    for (const Row& row : *_rows) {
+        const Cells& cells = row.c();
+        if (cells.empty() || row.r() > sheetRows) continue;
+        const int at = static_cast<int>(row.r()) - 1;
+        _used.add(at, static_cast<int>(cells.front().column()), static_cast<int>(cells.back().column()));
+        const auto first = std::find_if(cells.begin(), cells.end(), isFilled);
+        if (first == cells.end()) continue;
+        const auto last = std::find_if(cells.rbegin(), cells.rend(), isFilled);
+        _filled.add(at, static_cast<int>(first->column()), static_cast<int>(last->column()));
+    }
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::firstRow() {
+    return guard(0, [&] { return used().rowFirst; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::lastRow() {
+    return guard(0, [&] { return used().rowEnd; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::firstCol() {
+    return guard(0, [&] { return used().colFirst; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::lastCol() {
+    return guard(0, [&] { return used().colEnd; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::firstFilledRow() {
+    return guard(0, [&] { return filled().rowFirst; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::lastFilledRow() {
+    return guard(0, [&] { return filled().rowEnd; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::firstFilledColumn() {
+    return guard(0, [&] { return filled().colFirst; });
+}
+
+template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::lastFilledColumn() {
+    return guard(0, [&] { return filled().colEnd; });
+}
+
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
+    return guard(false, [&] {
+        const auto fromRow = static_cast<std::uint32_t>(std::max(*row, 0));
+        const auto fromCol = static_cast<std::uint32_t>(std::max(*col, 0));
+        const auto found = [&](std::uint32_t atRow, std::uint32_t atCol) {
+            *row = static_cast<int>(atRow);
+            *col = static_cast<int>(atCol);
+            return true;
+        };
+        if (!_numbered) {
+            unnumberedRow(0);  // makes the list of places
+            auto next = std::lower_bound(_rowPlaces.begin(), _rowPlaces.end(), fromRow,
+                                         [](const auto& known, std::uint32_t wanted) { return known.first < wanted; });
+            for (; next != _rowPlaces.end() && next->first < sheetRows; ++next) {
+                const auto [atRow, inRow] = *next;
+                std::uint32_t atCol = 0;
+                for (const Cell& cell : inRow->c()) {
+                    if (cell.hasReference()) atCol = cell.column();
+                    if (atCol >= sheetColumns) break;
+                    const bool wanted = atRow > fromRow || atCol >= fromCol;
+                    if (wanted && kindOf(cell) != cellEmpty) return found(atRow, atCol);
+                    ++atCol;
+                }
+            }
+            return false;
+        }
+        for (std::size_t i = rowAt(fromRow); i < _rows->size() && (*_rows)[i].r() <= sheetRows; ++i) {
+            const Cells& cells = (*_rows)[i].c();
+            const std::uint32_t atRow = (*_rows)[i].r() - 1;
+            for (std::size_t k = atRow == fromRow ? cellAt(cells, fromCol) : 0; k < cells.size(); ++k) {
+                if (kindOf(cells[k]) != cellEmpty) return found(atRow, cells[k].column());
+            }
+        }
+        return false;
+    });
+}
+
+template class XMLSheetImplT<char, excelNormal_tag>;
+template class XMLSheetImplT<char, excelStrict_tag>;
+template class XMLSheetImplT<wchar_t, excelNormal_tag>;
+template class XMLSheetImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum

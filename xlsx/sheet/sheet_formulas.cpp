@@ -1,0 +1,125 @@
+// Formula cells.
+#include <algorithm>
+
+#include "bindery/values/value_spec.h"
+#include "engine/failure/vlerror.h"
+#include "xlsx/sheet/sheet.h"
+#include "xlsx/sheet/sheet_messages.h"
+#include "xlsx/strings/shared_strings.h"
+
+namespace vellum {
+namespace {
+
+/// The prefix of functions that came after the first edition of the format.
+constexpr std::wstring_view functionPrefix = L"_xlfn.";
+
+void eraseAll(std::wstring& text, std::wstring_view part) {
+    std::size_t kept = text.find(part);
+    for (std::size_t at = kept; at != std::wstring::npos;) {
+        const std::size_t from = at + part.size();
+        at = text.find(part, from);
+        const std::size_t length = std::min(at, text.size()) - from;
+        std::copy_n(text.begin() + static_cast<std::ptrdiff_t>(from), length,
+                    text.begin() + static_cast<std::ptrdiff_t>(kept));
+        kept += length;
+    }
+    if (kept != std::wstring::npos) text.resize(kept);
+}
+
+}  // namespace
+
+template <class CharT, class Tag>
+const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** format) {
+    return guard<const CharT*>(nullptr, [&] {
+        const Cell& cell = requireCell(row, col);
+        giveFormat(cell, format);
+        if (!cell.formula()) throw vlerror(msg::noFormula);
+        if (book().isR1C1()) throw vlerror(msg::notAvailable);
+        const CellPlace at = place(row, col);
+        std::wstring text = formulaText(at, cell, at);
+        if (book().listSeparator() == L';') std::replace(text.begin(), text.end(), L',', L';');
+        eraseAll(text, functionPrefix);
+        return give(text);
+    });
+}
+
+/// A formula's text begins behind the "="; in braces it is an array formula, which covers its own cell.
+template <class CharT, class Tag>
+auto XMLSheetImplT<CharT, Tag>::putFormula(CellPlace at, const CharT* text, Format* format) -> Cell& {
+    if (book().isR1C1()) throw vlerror(msg::notAvailable);
+    std::wstring formula(widened(text));
+    numberAll();
+    if (Cell* const old = findCell(at); old && isMaster(*old)) removeShared(at, *old);
+    if (formula.starts_with(L'=')) formula.erase(0, 1);
+    std::replace(formula.begin(), formula.end(), L';', L',');
+    const bool isArray = formula.size() >= 2 && formula.front() == L'{' && formula.back() == L'}';
+    if (isArray) {
+        formula = formula.substr(1, formula.size() - 2);
+        if (formula.starts_with(L'=')) formula.erase(0, 1);
+    }
+    Cell& cell = ensureCell(at, format, true);
+    if (formula.empty()) {
+        _areasDirty = true;
+        return cell;
+    }
+    Formula& element = cell.makeFormula();
+    if (isArray) {
+        element.t("array");
+        element.ref(cellAddressText(at.row, at.col));
+    }
+    element.text(std::move(formula));
+    fill(at);
+    return cell;
+}
+
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::writeFormula(int row, int col, const CharT* text, Format* format) {
+    return guard(false, [&] {
+        putFormula(place(row, col), text, format);
+        return true;
+    });
+}
+
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::writeFormulaNumber(int row, int col, const CharT* text, double value, Format* format) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        putNumber(putFormula(at, text, format), value);
+        fill(at);
+        return true;
+    });
+}
+
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::writeFormulaText(int row, int col, const CharT* text, const CharT* value,
+                                                 Format* format) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        if (!value) throw vlerror(msg::textNull);
+        Cell& cell = putFormula(at, text, format);
+        cell.setType(CellType::str);
+        std::wstring scratch;
+        cell.setText(bindery::toUtf8(escapeSharedText(widened(value), scratch)));
+        fill(at);
+        return true;
+    });
+}
+
+template <class CharT, class Tag>
+bool XMLSheetImplT<CharT, Tag>::writeFormulaBoolean(int row, int col, const CharT* text, bool value, Format* format) {
+    return guard(false, [&] {
+        const CellPlace at = place(row, col);
+        Cell& cell = putFormula(at, text, format);
+        cell.setType(CellType::b);
+        cell.setText(value ? "1" : "0");
+        fill(at);
+        return true;
+    });
+}
+
+template class XMLSheetImplT<char, excelNormal_tag>;
+template class XMLSheetImplT<char, excelStrict_tag>;
+template class XMLSheetImplT<wchar_t, excelNormal_tag>;
+template class XMLSheetImplT<wchar_t, excelStrict_tag>;
+
+}  // namespace vellum

@@ -1,0 +1,33 @@
+// The texts of the cells of a worksheet.
+#pragma once
+#include "xlsx/package/messages.h"
+
+namespace vellum::msg {
+
+inline constexpr const char* cellNotFound = "cell is not found";
+inline constexpr const char* colOutOfRange = "col must be in range 0-16383";
+inline constexpr const char* rowOutOfRange = "row must be in range 0-1048575";
+inline constexpr const char* formatsNotFound = "formats are not found";
+
+// reading
+inline constexpr const char* noString = "this cell doesn't contain a string";
+inline constexpr const char* noNumber = "this cell doesn't contain a number";
+inline constexpr const char* noBool = "this cell doesn't contain a bool";
+inline constexpr const char* notBlank = "cell is not blank";
+inline constexpr const char* noRichString = "this cell doesn't contain a rich string";
+inline constexpr const char* noError = "this cell doesn't contain an error";
+inline constexpr const char* noFormula = "this cell doesn't contain a formula";
+inline constexpr const char* unknownError = "unknown error value";
+inline constexpr const char* badDateTime = "can't read date/time from the cell";
+inline constexpr const char* sharedStringsNotFound = "sharedStrings not found";
+
+// writing
+inline constexpr const char* richStringNull = "richString is NULL";
+inline constexpr const char* textNull = "text is NULL";
+
+// the sheet in its workbook
+inline constexpr const char* sheetWithoutBook = "sheet doen't have relationship with book";
+inline constexpr const char* namedRangeNotFound = "named range is not found";
+inline constexpr const char* partsSkipped = "warning: some parts were skipped";
+
+}  // namespace vellum::msg
