@@ -6,8 +6,8 @@
 
 namespace quillet {
 
-/// Opens and loads a csv file; `*openFlags` as in host/host_api.h. Null after a report, or without one where the
-/// host's stream failed.
+/// Opens and loads a csv file; `*openFlags` as in host/interface/host_api.h. Null after a report, or without one where
+/// the host's stream failed.
 void* openCsv(HostContext* context, std::uint32_t* openFlags, const char* name);
 
 /// The last close of a source open for update writes the file anew. 0, or 1 when that failed.
