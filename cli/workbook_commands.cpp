@@ -11,10 +11,22 @@
 namespace cli {
 
 void addDump(CLI::App& program, int& exitStatus) {
-    const auto file = std::make_shared<std::string>();
-    CLI::App* command = program.add_subcommand("dump", "Prints all cells of a workbook as JSON lines");
-    command->add_option("file", *file, "The workbook")->required();
-    command->callback([file, &exitStatus] { exitStatus = dump(*file, std::cout, std::cerr); });
+    struct Wanted {
+        std::string file;
+        DumpOptions options;
+        bool all = false, noCells = false;
+    };
+    const auto wanted = std::make_shared<Wanted>();
+    CLI::App* command = program.add_subcommand("dump", "Prints the content of a workbook as JSON lines");
+    command->add_option("file", wanted->file, "The workbook")->required();
+    command->add_flag("--features", wanted->options.features, "What each sheet holds beside its cells");
+    command->add_flag("--all", wanted->all, "All of these");
+    command->add_flag("--no-cells", wanted->noCells, "Leaves the cells out");
+    command->callback([wanted, &exitStatus] {
+        if (wanted->all) wanted->options.addAll();
+        wanted->options.cells = !wanted->noCells;
+        exitStatus = dump(wanted->file, wanted->options, std::cout, std::cerr);
+    });
 }
 
 void addResave(CLI::App& program, int& exitStatus) {

@@ -4,6 +4,7 @@
 
 #include "cli/workbook/book_file.h"
 #include "cli/workbook/cell_name.h"
+#include "cli/workbook/dump_features.h"
 #include "cli/workbook/json_lines.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
@@ -102,7 +103,7 @@ private:
 
 }  // namespace
 
-void dumpBook(vellum::IBookT<char>& book, std::ostream& out, std::ostream& errors) {
+void dumpBook(vellum::IBookT<char>& book, const DumpOptions& options, std::ostream& out, std::ostream& errors) {
     JsonLines lines(out);
     const int count = book.sheetCount();
     for (int index = 0; index < count; ++index) {
@@ -113,18 +114,21 @@ void dumpBook(vellum::IBookT<char>& book, std::ostream& out, std::ostream& error
         if (kind == vellum::sheetOther) lines.raw(R"(,"kind":"other")");
         lines.raw("}}").endLine();
         if (kind != vellum::sheetWorksheet) continue;
-        if (auto* const sheet = book.getSheet(index)) SheetDump(book, *sheet, lines, errors).run();
+        auto* const sheet = book.getSheet(index);
+        if (sheet == nullptr) continue;
+        if (options.cells) SheetDump(book, *sheet, lines, errors).run();
+        if (options.features) dumpFeatures(book, *sheet, lines);
     }
 }
 
-int dump(const std::string& path, std::ostream& out, std::ostream& errors) {
+int dump(const std::string& path, const DumpOptions& options, std::ostream& out, std::ostream& errors) {
     std::string error;
     const BookPtr book = loadBook(path, error);
     if (!book) {
         errors << error << '\n';
         return 1;
     }
-    dumpBook(*book, out, errors);
+    dumpBook(*book, options, out, errors);
     if (out.flush()) return 0;
     errors << "can't write the dump\n";
     return 1;

@@ -78,7 +78,7 @@ TEST(Dump, EveryKindOfCell) {
         {{5, 5}, {vellum::cellNumber, 0}},
     };
     std::ostringstream out, errors;
-    dumpBook(book, out, errors);
+    dumpBook(book, {}, out, errors);
     EXPECT_EQ(out.str(),
               R"({"sheet":{"index":0,"name":"S \"1\""}}
 {"r":0,"c":0,"k":"n","v":1.5}
@@ -100,7 +100,7 @@ TEST(Dump, EveryKindOfCell) {
 
 TEST(Dump, AFileThatDoesNotLoad) {
     std::ostringstream out, errors;
-    EXPECT_EQ(dump(testing::TempDir() + "no such file.xls", out, errors), 1);
+    EXPECT_EQ(dump(testing::TempDir() + "no such file.xls", {}, out, errors), 1);
     EXPECT_EQ(resave(testing::TempDir() + "no such file.xls", testing::TempDir() + "x.xls", errors), 1);
     EXPECT_EQ(out.str(), "");
     EXPECT_NE(errors.str(), "");
