@@ -41,6 +41,7 @@ enum PictureKind : int {
     pictureWmf = 3,
     pictureBmp = 4,
     pictureEmf = 5,
+    picturePict = 6,  // in binary workbooks only
     pictureTiff = 7,
     pictureUnknown = 255,
 };
