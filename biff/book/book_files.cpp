@@ -70,9 +70,9 @@ bool BookImplT<CharT>::loadNamed(const CharT* path, const LoadScope& scope) {
         this->_lastError, false,
         [&] {
             clear();
-            if (path == nullptr) throw vlerror(msg::loadNameNull);
+            if (path == nullptr) throw vlerror(biff::msg::loadNameNull);
             std::fstream file = openFile(path, forReading, _pool, utf8());
-            if (!canBeRead(file)) throw vlerror(msg::cantOpenForReading);
+            if (!canBeRead(file)) throw vlerror(biff::msg::cantOpenForReading);
             load(file, scope);
             return true;
         },
@@ -142,7 +142,7 @@ template <class CharT>
 void BookImplT<CharT>::readSheets(const LoadScope& scope) {
     const std::size_t count = _globals.boundSheets.size();
     if (scope.sheetIndex != allSheets && (scope.sheetIndex < 0 || static_cast<std::size_t>(scope.sheetIndex) >= count))
-        throw vlerror(msg::sheetIndexRange);
+        throw vlerror(biff::msg::sheetIndexRange);
 
     SheetLoad wanted{.firstRow = scope.firstRow, .noBlanks = scope.noBlanks};
     if (scope.lastRow != allRows) wanted.endRow = std::clamp(scope.lastRow, -2, maxRows) + 1;
@@ -173,20 +173,20 @@ void BookImplT<CharT>::keepOneSheet(std::size_t index) {
 
 template <class CharT>
 void BookImplT<CharT>::requireEqualSheetLists() const {
-    if (_globals.boundSheets.size() != _sheets.size()) throw vlerror(msg::sheetListsDiffer);
+    if (_globals.boundSheets.size() != _sheets.size()) throw vlerror(biff::msg::sheetListsDiffer);
 }
 
 template <class CharT>
 bool BookImplT<CharT>::saveFile(const CharT* path, bool) {
     return guarded(this->_lastError, false, [&] {
-        if (path == nullptr) throw vlerror(msg::saveNameNull);
+        if (path == nullptr) throw vlerror(biff::msg::saveNameNull);
         requireEqualSheetLists();
         _xls.reset(false);
         std::fstream file = openFile(path, forWriting, _pool, utf8());
-        if (!file.is_open()) throw vlerror(msg::cantOpenForWriting);
+        if (!file.is_open()) throw vlerror(biff::msg::cantOpenForWriting);
         save(file);
         file.close();
-        if (file.fail()) throw vlerror(msg::streamError);
+        if (file.fail()) throw vlerror(biff::msg::streamError);
         return true;
     });
 }

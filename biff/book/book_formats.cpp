@@ -26,7 +26,7 @@ const CharT* BookImplT<CharT>::customNumFormatText(int id) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
         const NumFormat* const found =
             id < 0 || id > 0xFFFF ? nullptr : _globals.findNumFormat(static_cast<std::uint16_t>(id));
-        if (found == nullptr) throw vlerror(msg::customFormatNotFound);
+        if (found == nullptr) throw vlerror(biff::msg::customFormatNotFound);
         return this->_conversion.template give<CharT>(found->text.view(), utf8());
     });
 }
@@ -42,7 +42,7 @@ const wchar_t* BookImplT<CharT>::numFormatText(std::uint16_t ifmt) const {
 template <class CharT>
 FontImplT<CharT>& BookImplT<CharT>::fontByWireIndex(std::uint16_t wireIndex) {
     const int position = fontListPosition(wireIndex);
-    if (position < 0 || static_cast<std::size_t>(position) >= _fonts.size()) throw vlerror(msg::incorrectFont);
+    if (position < 0 || static_cast<std::size_t>(position) >= _fonts.size()) throw vlerror(biff::msg::incorrectFont);
     return _fonts[static_cast<std::size_t>(position)];
 }
 
@@ -59,7 +59,7 @@ FontImplT<CharT>* BookImplT<CharT>::fontAtPosition(std::size_t position) const {
 
 template <class CharT>
 FontImplT<CharT>& BookImplT<CharT>::addFont(IFontT<CharT>* source) {
-    if (_fonts.size() >= maxFonts) throw vlerror(msg::tooManyFonts);
+    if (_fonts.size() >= maxFonts) throw vlerror(biff::msg::tooManyFonts);
     FontImplT<CharT> font(*this, Font());
     if (source != nullptr) {
         // A font of the other engine may state some of its properties only.
@@ -117,7 +117,7 @@ IFontT<CharT>* BookImplT<CharT>::newFont(IFontT<CharT>* source) {
 template <class CharT>
 IFontT<CharT>* BookImplT<CharT>::fontAt(int index) {
     return guarded<IFontT<CharT>*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= _fonts.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || static_cast<std::size_t>(index) >= _fonts.size()) throw vlerror(biff::msg::indexOutOfRange);
         return &_fonts[static_cast<std::size_t>(index)];
     });
 }
@@ -130,7 +130,7 @@ int BookImplT<CharT>::fontTotal() {
 template <class CharT>
 const CharT* BookImplT<CharT>::defaultFontName(int* size) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
-        if (_fonts.empty()) throw vlerror(msg::noFonts);
+        if (_fonts.empty()) throw vlerror(biff::msg::noFonts);
         if (size != nullptr) *size = _fonts.front().size();
         return _fonts.front().nameText();
     });
@@ -139,7 +139,7 @@ const CharT* BookImplT<CharT>::defaultFontName(int* size) {
 template <class CharT>
 bool BookImplT<CharT>::setDefaultFontSpec(const CharT* name, int size) {
     return guarded(this->_lastError, false, [&] {
-        if (_fonts.empty()) throw vlerror(msg::noFonts);
+        if (_fonts.empty()) throw vlerror(biff::msg::noFonts);
         _fonts.front().assignName(name);
         _fonts.front().setSize(size);
         return true;
@@ -150,7 +150,7 @@ bool BookImplT<CharT>::setDefaultFontSpec(const CharT* name, int size) {
 
 template <class CharT>
 FormatImplT<CharT>& BookImplT<CharT>::addFormat(IFormatT<CharT>* source) {
-    if (_formats.size() >= maxFormats) throw vlerror(msg::tooManyFormats);
+    if (_formats.size() >= maxFormats) throw vlerror(biff::msg::tooManyFormats);
     Xf xf;
     xf.protection = 1;  // a cell format, locked
     auto& format = _formats.emplace_back(*this, static_cast<std::uint16_t>(_formats.size()), xf);
@@ -208,7 +208,7 @@ IFormatT<CharT>* BookImplT<CharT>::newFormat(IFormatT<CharT>* source) {
 template <class CharT>
 IFormatT<CharT>* BookImplT<CharT>::formatAt(int index) {
     return guarded<IFormatT<CharT>*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= _formats.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || static_cast<std::size_t>(index) >= _formats.size()) throw vlerror(biff::msg::indexOutOfRange);
         return &_formats[static_cast<std::size_t>(index)];
     });
 }
@@ -227,7 +227,7 @@ template <class CharT>
 std::uint16_t BookImplT<CharT>::ixfeOf(const IFormatT<CharT>* format) const {
     if (format == _lastIxfe.format) return _lastIxfe.ixfe;  // neighbours mostly share their format
     const auto* const own = dynamic_cast<const FormatImplT<CharT>*>(format);
-    if (own == nullptr || &own->book() != this) throw vlerror(msg::formatNotFound);
+    if (own == nullptr || &own->book() != this) throw vlerror(biff::msg::formatNotFound);
     _lastIxfe = {format, own->index()};
     return own->index();
 }

@@ -30,7 +30,7 @@ int BookImplT<CharT>::keptTotal() {
 template <class CharT>
 const char* BookImplT<CharT>::keptAt(int index, std::size_t* size) {
     return guarded<const char*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= _kept.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || static_cast<std::size_t>(index) >= _kept.size()) throw vlerror(biff::msg::indexOutOfRange);
         const auto& [name, bytes] = _kept[static_cast<std::size_t>(index)];
         if (size) *size = bytes;
         return name.c_str();

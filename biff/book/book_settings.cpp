@@ -71,7 +71,7 @@ bool BookImplT<CharT>::setUsesRgbColors(bool rgb) {
 
 template <class CharT>
 int BookImplT<CharT>::addPictureLink(const CharT*, bool) {
-    this->_lastError.set(msg::notForXls);
+    this->_lastError.set(biff::msg::notForXls);
     return -1;
 }
 

@@ -48,16 +48,16 @@ std::uint8_t boundKindOf(std::uint16_t dt) {
 
 template <class CharT>
 const wchar_t* BookImplT<CharT>::checkedSheetName(const CharT* name, const SheetImplT<CharT>* renamed, bool& cut) {
-    if (name == nullptr) throw vlerror(msg::sheetNameNull);
+    if (name == nullptr) throw vlerror(biff::msg::sheetNameNull);
     std::wstring_view wide = widen(name);
-    if (wide.empty()) throw vlerror(msg::sheetNameEmpty);
-    if (hasInvalidCharacter(wide)) throw vlerror(msg::sheetNameInvalid);
+    if (wide.empty()) throw vlerror(biff::msg::sheetNameEmpty);
+    if (hasInvalidCharacter(wide)) throw vlerror(biff::msg::sheetNameInvalid);
     cut = wide.size() > maxSheetName;
     wide = wide.substr(0, maxSheetName);
     const int own = renamed == nullptr ? -1 : indexOfSheet(*renamed);
     for (std::size_t i = 0; i < _globals.boundSheets.size(); ++i) {
         if (static_cast<int>(i) != own && sameNameIgnoringCase(_globals.boundSheets[i].sheetName.view(), wide))
-            throw vlerror(msg::sheetNameTaken);
+            throw vlerror(biff::msg::sheetNameTaken);
     }
     return _pool.copy(wide);
 }
@@ -71,7 +71,7 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
     sheet->setName(entry.sheetName.text);
     if (source != nullptr) {
         const auto* const own = dynamic_cast<SheetImplT<CharT>*>(source);
-        if (own == nullptr) throw vlerror(msg::foreignSheet);
+        if (own == nullptr) throw vlerror(biff::msg::foreignSheet);
         sheet->cloneFrom(*own);
         entry.dt = boundKindOf(sheet->dt());
         sheet->setSelected(_sheets.empty());  // two selected sheets would be edited together
@@ -93,7 +93,7 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
     _sheets.insert(_sheets.begin() + static_cast<std::ptrdiff_t>(index), std::move(sheet));
     _globals.boundSheets.insert(_globals.boundSheets.begin() + static_cast<std::ptrdiff_t>(index), entry);
     renumber(newIndex);
-    if (cut) this->_lastError.set(msg::sheetNameCut);
+    if (cut) this->_lastError.set(biff::msg::sheetNameCut);
     return made;
 }
 
@@ -117,7 +117,7 @@ ISheetT<CharT>* BookImplT<CharT>::addSheet(const CharT* name, ISheetT<CharT>* so
 template <class CharT>
 ISheetT<CharT>* BookImplT<CharT>::insertSheet(int index, const CharT* name, ISheetT<CharT>* source) {
     return guarded<ISheetT<CharT>*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) > _sheets.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || static_cast<std::size_t>(index) > _sheets.size()) throw vlerror(biff::msg::indexOutOfRange);
         requireEqualSheetLists();
         return &makeSheet(static_cast<std::size_t>(index), name, source);
     });
@@ -126,7 +126,7 @@ ISheetT<CharT>* BookImplT<CharT>::insertSheet(int index, const CharT* name, IShe
 template <class CharT>
 ISheetT<CharT>* BookImplT<CharT>::getSheet(int index) {
     return guarded<ISheetT<CharT>*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= _sheets.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || static_cast<std::size_t>(index) >= _sheets.size()) throw vlerror(biff::msg::indexOutOfRange);
         return _sheets[static_cast<std::size_t>(index)].get();
     });
 }
@@ -134,7 +134,7 @@ ISheetT<CharT>* BookImplT<CharT>::getSheet(int index) {
 template <class CharT>
 const CharT* BookImplT<CharT>::sheetNameAt(int index) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || index >= sheetCount()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || index >= sheetCount()) throw vlerror(biff::msg::indexOutOfRange);
         const auto& entry = _globals.boundSheets[static_cast<std::size_t>(index)];
         return this->_conversion.template give<CharT>(entry.sheetName.view(), utf8());
     });
@@ -143,7 +143,7 @@ const CharT* BookImplT<CharT>::sheetNameAt(int index) {
 template <class CharT>
 int BookImplT<CharT>::sheetKindAt(int index) {
     return guarded<int>(this->_lastError, sheetOther, [&] {
-        if (index < 0 || index >= sheetCount()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || index >= sheetCount()) throw vlerror(biff::msg::indexOutOfRange);
         const auto i = static_cast<std::size_t>(index);
         // A book loaded as outline has no sheets to ask.
         const auto kind = i < _sheets.size() ? boundKindOf(_sheets[i]->dt()) : _globals.boundSheets[i].dt;
@@ -158,10 +158,10 @@ template <class CharT>
 bool BookImplT<CharT>::moveSheet(int srcIndex, int dstIndex) {
     return guarded(this->_lastError, false, [&] {
         const int count = static_cast<int>(_sheets.size());
-        if (srcIndex < 0 || srcIndex >= count) throw vlerror(msg::srcIndexOutOfRange);
-        if (dstIndex < 0 || dstIndex > count) throw vlerror(msg::dstIndexOutOfRange);
-        if (srcIndex == dstIndex) throw vlerror(msg::moveToItself);
-        if (srcIndex == dstIndex - 1) throw vlerror(msg::moveBehindItself);
+        if (srcIndex < 0 || srcIndex >= count) throw vlerror(biff::msg::srcIndexOutOfRange);
+        if (dstIndex < 0 || dstIndex > count) throw vlerror(biff::msg::dstIndexOutOfRange);
+        if (srcIndex == dstIndex) throw vlerror(biff::msg::moveToItself);
+        if (srcIndex == dstIndex - 1) throw vlerror(biff::msg::moveBehindItself);
 
         const auto move = [&](auto& list) {
             const auto at = [&](int i) { return list.begin() + i; };
@@ -188,8 +188,8 @@ bool BookImplT<CharT>::moveSheet(int srcIndex, int dstIndex) {
 template <class CharT>
 bool BookImplT<CharT>::removeSheet(int index) {
     return guarded(this->_lastError, false, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= _sheets.size()) throw vlerror(msg::indexOutOfRange);
-        if (_sheets.size() == 1) throw vlerror(msg::cantRemoveLastSheet);
+        if (index < 0 || static_cast<std::size_t>(index) >= _sheets.size()) throw vlerror(biff::msg::indexOutOfRange);
+        if (_sheets.size() == 1) throw vlerror(biff::msg::cantRemoveLastSheet);
         const auto gone = static_cast<std::size_t>(index);
         std::vector<int> newIndex(_sheets.size());
         for (std::size_t i = 0; i < newIndex.size(); ++i) newIndex[i] = static_cast<int>(i < gone ? i : i - 1);
@@ -231,7 +231,7 @@ int BookImplT<CharT>::activeSheetIndex() {
 template <class CharT>
 bool BookImplT<CharT>::setActiveSheetIndex(int index) {
     return guarded(this->_lastError, false, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= _sheets.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || static_cast<std::size_t>(index) >= _sheets.size()) throw vlerror(biff::msg::indexOutOfRange);
         activate(static_cast<std::size_t>(index));
         return true;
     });
@@ -268,7 +268,7 @@ void BookImplT<CharT>::renameSheet(SheetImplT<CharT>& sheet, const CharT* name) 
     const int index = indexOfSheet(sheet);
     if (index >= 0) _globals.boundSheets[static_cast<std::size_t>(index)].sheetName.set(checked, _pool, utf8());
     sheet.setName(checked);
-    if (cut) this->_lastError.set(msg::sheetNameCut);
+    if (cut) this->_lastError.set(biff::msg::sheetNameCut);
 }
 
 template <class CharT>
@@ -285,7 +285,7 @@ void BookImplT<CharT>::setSheetState(SheetImplT<CharT>& sheet, int state) {
     BoundSheet8& entry = sheets[static_cast<std::size_t>(index)];
     const auto isVisible = [](const BoundSheet8& other) { return other.state() == sheetVisible; };
     const bool hides = isVisible(entry) && state != sheetVisible;
-    if (hides && std::ranges::count_if(sheets, isVisible) == 1) throw vlerror(msg::needsVisibleSheet);
+    if (hides && std::ranges::count_if(sheets, isVisible) == 1) throw vlerror(biff::msg::needsVisibleSheet);
     entry.setState(state);
     if (hides && _globals.window1.itabCur == index)
         activate(static_cast<std::size_t>(std::ranges::find_if(sheets, isVisible) - sheets.begin()));

@@ -13,7 +13,7 @@ bool CellStore::put(Cell cell) {
         cells[slot.index()] = std::move(cell);
         return false;
     }
-    if (cells.size() > CellSlot::maxIndex) throw vlerror(msg::tooManyCells);
+    if (cells.size() > CellSlot::maxIndex) throw vlerror(biff::msg::tooManyCells);
     const CellSlot fresh(Cell::kind, cells.size());
     cells.push_back(std::move(cell));
     const bool over = slot.occupied();

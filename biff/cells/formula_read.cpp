@@ -57,14 +57,15 @@ public:
             auto& prefix = _block.ensureTail().prefix.emplace();
             std::ranges::copy(_in.take(prefixSize), prefix.begin());
             header = _in.readHeader();
-            if (header.id != record_id::Formula) throw vlerror(msg::formulaBlockError);
+            if (header.id != record_id::Formula) throw vlerror(biff::msg::formulaBlockError);
         }
         readFixedPart(_block, _in.body(header.size), _pool);
         if (_block.value.hasTextMark() && _in.peekRecordId() == record_id::String) readText();
         readFollowing();
         if (_in.peekRecordId() == record_id::String) {
             readText();
-            if (const auto next = _in.peekHeader(); next && next->size == 0) throw vlerror(msg::formulaBlockCorrupt);
+            if (const auto next = _in.peekHeader(); next && next->size == 0)
+                throw vlerror(biff::msg::formulaBlockCorrupt);
         }
     }
 

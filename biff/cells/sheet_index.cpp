@@ -8,7 +8,7 @@
 namespace vellum {
 
 void SheetIndex::throwBadColumn() {
-    throw vlerror(msg::sheetIndexColumn);
+    throw vlerror(biff::msg::sheetIndexColumn);
 }
 
 void SheetIndex::clear() {

@@ -3,6 +3,19 @@
 #include <cstdint>
 #include <vector>
 
+namespace vellum::biff {
+
+/// A block of cells, its last row and column included.
+struct CellRange {
+    std::uint16_t rowFirst = 0, rowLast = 0, colFirst = 0, colLast = 0;
+
+    [[nodiscard]] bool holds(std::uint32_t row, std::uint32_t col) const {
+        return rowFirst <= row && row <= rowLast && colFirst <= col && col <= colLast;
+    }
+};
+
+}  // namespace vellum::biff
+
 namespace vellum {
 
 /// Index of a sheet's rows in the stream. The engine never uses the offsets and writes them as they were.
@@ -92,15 +105,6 @@ struct Window2 {
         visit("wScaleNormal", r.wScaleNormal);
         visit("reserved2", r.reserved2);
         visit("reserved3", r.reserved3);
-    }
-};
-
-/// A block of cells, its last row and column included.
-struct CellRange {
-    std::uint16_t rowFirst = 0, rowLast = 0, colFirst = 0, colLast = 0;
-
-    [[nodiscard]] bool holds(std::uint32_t row, std::uint32_t col) const {
-        return rowFirst <= row && row <= rowLast && colFirst <= col && col <= colLast;
     }
 };
 

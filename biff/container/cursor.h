@@ -41,7 +41,7 @@ public:
     [[nodiscard]] std::span<const std::byte> rest() const { return _rest; }
 
     /// The next `n` bytes, in place. Throws `tooShort` when fewer remain.
-    std::span<const std::byte> take(std::size_t n, const char* tooShort = msg::streamEnds) {
+    std::span<const std::byte> take(std::size_t n, const char* tooShort = biff::msg::streamEnds) {
         if (n > _rest.size()) throw vlerror(tooShort);
         const auto out = _rest.first(n);
         _rest = _rest.subspan(n);
@@ -49,11 +49,11 @@ public:
     }
 
     template <WireValue T>
-    T get(const char* tooShort = msg::streamEnds) {
+    T get(const char* tooShort = biff::msg::streamEnds) {
         return loadLe<T>(take(sizeof(T), tooShort).data());
     }
 
-    void skip(std::size_t n, const char* tooShort = msg::streamEnds) { take(n, tooShort); }
+    void skip(std::size_t n, const char* tooShort = biff::msg::streamEnds) { take(n, tooShort); }
 
 private:
     std::span<const std::byte> _rest;

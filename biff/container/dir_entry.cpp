@@ -9,9 +9,9 @@
 namespace vellum {
 
 DirEntry::DirEntry(const wchar_t* name, std::uint8_t entryType, std::uint32_t child) : type(entryType), childID(child) {
-    if (name == nullptr) throw vlerror(msg::dirEntryName);
+    if (name == nullptr) throw vlerror(biff::msg::dirEntryName);
     const std::size_t characters = std::wcslen(name);
-    if (characters >= nameUnits.size()) throw vlerror(msg::dirEntryNameTooBig);
+    if (characters >= nameUnits.size()) throw vlerror(biff::msg::dirEntryNameTooBig);
     for (std::size_t i = 0; i < characters; ++i) nameUnits[i] = static_cast<std::uint16_t>(name[i]);
     length = static_cast<std::uint16_t>(2 * characters + 2);
 }

@@ -1,6 +1,6 @@
 #include "biff/container/messages.h"
 
-namespace vellum::msg {
+namespace vellum::biff::msg {
 
 std::string difatTooLong(std::uint32_t numDifatSectors) {
     return "Xls::loadDifat(): difat chain contains more sectors than _header.numDifatSectors (" +
@@ -29,4 +29,4 @@ std::string unexpectedRecord(const char* record) {
     return std::string(record) + ": unexpected record";
 }
 
-}  // namespace vellum::msg
+}  // namespace vellum::biff::msg

@@ -6,7 +6,9 @@
 
 #include "engine/failure/messages.h"
 
-namespace vellum::msg {
+namespace vellum::biff::msg {
+
+using namespace vellum::msg;  // what both engines say
 
 // Compound file, header and tables.
 inline constexpr const char* fileTooSmall = "readHeader: file is corrupt (size < 512 bytes)";
@@ -95,4 +97,4 @@ inline constexpr const char* colOrder = "colLast must be greater than or equal t
 inline constexpr const char* notMerged = "this cell isn't in merging block";
 inline constexpr const char* sheetNameIncorrect = "incorrect sheet name";
 
-}  // namespace vellum::msg
+}  // namespace vellum::biff::msg

@@ -23,10 +23,10 @@
 namespace vellum {
 
 [[noreturn]] inline void throwBadSize(const char* record) {
-    throw vlerror(msg::badSize(record));
+    throw vlerror(biff::msg::badSize(record));
 }
 [[noreturn]] inline void throwUnexpected(const char* record) {
-    throw vlerror(msg::unexpectedRecord(record));
+    throw vlerror(biff::msg::unexpectedRecord(record));
 }
 
 template <class T>

@@ -46,14 +46,14 @@ void Xls::reset(bool fresh) {
 
 std::size_t Xls::readBytes(void* dest, std::size_t count) {
     const std::size_t n = std::min(count, _open.size() - _at);
-    if (n < count && _brokenChain) throw vlerror(msg::sectorOutOfFat);
+    if (n < count && _brokenChain) throw vlerror(biff::msg::sectorOutOfFat);
     if (n > 0) std::memcpy(dest, _open.data() + _at, n);
     _at += n;
     return n;
 }
 
 std::span<const std::byte> Xls::take(std::size_t count) {
-    if (count > _open.size() - _at) throw vlerror(_brokenChain ? msg::sectorOutOfFat : msg::streamEnds);
+    if (count > _open.size() - _at) throw vlerror(_brokenChain ? biff::msg::sectorOutOfFat : biff::msg::streamEnds);
     const auto bytes = _open.subspan(_at, count);
     _at += count;
     return bytes;
@@ -62,7 +62,7 @@ std::span<const std::byte> Xls::take(std::size_t count) {
 std::optional<RecordHeader> Xls::peekHeader() const {
     const auto rest = _open.subspan(_at);
     if (rest.size() < sizeof(std::uint16_t)) {
-        if (_brokenChain) throw vlerror(msg::sectorOutOfFat);
+        if (_brokenChain) throw vlerror(biff::msg::sectorOutOfFat);
         return std::nullopt;
     }
     RecordHeader header;
@@ -83,7 +83,7 @@ std::optional<RecordHeader> Xls::nextRecord() {
         _at = _open.size();
         return std::nullopt;
     }
-    if (header->id == 0) throw vlerror(msg::recordIdZero);
+    if (header->id == 0) throw vlerror(biff::msg::recordIdZero);
     skip(recordHeaderSize);
     return header;
 }
@@ -113,7 +113,7 @@ void Xls::needContinue(std::uint16_t& budget, const char* notFound) {
 void Xls::readWithContinueRecords(void* dest, std::size_t count, std::uint16_t& budget) {
     auto* to = static_cast<std::byte*>(dest);
     while (count > 0) {
-        needContinue(budget, msg::continueNotFound);
+        needContinue(budget, biff::msg::continueNotFound);
         const std::size_t n = std::min<std::size_t>(count, budget);
         std::memcpy(to, take(n).data(), n);
         to += n;
@@ -125,7 +125,7 @@ void Xls::readWithContinueRecords(void* dest, std::size_t count, std::uint16_t& 
 std::uint16_t Xls::readInt16(std::uint16_t& budget) {
     std::uint16_t value = 0;
     for (unsigned shift = 0; shift < 16; shift += 8) {
-        needContinue(budget, msg::continueNotFoundInt16);
+        needContinue(budget, biff::msg::continueNotFoundInt16);
         value = static_cast<std::uint16_t>(value | (readInt8() << shift));
         --budget;
     }
@@ -135,7 +135,7 @@ std::uint16_t Xls::readInt16(std::uint16_t& budget) {
 std::uint32_t Xls::readInt32(std::uint16_t& budget) {
     std::uint32_t value = 0;
     for (unsigned shift = 0; shift < 32; shift += 8) {
-        needContinue(budget, msg::continueNotFoundInt32);
+        needContinue(budget, biff::msg::continueNotFoundInt32);
         value |= std::uint32_t{readInt8()} << shift;
         --budget;
     }
@@ -149,7 +149,7 @@ bool Xls::acceptContinue(std::uint16_t& budget) {
 }
 
 void Xls::readString(std::string* s, std::size_t maxLength, std::uint16_t& budget) {
-    if (s == nullptr) throw vlerror(msg::readStringNull);
+    if (s == nullptr) throw vlerror(biff::msg::readStringNull);
     s->clear();
     while (s->size() < maxLength) {
         char c = 0;
@@ -160,8 +160,8 @@ void Xls::readString(std::string* s, std::size_t maxLength, std::uint16_t& budge
 }
 
 void Xls::readStringWithoutNull(std::string* s, std::size_t count, std::uint16_t& budget) {
-    if (s == nullptr) throw vlerror(msg::readStringWithoutNullNull);
-    if (count > _open.size() - _at) throw vlerror(msg::streamEnds);
+    if (s == nullptr) throw vlerror(biff::msg::readStringWithoutNullNull);
+    if (count > _open.size() - _at) throw vlerror(biff::msg::streamEnds);
     s->resize(count);
     readWithContinueRecords(s->data(), count, budget);
 }
@@ -197,9 +197,9 @@ void Xls::writeWideStringZ(const wchar_t* text) {
 }
 
 std::uint32_t Xls::currentWritePosition() {
-    if (_stream == nullptr) throw vlerror(msg::noWritePosition);
+    if (_stream == nullptr) throw vlerror(biff::msg::noWritePosition);
     if (!_writing) beginWriting();
-    if (_stream->tellp() == std::iostream::pos_type(-1)) throw vlerror(msg::noWritePosition);
+    if (_stream->tellp() == std::iostream::pos_type(-1)) throw vlerror(biff::msg::noWritePosition);
     return static_cast<std::uint32_t>(_flushed + _out.size());
 }
 
@@ -221,7 +221,7 @@ void Xls::patchInt32(std::uint32_t position, std::uint32_t value) {
 
 // The slot of the header stays blank until `close`, so that an interrupted save leaves no valid file.
 void Xls::beginWriting() {
-    if (_stream == nullptr) throw vlerror(msg::streamError);
+    if (_stream == nullptr) throw vlerror(biff::msg::streamError);
     _stream->seekp(0);
     const std::vector<std::byte> blank(_sectorSize);
     writeRaw(blank);
@@ -237,7 +237,7 @@ void Xls::flush() {
 
 void Xls::writeRaw(std::span<const std::byte> bytes) {
     _stream->write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!*_stream) throw vlerror(msg::streamError);
+    if (!*_stream) throw vlerror(biff::msg::streamError);
 }
 
 namespace {

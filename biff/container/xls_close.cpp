@@ -42,7 +42,7 @@ std::uint32_t Xls::padToSector(std::uint64_t bytes, std::byte fill) {
     const auto sectors = static_cast<std::uint32_t>((bytes + _sectorSize - 1) / _sectorSize);
     const std::vector<std::byte> padding(std::uint64_t{sectors} * _sectorSize - bytes, fill);
     _stream->write(reinterpret_cast<const char*>(padding.data()), static_cast<std::streamsize>(padding.size()));
-    if (!*_stream) throw vlerror(msg::blankSectorError);
+    if (!*_stream) throw vlerror(biff::msg::blankSectorError);
     return sectors;
 }
 
@@ -50,7 +50,7 @@ void Xls::close() {
     const std::uint64_t written = _flushed + _out.size();
     std::uint64_t content = written + _miniFat.size() * sizeof(std::uint32_t);
     for (const KeptStream& kept : _kept) content += kept.bytes.size();
-    if (content > maxContent) throw vlerror(msg::closeTooBig);
+    if (content > maxContent) throw vlerror(biff::msg::closeTooBig);
     // Below the cutoff readers would look for the stream among the mini sectors.
     if (written > 0 && written < miniStreamCutoff) _out.fill(miniStreamCutoff - written);
     flush();
@@ -102,7 +102,7 @@ void Xls::cutChainBefore(std::uint32_t sector, const char* outOfRange) {
 void Xls::buildFat(std::uint32_t sectors, std::uint32_t dirSectors) {
     _fat.assign(std::size_t{_header.numFatSectors} * entriesPerSector, freeSector);
     const auto entry = [this](std::uint32_t at) -> std::uint32_t& {
-        return checked(_fat, at, msg::closeSectorOutOfFat);
+        return checked(_fat, at, biff::msg::closeSectorOutOfFat);
     };
     for (std::uint32_t sector = 0; sector < sectors; ++sector) {
         entry(sector) = sector + 1 < sectors ? sector + 1 : endOfChain;
@@ -112,10 +112,10 @@ void Xls::buildFat(std::uint32_t sectors, std::uint32_t dirSectors) {
     for (std::uint32_t i = 0; i < _header.numFatSectors; ++i) entry(at++) = fatSector;
     for (std::uint32_t i = 0; i < dirSectors; ++i, ++at) entry(at) = i + 1 < dirSectors ? at + 1 : endOfChain;
 
-    if (!_miniFat.empty()) cutChainBefore(_header.firstMiniFatSector, msg::closeMiniFat);
+    if (!_miniFat.empty()) cutChainBefore(_header.firstMiniFatSector, biff::msg::closeMiniFat);
     for (const KeptStream& kept : _kept) {
         const std::uint32_t start = _dir[kept.entry].startingSectorLocation;
-        if (start != endOfChain) cutChainBefore(start, msg::closeStartingSector);
+        if (start != endOfChain) cutChainBefore(start, biff::msg::closeStartingSector);
     }
 }
 
@@ -127,7 +127,8 @@ void Xls::writeDifat(std::uint32_t sectors) {
         if (i < headerDifatEntries) {
             _header.difat[i] = firstFat + i;
         } else {
-            checked(tail, i - static_cast<std::uint32_t>(headerDifatEntries), msg::closeDifatIndex) = firstFat + i;
+            checked(tail, i - static_cast<std::uint32_t>(headerDifatEntries), biff::msg::closeDifatIndex) =
+                firstFat + i;
         }
     }
     _header.firstDifatSector = _header.numDifatSectors == 0 ? endOfChain : sectors;
@@ -155,7 +156,7 @@ void Xls::writeHeader() {
     _stream->seekp(0);
     writeRaw(header.bytes());
     _stream->flush();
-    if (!*_stream) throw vlerror(msg::streamError);
+    if (!*_stream) throw vlerror(biff::msg::streamError);
 }
 
 }  // namespace vellum

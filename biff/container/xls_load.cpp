@@ -28,17 +28,17 @@ void Xls::measure() {
     _stream->seekg(0, std::ios::end);
     const std::streamoff size = _stream->tellg();
     _stream->seekg(0);
-    if (size > 0 && static_cast<std::uint64_t>(size) > maxFileSize) throw vlerror(msg::fileTooBig);
+    if (size > 0 && static_cast<std::uint64_t>(size) > maxFileSize) throw vlerror(biff::msg::fileTooBig);
     _fileSize = size < 0 ? 0 : static_cast<std::uint32_t>(size);
 }
 
 void Xls::read(std::uint64_t& counter) {
     dropFile();
-    if (_fileSize < headerSize) throw vlerror(msg::fileTooSmall);
+    if (_fileSize < headerSize) throw vlerror(biff::msg::fileTooSmall);
     _file = std::make_unique_for_overwrite<std::byte[]>(_fileSize);
     _stream->read(reinterpret_cast<char*>(_file.get()), static_cast<std::streamsize>(_fileSize));
     _fileSize = static_cast<std::uint32_t>(_stream->gcount());  // it may have shrunk since
-    if (_fileSize < headerSize) throw vlerror(msg::fileTooSmall);
+    if (_fileSize < headerSize) throw vlerror(biff::msg::fileTooSmall);
 
     loadHeader(counter);
     loadDifat(counter);
@@ -51,7 +51,7 @@ void Xls::read(std::uint64_t& counter) {
     _mainEntry = findMainEntry();
     if (_mainEntry == noEntry) {
         _encryptionInfo = findEntry(L"EncryptionInfo");
-        if (_encryptionInfo == noEntry) throw vlerror(msg::noEncryptionInfo);
+        if (_encryptionInfo == noEntry) throw vlerror(biff::msg::noEncryptionInfo);
         _encrypted = true;
         return openEntry(_encryptionInfo);
     }
@@ -62,7 +62,7 @@ void Xls::loadHeader(std::uint64_t& counter) {
     Cursor in({_file.get(), headerSize});
     CompoundHeader header;
     if (!std::ranges::equal(in.rest().first(header.magic.size()), std::as_bytes(std::span(header.magic)))) {
-        throw vlerror(msg::notCompoundFile);
+        throw vlerror(biff::msg::notCompoundFile);
     }
     readFields(in, header);
     counter += headerSize;
@@ -70,9 +70,9 @@ void Xls::loadHeader(std::uint64_t& counter) {
     constexpr unsigned bits = 32;
     _sectorSize = header.sectorShift < bits ? std::uint32_t{1} << header.sectorShift : 0;
     _miniSectorSize = header.miniSectorShift < bits ? std::uint32_t{1} << header.miniSectorShift : 0;
-    if (_sectorSize == 0) throw vlerror(msg::sectorSizeZero);
-    if (_miniSectorSize == 0) throw vlerror(msg::miniSectorSizeZero);
-    if (_sectorSize < minSectorSize || _miniSectorSize > _sectorSize) throw vlerror(msg::sectorSizeUnusable);
+    if (_sectorSize == 0) throw vlerror(biff::msg::sectorSizeZero);
+    if (_miniSectorSize == 0) throw vlerror(biff::msg::miniSectorSizeZero);
+    if (_sectorSize < minSectorSize || _miniSectorSize > _sectorSize) throw vlerror(biff::msg::sectorSizeUnusable);
 }
 
 std::optional<std::span<const std::byte>> Xls::sectorBytes(std::uint32_t sector) const {
@@ -86,31 +86,31 @@ void Xls::loadDifat(std::uint64_t& counter) {
     if (_header.firstDifatSector >= endOfChain || _header.numDifatSectors == 0) return;
     std::uint32_t found = 0;
     for (std::uint32_t sector = _header.firstDifatSector; sector < endOfChain; ++found) {
-        if (found == _header.numDifatSectors) throw vlerror(msg::difatTooLong(_header.numDifatSectors));
+        if (found == _header.numDifatSectors) throw vlerror(biff::msg::difatTooLong(_header.numDifatSectors));
         const auto bytes = sectorBytes(sector);
         if (!bytes) {
             const std::uint64_t link = (std::uint64_t{sector} + 2) * _sectorSize - sizeof sector;
-            throw vlerror(link > _fileSize ? msg::difatCorruptEntries : msg::difatCorruptLink);
+            throw vlerror(link > _fileSize ? biff::msg::difatCorruptEntries : biff::msg::difatCorruptLink);
         }
         counter += _sectorSize;
-        if (counter > _fileSize) throw vlerror(msg::difatCorruptEntries);
+        if (counter > _fileSize) throw vlerror(biff::msg::difatCorruptEntries);
         appendEntries(_difat, bytes->first(_sectorSize - sizeof sector));
         sector = loadLe<std::uint32_t>(bytes->last(sizeof sector).data());
     }
-    if (found != _header.numDifatSectors) throw vlerror(msg::difatTooShort(found, _header.numDifatSectors));
+    if (found != _header.numDifatSectors) throw vlerror(biff::msg::difatTooShort(found, _header.numDifatSectors));
 }
 
 void Xls::loadFat(std::uint64_t& counter) {
     const auto found = _difat.size() - static_cast<std::size_t>(std::ranges::count(_difat, freeSector));
     if (found != _header.numFatSectors) {
-        throw vlerror(msg::fatCount(static_cast<std::uint32_t>(found), _header.numFatSectors));
+        throw vlerror(biff::msg::fatCount(static_cast<std::uint32_t>(found), _header.numFatSectors));
     }
     _fat.clear();
     for (const std::uint32_t sector : _difat) {
         if (sector == freeSector) continue;
         const auto bytes = sectorBytes(sector);
         counter += _sectorSize;
-        if (!bytes || counter > _fileSize) throw vlerror(msg::fatCorrupt);
+        if (!bytes || counter > _fileSize) throw vlerror(biff::msg::fatCorrupt);
         appendEntries(_fat, *bytes);
     }
 }
@@ -120,13 +120,13 @@ void Xls::loadMiniFat(std::uint64_t& counter) {
     if (_header.firstMiniFatSector == 0 || _header.firstMiniFatSector >= difatSector) return;
     std::uint32_t found = 0;
     for (std::uint32_t sector = _header.firstMiniFatSector; sector != endOfChain; ++found) {
-        if (sector >= _fat.size()) throw vlerror(msg::miniFatEndless);
-        if (found == _header.numMiniFatSectors) throw vlerror(msg::miniFatTooLong);
+        if (sector >= _fat.size()) throw vlerror(biff::msg::miniFatEndless);
+        if (found == _header.numMiniFatSectors) throw vlerror(biff::msg::miniFatTooLong);
         const auto bytes = sectorBytes(sector);
         counter += _sectorSize;
-        if (!bytes || counter > _fileSize) throw vlerror(msg::miniFatCorrupt);
+        if (!bytes || counter > _fileSize) throw vlerror(biff::msg::miniFatCorrupt);
         appendEntries(_miniFat, *bytes);
-        if (_fat[sector] == sector) throw vlerror(msg::miniFatSelfLink);
+        if (_fat[sector] == sector) throw vlerror(biff::msg::miniFatSelfLink);
         sector = _fat[sector];
     }
 }
@@ -134,9 +134,9 @@ void Xls::loadMiniFat(std::uint64_t& counter) {
 std::uint32_t Xls::countDirSectors() const {
     std::uint32_t count = 0;
     for (std::uint32_t sector = _header.firstDirSector; sector != endOfChain; ++count) {
-        if (sector >= _fat.size()) throw vlerror(msg::dirSectorNotInFat(sector));
-        if (_fat[sector] == sector) throw vlerror(msg::dirSelfLinkCount);
-        if (std::uint64_t{count} * _sectorSize > _fileSize) throw vlerror(msg::dirCorruptCount);
+        if (sector >= _fat.size()) throw vlerror(biff::msg::dirSectorNotInFat(sector));
+        if (_fat[sector] == sector) throw vlerror(biff::msg::dirSelfLinkCount);
+        if (std::uint64_t{count} * _sectorSize > _fileSize) throw vlerror(biff::msg::dirCorruptCount);
         sector = _fat[sector];
     }
     return count;
@@ -150,7 +150,7 @@ void Xls::loadDir(std::uint64_t& counter) {
     for (std::uint32_t sector = _header.firstDirSector; sector != endOfChain; sector = _fat[sector]) {
         const auto bytes = sectorBytes(sector);
         counter += _sectorSize;
-        if (!bytes || counter > _fileSize) throw vlerror(msg::dirCorruptRead);
+        if (!bytes || counter > _fileSize) throw vlerror(biff::msg::dirCorruptRead);
         Cursor in(*bytes);
         while (in.left() >= dirEntrySize) {
             readFields(in, _dir.emplace_back());

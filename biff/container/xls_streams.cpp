@@ -55,7 +55,7 @@ Xls::Chain Xls::regularChain(std::uint32_t start, std::size_t atMost) const {
 }
 
 Xls::Chain Xls::miniChain(std::uint32_t start) const {
-    if (_dir.empty()) throw vlerror(msg::miniDirEmpty);
+    if (_dir.empty()) throw vlerror(biff::msg::miniDirEmpty);
     std::vector<std::uint32_t> rootSectors;
     for (std::uint32_t sector = _dir.front().startingSectorLocation;
          sector < _fat.size() && rootSectors.size() < _fat.size(); sector = _fat[sector]) {
@@ -93,17 +93,17 @@ void Xls::openChain(Chain&& chain) {
 // Some files name a free sector, or one of the FAT's own, as a stream's start; the stream then begins at the next one
 // in use. A stream that fits one sector rightly has the chain's end there.
 std::uint32_t Xls::tolerantStart(std::uint32_t start, std::uint32_t streamSize) const {
-    if (start >= _fat.size()) throw vlerror(msg::sectorOutOfFat);
+    if (start >= _fat.size()) throw vlerror(biff::msg::sectorOutOfFat);
     if (_fat[start] == endOfChain && streamSize <= _sectorSize) return start;
     while (_fat[start] >= fatSector) {
-        if (++start >= _fat.size()) throw vlerror(msg::sectorOutOfFat);
+        if (++start >= _fat.size()) throw vlerror(biff::msg::sectorOutOfFat);
     }
     return start;
 }
 
 void Xls::openStream(const DirEntry& entry) {
     const std::uint32_t start = entry.startingSectorLocation;
-    if (start == endOfChain) throw vlerror(msg::streamEmpty);
+    if (start == endOfChain) throw vlerror(biff::msg::streamEmpty);
     openChain(entry.streamSize >= miniStreamCutoff ? regularChain(tolerantStart(start, entry.streamSize), _fileSize)
                                                    : miniChain(start));
 }
@@ -114,9 +114,9 @@ void Xls::openEntry(std::size_t entry) {
 
 std::uint32_t Xls::openEncryptedPackage() {
     _encryptedPackage = findEntry(L"EncryptedPackage");
-    if (_encryptedPackage == noEntry) throw vlerror(msg::noEncryptedPackage);
+    if (_encryptedPackage == noEntry) throw vlerror(biff::msg::noEncryptedPackage);
     const DirEntry& entry = _dir[_encryptedPackage];
-    if (entry.startingSectorLocation == endOfChain) throw vlerror(msg::encryptedPackageEmpty);
+    if (entry.startingSectorLocation == endOfChain) throw vlerror(biff::msg::encryptedPackageEmpty);
     openStream(entry);
     return entry.streamSize;
 }
@@ -135,10 +135,10 @@ void Xls::extractKeptStreams() {
         if (!regular && (entry.streamSize == 0 || !holdsMiniStream)) continue;
 
         const Chain chain = regularChain(start, entry.streamSize);
-        if (chain.broken) throw vlerror(msg::sectorOutOfFat);
+        if (chain.broken) throw vlerror(biff::msg::sectorOutOfFat);
         const std::size_t size = std::min<std::size_t>(chain.bytes, entry.streamSize);
         total += size;
-        if (total > _fileSize) throw vlerror(msg::keptStreamsCorrupt);
+        if (total > _fileSize) throw vlerror(biff::msg::keptStreamsCorrupt);
         KeptStream kept{id, std::vector<std::byte>(size)};
         chain.copyTo(kept.bytes.data(), size, _file.get());
         _kept.push_back(std::move(kept));

@@ -39,7 +39,7 @@ void Globals::addNumFormat(const NumFormat& format) {
 std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
     constexpr std::uint16_t lastCustom = 392;
     constexpr std::size_t longest = (maxRecordBody - 5) / 2;  // behind id, count and flags, two bytes a character
-    if (text.size() > longest) throw vlerror(msg::stringTooLong);
+    if (text.size() > longest) throw vlerror(biff::msg::stringTooLong);
     for (const NumFormat& known : numFormats) {
         if (known.text.view() == text) return known.ifmt;
     }
@@ -51,7 +51,7 @@ std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
         addNumFormat(added);
         return ifmt;
     }
-    throw vlerror(msg::tooManyCustomFormats);
+    throw vlerror(biff::msg::tooManyCustomFormats);
 }
 
 void Globals::renumber(std::span<const int> newIndex) {

@@ -57,13 +57,13 @@ void excel9File(Globals& g, Xls&, RecordHeader h, StringPool&) {
 }
 
 void filePass(Globals&, Xls&, RecordHeader, StringPool&) {
-    throw vlerror(msg::encrypted);
+    throw vlerror(biff::msg::encrypted);
 }
 
 void bof(Globals& g, Xls& in, RecordHeader h, StringPool&) {
     Cursor body = in.body(h.size);
     const Bof bof = readPrefix<Bof>(body, h.size);
-    if (bof.vers != bofVersBiff5 && bof.vers != bofVersBiff8) throw vlerror(msg::unsupportedVers);
+    if (bof.vers != bofVersBiff5 && bof.vers != bofVersBiff8) throw vlerror(biff::msg::unsupportedVers);
     if (!g.hasBof) g.bof = bof;
     g.hasBof = true;
 }

@@ -47,7 +47,7 @@ int Palette::pack(int red, int green, int blue) {
     const auto position = same != _colors.end()
                               ? static_cast<std::size_t>(same - _colors.begin())
                               : static_cast<std::size_t>(std::ranges::find(_used, false) - _used.begin());
-    if (position == _colors.size()) throw vlerror(msg::noFreeColor);
+    if (position == _colors.size()) throw vlerror(biff::msg::noFreeColor);
     _used[position] = true;
     _colors[position] = color;
     return indexOf(position);
@@ -63,7 +63,7 @@ int Palette::nearest(int red, int green, int blue) const {
 }
 
 PaletteColor Palette::at(int index) const {
-    if (index < 0 || index >= firstIndex + size) throw vlerror(msg::indexOutOfRange);
+    if (index < 0 || index >= firstIndex + size) throw vlerror(biff::msg::indexOutOfRange);
     // The eight basic colours have the standard values of the entries from 8 to 15, whatever those are now.
     if (index < firstIndex) return fromRgb(standardColors[static_cast<std::size_t>(index)]);
     return _colors[static_cast<std::size_t>(index - firstIndex)];

@@ -3,7 +3,9 @@
 
 #include "engine/failure/messages.h"
 
-namespace vellum::msg {
+namespace vellum::biff::msg {
+
+using namespace vellum::msg;  // what both engines say
 
 // Loading.
 inline constexpr const char* encrypted = "workbook is encrypted";
@@ -35,4 +37,4 @@ inline constexpr const char* formatNotFound = "specified format not found";
 inline constexpr const char* badRotation = "rotation must be in range 0-180 or 255";
 inline constexpr const char* noFreeColor = "no free color index, limit is reached for xls format";
 
-}  // namespace vellum::msg
+}  // namespace vellum::biff::msg

@@ -22,16 +22,16 @@ public:
     [[nodiscard]] std::span<const std::byte> bytes() const { return std::span(_bytes).subspan(_front); }
 
     // From the front.
-    std::uint8_t popInt8() { return pop<std::uint8_t>(msg::popInt16); }
-    std::uint16_t popInt16() { return pop<std::uint16_t>(msg::popInt16); }
-    std::uint32_t popInt32() { return pop<std::uint32_t>(msg::popInt32); }
-    double popDouble() { return pop<double>(msg::popDouble); }
+    std::uint8_t popInt8() { return pop<std::uint8_t>(biff::msg::popInt16); }
+    std::uint16_t popInt16() { return pop<std::uint16_t>(biff::msg::popInt16); }
+    std::uint32_t popInt32() { return pop<std::uint32_t>(biff::msg::popInt32); }
+    double popDouble() { return pop<double>(biff::msg::popDouble); }
     std::span<const std::byte> popBytes(std::size_t n) {
-        const auto out = Cursor(bytes()).take(n, msg::popInt16);
+        const auto out = Cursor(bytes()).take(n, biff::msg::popInt16);
         _front += n;
         return out;
     }
-    [[nodiscard]] std::uint8_t peekInt8() const { return Cursor(bytes()).get<std::uint8_t>(msg::popInt16); }
+    [[nodiscard]] std::uint8_t peekInt8() const { return Cursor(bytes()).get<std::uint8_t>(biff::msg::popInt16); }
 
     // At the back.
     template <WireValue T>
@@ -41,7 +41,7 @@ public:
     void write(std::span<const std::byte> more) { _bytes.insert(_bytes.end(), more.begin(), more.end()); }
     /// Takes the last `n` bytes away.
     void dropBack(std::size_t n) {
-        if (n > size()) throw vlerror(msg::popInt16);
+        if (n > size()) throw vlerror(biff::msg::popInt16);
         _bytes.resize(_bytes.size() - n);
     }
 

@@ -30,7 +30,7 @@ struct Head {
 };
 
 void takeFromBudget(std::uint16_t& budget, std::size_t n) {
-    if (budget < n) throw vlerror(msg::extStringSize);
+    if (budget < n) throw vlerror(biff::msg::extStringSize);
     budget = static_cast<std::uint16_t>(budget - n);
 }
 
@@ -52,7 +52,7 @@ const ExtStringRun* readRuns(Xls& xls, StringPool& pool, std::uint16_t count, st
 }
 
 const ExtStringPhonetic* readPhonetic(Xls& xls, StringPool& pool, std::uint32_t size, std::uint16_t& budget) {
-    if (size > xls.remaining()) throw vlerror(msg::streamEnds);
+    if (size > xls.remaining()) throw vlerror(biff::msg::streamEnds);
     auto* const phonetic = inPool<ExtStringPhonetic>(pool);
     std::byte* const bytes = pool.allocateBytes(size);
     xls.readWithContinueRecords(bytes, size, budget);
@@ -92,7 +92,7 @@ ExtString ExtString::read(Xls& xls, StringPool& pool, std::uint16_t& budget) {
     }
     if ((head.flags & (richText | phoneticText)) != 0) {
         auto* const format = inPool<ExtStringFormat>(pool);
-        if (std::size_t{head.runs} * sizeof(ExtStringRun) > xls.remaining()) throw vlerror(msg::streamEnds);
+        if (std::size_t{head.runs} * sizeof(ExtStringRun) > xls.remaining()) throw vlerror(biff::msg::streamEnds);
         if (head.runs > 0) format->runs = {readRuns(xls, pool, head.runs, budget), head.runs};
         if ((head.flags & phoneticText) != 0) {
             format->phonetic = readPhonetic(xls, pool, head.phoneticSize, budget);

@@ -21,7 +21,7 @@ const wchar_t* readText(Xls& xls, StringPool& pool, std::size_t cch, bool wide, 
     for (std::size_t done = 0; done < cch;) {
         while (budget == 0) {
             const RecordHeader header = xls.readHeader();
-            if (header.id != record_id::Continue) throw vlerror(msg::stringNotContinued);
+            if (header.id != record_id::Continue) throw vlerror(biff::msg::stringNotContinued);
             budget = header.size;
             if (budget == 0 || !hasFlags) continue;
             wide = (xls.readInt8() & wideText) != 0;

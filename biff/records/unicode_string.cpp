@@ -87,7 +87,7 @@ std::size_t ShortXLUnicodeString::wireSize() const {
 
 template <class CharT>
 void ShortXLUnicodeString::set(const CharT* newText, StringPool& pool, bool utf8) {
-    setText<std::uint8_t>(*this, newText, pool, utf8, 255, msg::shortStringTooLong);
+    setText<std::uint8_t>(*this, newText, pool, utf8, 255, biff::msg::shortStringTooLong);
 }
 
 XLUnicodeString XLUnicodeString::read(Cursor& in, StringPool& pool, TextForm form, bool shortCount,
@@ -121,7 +121,7 @@ XLUnicodeString XLUnicodeString::read(Xls& xls, StringPool& pool, TextForm form,
 
 void XLUnicodeString::write(Sink& out) const {
     if (byteCount) {
-        if (cch > 255) throw vlerror(msg::stringTooLong);
+        if (cch > 255) throw vlerror(biff::msg::stringTooLong);
         out.put(static_cast<std::uint8_t>(cch));
     } else {
         out.put(cch);
@@ -133,7 +133,7 @@ void XLUnicodeString::write(Sink& out) const {
 void XLUnicodeString::write(ContinueWriter& out) const {
     out.keepTogether(sizeof cch + 1);  // count and flags are never parted
     if (byteCount) {
-        if (cch > 255) throw vlerror(msg::stringTooLong);
+        if (cch > 255) throw vlerror(biff::msg::stringTooLong);
         out.put(static_cast<std::uint8_t>(cch));
     } else {
         out.put(cch);
@@ -148,7 +148,7 @@ std::size_t XLUnicodeString::wireSize() const {
 
 template <class CharT>
 void XLUnicodeString::set(const CharT* newText, StringPool& pool, bool utf8) {
-    setText<std::uint16_t>(*this, newText, pool, utf8, 65535, msg::stringTooLong);
+    setText<std::uint16_t>(*this, newText, pool, utf8, 65535, biff::msg::stringTooLong);
 }
 
 template void ShortXLUnicodeString::set(const char*, StringPool&, bool);

@@ -58,13 +58,13 @@ Cell movedTo(Cell cell, To to) {
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::checkedRow(int row) {
-    if (row < 0 || row >= static_cast<int>(SheetIndex::rowLimit)) throw vlerror(msg::rowRange);
+    if (row < 0 || row >= static_cast<int>(SheetIndex::rowLimit)) throw vlerror(biff::msg::rowRange);
     return static_cast<std::uint16_t>(row);
 }
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::checkedCol(int col) {
-    if (col < 0 || col >= static_cast<int>(SheetIndex::colLimit)) throw vlerror(msg::colRange);
+    if (col < 0 || col >= static_cast<int>(SheetIndex::colLimit)) throw vlerror(biff::msg::colRange);
     return static_cast<std::uint16_t>(col);
 }
 
@@ -190,7 +190,7 @@ template <class CharT>
 bool SheetImplT<CharT>::setCellFormatAt(int row, int col, Format* format) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
-        if (format == nullptr) throw vlerror(msg::formatNull);
+        if (format == nullptr) throw vlerror(biff::msg::formatNull);
         const std::uint16_t ixfe = _book.ixfeOf(format);
         if (const CellSlot slot = slotAt(at); slot.occupied()) {
             setIxfe(slot, ixfe);
@@ -216,7 +216,7 @@ double SheetImplT<CharT>::readNumber(int row, int col, Format** format) {
     return guard(0.0, [&] {
         const CellSlot slot = slotAt(place(row, col));
         const auto value = numberOf(slot);
-        if (!value) throw vlerror(msg::notNumber);
+        if (!value) throw vlerror(biff::msg::notNumber);
         giveFormat(slot, format);
         return *value;
     });
@@ -239,7 +239,7 @@ bool SheetImplT<CharT>::readBool(int row, int col, Format** format) {
         const auto* formula = cellAs<FormulaCell>(slot);
         const bool isBool =
             (cell != nullptr && cell->isError == 0) || (formula != nullptr && formula->value.kind() == cellBoolean);
-        if (!isBool) throw vlerror(msg::notBool);
+        if (!isBool) throw vlerror(biff::msg::notBool);
         giveFormat(slot, format);
         return cell != nullptr ? cell->value != 0 : formula->value.boolean();
     });
@@ -263,7 +263,7 @@ int SheetImplT<CharT>::readError(int row, int col, Format** format) {
         const auto* formula = cellAs<FormulaCell>(slot);
         const bool isError =
             (cell != nullptr && cell->isError != 0) || (formula != nullptr && formula->value.kind() == cellError);
-        if (!isError) throw vlerror(msg::notError);
+        if (!isError) throw vlerror(biff::msg::notError);
         giveFormat(slot, format);
         return cell != nullptr ? cell->value : formula->value.error();
     });
@@ -278,8 +278,8 @@ template <class CharT>
 bool SheetImplT<CharT>::readBlank(int row, int col, Format** format) {
     return guard(false, [&] {
         const CellSlot slot = slotAt(place(row, col));
-        if (format == nullptr) throw vlerror(msg::formatOutNull);
-        if (cellAs<BlankCell>(slot) == nullptr) throw vlerror(msg::notBlank);
+        if (format == nullptr) throw vlerror(biff::msg::formatOutNull);
+        if (cellAs<BlankCell>(slot) == nullptr) throw vlerror(biff::msg::notBlank);
         giveFormat(slot, format);
         return true;
     });
@@ -323,7 +323,7 @@ bool SheetImplT<CharT>::copyCell(int rowSrc, int colSrc, int rowDst, int colDst)
     return guard(false, [&] {
         const CellSlot slot = slotAt(place(rowSrc, colSrc));
         const CellPlace to = place(rowDst, colDst);
-        if (!slot.occupied()) throw vlerror(msg::emptyCell);
+        if (!slot.occupied()) throw vlerror(biff::msg::emptyCell);
         if (to.row == rowSrc && to.col == colSrc) return true;  // tokens of others may stand behind it
         if (const auto* text = cellAs<LabelSstCell>(slot)) {
             putString(to, text->ixfe, text->isst);
@@ -340,7 +340,7 @@ bool SheetImplT<CharT>::copyCell(int rowSrc, int colSrc, int rowDst, int colDst)
         } else if (const auto* label = cellAs<LabelCell>(slot)) {
             put(movedTo(*label, to));
         } else {
-            throw vlerror(msg::unknownCell);
+            throw vlerror(biff::msg::unknownCell);
         }
         return true;
     });

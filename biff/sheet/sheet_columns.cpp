@@ -114,7 +114,7 @@ bool SheetImplT<CharT>::setColumn(int colFirst, int colLast, double width, Forma
     return guard(false, [&] {
         constexpr int limit = SheetIndex::colLimit;
         if (colFirst < 0 || colFirst >= limit || colLast < 0 || colLast >= limit) return false;
-        if (colFirst > colLast) throw vlerror(msg::colOrder);
+        if (colFirst > colLast) throw vlerror(biff::msg::colOrder);
         const auto first = static_cast<std::uint16_t>(colFirst), last = static_cast<std::uint16_t>(colLast);
         if (width >= 0.0) {
             setColumns(first, last, coldxOf(width), format, hidden);
@@ -142,8 +142,8 @@ template <class CharT>
 bool SheetImplT<CharT>::autoFitColumns(int colFirst, int rowFirst, int colLast, int rowLast) {
     return guard(false, [&] {
         const CellPlace first = place(rowFirst, colFirst), last = place(rowLast, colLast);
-        if (first.row > last.row) throw vlerror(msg::rowOrder);
-        if (first.col > last.col) throw vlerror(msg::colOrder);
+        if (first.row > last.row) throw vlerror(biff::msg::rowOrder);
+        if (first.col > last.col) throw vlerror(biff::msg::colOrder);
         for (std::uint16_t col = first.col; col <= last.col; ++col) {
             const double fitting = fittingWidth(col, first.row, last.row + 1U);
             if (fitting < 0.0) continue;
@@ -157,10 +157,10 @@ bool SheetImplT<CharT>::autoFitColumns(int colFirst, int rowFirst, int colLast, 
 template <class CharT>
 double SheetImplT<CharT>::fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd) {
     const SheetIndex& index = _parts.cells.index();
-    std::vector<CellRange> merges;
+    std::vector<biff::CellRange> merges;
     std::ranges::copy_if(_parts.merges, std::back_inserter(merges),
-                         [col](const CellRange& range) { return range.colFirst <= col && col <= range.colLast; });
-    std::ranges::sort(merges, {}, &CellRange::rowFirst);
+                         [col](const biff::CellRange& range) { return range.colFirst <= col && col <= range.colLast; });
+    std::ranges::sort(merges, {}, &biff::CellRange::rowFirst);
     // Asked with ascending rows: `mergedEnd` is the row behind all blocks that have begun.
     auto isMerged = [&, next = merges.begin(), mergedEnd = std::uint32_t{0}](std::uint32_t row) mutable {
         for (; next != merges.end() && next->rowFirst <= row; ++next)

@@ -53,9 +53,9 @@ template <class CharT>
 const CharT* SheetImplT<CharT>::readFormula(int row, int col, Format** format) {
     return guard<const CharT*>(nullptr, [&]() -> const CharT* {
         const CellSlot slot = slotAt(place(row, col));
-        if (cellAs<FormulaCell>(slot) == nullptr) throw vlerror(msg::notFormula);
+        if (cellAs<FormulaCell>(slot) == nullptr) throw vlerror(biff::msg::notFormula);
         giveFormat(slot, format);
-        throw vlerror(msg::notAvailable);
+        throw vlerror(biff::msg::notAvailable);
     });
 }
 

@@ -8,7 +8,7 @@
 namespace vellum {
 namespace {
 
-void giveRange(const CellRange& range, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
+void giveRange(const biff::CellRange& range, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     if (rowFirst != nullptr) *rowFirst = range.rowFirst;
     if (rowLast != nullptr) *rowLast = range.rowLast;
     if (colFirst != nullptr) *colFirst = range.colFirst;
@@ -23,8 +23,8 @@ bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, i
         const CellPlace at = place(row, col);
         const auto& merges = _parts.merges;
         const auto found =
-            std::ranges::find_if(merges, [&](const CellRange& range) { return range.holds(at.row, at.col); });
-        if (found == merges.end()) throw vlerror(msg::notMerged);
+            std::ranges::find_if(merges, [&](const biff::CellRange& range) { return range.holds(at.row, at.col); });
+        if (found == merges.end()) throw vlerror(biff::msg::notMerged);
         giveRange(*found, rowFirst, rowLast, colFirst, colLast);
         return true;
     });
@@ -35,8 +35,8 @@ template <class CharT>
 bool SheetImplT<CharT>::addMerge(int rowFirst, int rowLast, int colFirst, int colLast) {
     return guard(false, [&] {
         const CellPlace first = place(rowFirst, colFirst), last = place(rowLast, colLast);
-        if (first.row > last.row) throw vlerror(msg::rowOrder);
-        if (first.col > last.col) throw vlerror(msg::colOrder);
+        if (first.row > last.row) throw vlerror(biff::msg::rowOrder);
+        if (first.col > last.col) throw vlerror(biff::msg::colOrder);
         const CellSlot corner = slotAt(first);
         const std::uint16_t ixfe = corner.occupied() ? _parts.cells.ixfe(corner) : defaultCellXf;
         for (std::uint32_t row = first.row; row <= last.row; ++row) {
@@ -58,8 +58,9 @@ template <class CharT>
 bool SheetImplT<CharT>::removeMergeAt(int row, int col) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
-        if (std::erase_if(_parts.merges, [&](const CellRange& range) { return range.holds(at.row, at.col); }) == 0) {
-            throw vlerror(msg::notMerged);
+        if (std::erase_if(_parts.merges, [&](const biff::CellRange& range) { return range.holds(at.row, at.col); }) ==
+            0) {
+            throw vlerror(biff::msg::notMerged);
         }
         return true;
     });
@@ -73,7 +74,7 @@ int SheetImplT<CharT>::mergeTotal() {
 template <class CharT>
 bool SheetImplT<CharT>::mergeByIndex(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
-        if (index < 0 || index >= mergeTotal()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || index >= mergeTotal()) throw vlerror(biff::msg::indexOutOfRange);
         giveRange(_parts.merges[static_cast<std::size_t>(index)], rowFirst, rowLast, colFirst, colLast);
         return true;
     });
@@ -82,7 +83,7 @@ bool SheetImplT<CharT>::mergeByIndex(int index, int* rowFirst, int* rowLast, int
 template <class CharT>
 bool SheetImplT<CharT>::removeMergeByIndex(int index) {
     return guard(false, [&] {
-        if (index < 0 || index >= mergeTotal()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || index >= mergeTotal()) throw vlerror(biff::msg::indexOutOfRange);
         _parts.merges.erase(_parts.merges.begin() + index);
         return true;
     });
@@ -101,15 +102,15 @@ void SheetImplT<CharT>::eraseCells(CellPlace first, CellPlace last) {
 template <class CharT>
 bool SheetImplT<CharT>::clearRange(int rowFirst, int rowLast, int colFirst, int colLast) {
     return guard(false, [&] {
-        if (rowFirst > rowLast) throw vlerror(msg::rowOrder);
-        if (colFirst > colLast) throw vlerror(msg::colOrder);
+        if (rowFirst > rowLast) throw vlerror(biff::msg::rowOrder);
+        if (colFirst > colLast) throw vlerror(biff::msg::colOrder);
         constexpr int lastRowOfAll = SheetIndex::rowLimit - 1, lastColOfAll = SheetIndex::colLimit - 1;
         const CellPlace first{static_cast<std::uint16_t>(std::clamp(rowFirst, 0, lastRowOfAll)),
                               static_cast<std::uint16_t>(std::clamp(colFirst, 0, lastColOfAll))};
         const CellPlace last{static_cast<std::uint16_t>(std::clamp(rowLast, 0, lastRowOfAll)),
                              static_cast<std::uint16_t>(std::clamp(colLast, 0, lastColOfAll))};
         eraseCells(first, last);
-        std::erase_if(_parts.merges, [&](const CellRange& range) {
+        std::erase_if(_parts.merges, [&](const biff::CellRange& range) {
             return first.row <= range.rowFirst && range.rowLast <= last.row && first.col <= range.colFirst &&
                    range.colLast <= last.col;
         });

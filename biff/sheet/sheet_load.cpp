@@ -399,7 +399,7 @@ private:
         const std::size_t count = in.get<std::uint16_t>();
         if (in.left() != count * 8) throwBadSize(MergeCells::name);
         for (std::size_t i = 0; i < count; ++i) {
-            CellRange range;
+            biff::CellRange range;
             range.rowFirst = in.get<std::uint16_t>();
             range.rowLast = in.get<std::uint16_t>();
             range.colFirst = in.get<std::uint16_t>();

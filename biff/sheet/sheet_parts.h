@@ -30,7 +30,7 @@ struct SheetParts {
     ColumnTable columns;
     CellStore cells;
     SharedTokens sharedTokens;
-    std::vector<CellRange> merges;
+    std::vector<biff::CellRange> merges;
     KeptRecords kept;
     /// A sheet that is no worksheet, from its Bof to its EOF in wire form; empty for a worksheet.
     std::vector<std::byte> foreign;

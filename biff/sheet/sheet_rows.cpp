@@ -36,7 +36,7 @@ bool SheetImplT<CharT>::setRow(int row, double height, Format* format, bool hidd
     return guard(false, [&] {
         const std::uint16_t rw = checkedRow(row);
         const double twips = height * twipsPerPoint;
-        if (!(twips <= maxRowTwips)) throw vlerror(msg::heightTooBig);
+        if (!(twips <= maxRowTwips)) throw vlerror(biff::msg::heightTooBig);
         Row record;
         record.rw = rw;
         record.miyRw = static_cast<std::uint16_t>(std::max(twips, 0.0));

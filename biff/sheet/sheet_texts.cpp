@@ -64,7 +64,7 @@ bool SheetImplT<CharT>::writeString(int row, int col, const CharT* text, Format*
     return guard(false, [&] {
         const CellPlace at = place(row, col);
         const std::wstring_view wide = _book.widen(text);
-        if (wide.size() > maxCellText) throw vlerror(msg::stringTooLong);
+        if (wide.size() > maxCellText) throw vlerror(biff::msg::stringTooLong);
         putText(at, ixfeFor(at, format), wide);
         return true;
     });
@@ -75,7 +75,7 @@ IRichStringT<CharT>* SheetImplT<CharT>::readRichText(int row, int col, Format** 
     return guard<IRichStringT<CharT>*>(nullptr, [&] {
         const CellSlot slot = slotAt(place(row, col));
         const auto* text = cellAs<LabelSstCell>(slot);
-        if (text == nullptr) throw vlerror(msg::notString);
+        if (text == nullptr) throw vlerror(biff::msg::notString);
         giveFormat(slot, format);
         return _book.richString(text->isst);
     });
@@ -85,7 +85,7 @@ template <class CharT>
 bool SheetImplT<CharT>::writeRichText(int row, int col, IRichStringT<CharT>* text, Format* format) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
-        if (text == nullptr) throw vlerror(msg::richStringNull);
+        if (text == nullptr) throw vlerror(biff::msg::richStringNull);
         const std::uint16_t ixfe = ixfeFor(at, format);
         putString(at, ixfe, _book.addRichString(text));
         return true;

@@ -128,7 +128,7 @@ const CharT* SheetImplT<CharT>::sheetName() {
 template <class CharT>
 bool SheetImplT<CharT>::setSheetName(const CharT* name) {
     return guard(false, [&] {
-        if (name == nullptr) throw vlerror(msg::sheetNameIncorrect);
+        if (name == nullptr) throw vlerror(biff::msg::sheetNameIncorrect);
         _book.renameSheet(*this, name);
         return true;
     });
@@ -151,12 +151,13 @@ bool SheetImplT<CharT>::setVisibilityState(int state) {
 
 template <class CharT>
 bool SheetImplT<CharT>::hasFilter() {
-    return guard(false, []() -> bool { throw vlerror(msg::noFilterInXls); });
+    return guard(false, []() -> bool { throw vlerror(biff::msg::noFilterInXls); });
 }
 
 template <class CharT>
 IAutoFilterT<CharT>* SheetImplT<CharT>::filterObject() {
-    return guard<IAutoFilterT<CharT>*>(nullptr, []() -> IAutoFilterT<CharT>* { throw vlerror(msg::noFilterInXls); });
+    return guard<IAutoFilterT<CharT>*>(nullptr,
+                                       []() -> IAutoFilterT<CharT>* { throw vlerror(biff::msg::noFilterInXls); });
 }
 
 template <class CharT>
@@ -171,7 +172,7 @@ bool SheetImplT<CharT>::removeFilter() {
 
 template <class CharT>
 bool SheetImplT<CharT>::removeValidationRules() {
-    return guard(false, []() -> bool { throw vlerror(msg::notForXls); });
+    return guard(false, []() -> bool { throw vlerror(biff::msg::notForXls); });
 }
 
 template <class CharT>

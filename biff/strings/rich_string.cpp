@@ -15,7 +15,7 @@ template <class CharT>
 bool ExtStringProxy<CharT>::addRun(const CharT* text, IFontT<CharT>* font) {
     return guarded(_book->lastError(), false, [&] {
         const int position = _book->fontPosition(font);
-        if (position < 0) throw vlerror(msg::runFontNotFound);
+        if (position < 0) throw vlerror(biff::msg::runFontNotFound);
         ExtString entry = _book->strings().at(_index);
         entry.addRun(_book->widen(text), fontWireIndex(static_cast<std::size_t>(position)), _book->pool());
         _book->strings().replaceEntry(_index, entry);
@@ -28,8 +28,8 @@ const CharT* ExtStringProxy<CharT>::runAt(int index, IFontT<CharT>** font) {
     return guarded<const CharT*>(_book->lastError(), nullptr, [&] {
         const ExtString& entry = _book->strings().at(_index);
         const auto runs = entry.runs();
-        if (runs.empty()) throw vlerror(msg::noRuns);
-        if (index < 0 || static_cast<std::size_t>(index) >= runs.size()) throw vlerror(msg::indexOutOfRange);
+        if (runs.empty()) throw vlerror(biff::msg::noRuns);
+        if (index < 0 || static_cast<std::size_t>(index) >= runs.size()) throw vlerror(biff::msg::indexOutOfRange);
         const auto i = static_cast<std::size_t>(index);
         const std::size_t first = std::min<std::size_t>(runs[i].ich, entry.length);
         const std::size_t end =

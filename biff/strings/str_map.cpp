@@ -88,7 +88,7 @@ std::uint32_t StrMap::append(const ExtString& entry) {
 
 std::uint32_t StrMap::addRich(std::uint32_t index) {
     buildIndex();
-    if (index >= _strings.size()) throw vlerror(msg::sstRange2);
+    if (index >= _strings.size()) throw vlerror(biff::msg::sstRange2);
     ++_cstTotal;
     if (const auto found = _index.find(_strings[index]); found != _index.end()) return found->second;
     _strings[index].open = false;
@@ -97,12 +97,12 @@ std::uint32_t StrMap::addRich(std::uint32_t index) {
 }
 
 const ExtString& StrMap::at(std::uint32_t index) const {
-    if (index >= _strings.size()) throw vlerror(msg::sstRange2);
+    if (index >= _strings.size()) throw vlerror(biff::msg::sstRange2);
     return _strings[index];
 }
 
 void StrMap::replace(std::uint32_t index, std::wstring_view text) {
-    if (index >= _strings.size()) throw vlerror(msg::sstRange1);
+    if (index >= _strings.size()) throw vlerror(biff::msg::sstRange1);
     const ExtString& old = _strings[index];
     const bool isPlain = (old.flags & (richText | phoneticText)) == 0;
     if (isPlain && old.view() == text) return;  // nothing is ever given back to the pool
@@ -110,7 +110,7 @@ void StrMap::replace(std::uint32_t index, std::wstring_view text) {
 }
 
 void StrMap::replaceEntry(std::uint32_t index, const ExtString& entry) {
-    if (index >= _strings.size()) throw vlerror(msg::sstRange1);
+    if (index >= _strings.size()) throw vlerror(biff::msg::sstRange1);
     forget(index);
     _strings[index] = entry;
     if (_indexed) remember(index);

@@ -37,9 +37,9 @@ Font Font::read(Xls& in, std::uint16_t size, bool noFlags, StringPool& pool) {
     if (cch == 0) return font;
     const TextForm form = noFlags ? TextForm::noFlags : TextForm::withFlags;
     const std::size_t flagsSize = noFlags ? 0 : 1;
-    if (body.left() < 1 + flagsSize) throw vlerror(msg::fontOverrun);
+    if (body.left() < 1 + flagsSize) throw vlerror(biff::msg::fontOverrun);
     const bool wide = !noFlags && (loadLe<std::uint8_t>(&body.rest()[1]) & wideText) != 0;
-    if (body.left() < 1 + flagsSize + std::size_t{cch} * (wide ? 2 : 1)) throw vlerror(msg::fontOverrun);
+    if (body.left() < 1 + flagsSize + std::size_t{cch} * (wide ? 2 : 1)) throw vlerror(biff::msg::fontOverrun);
     font.fontName = ShortXLUnicodeString::read(body, pool, form, name);
     return font;
 }
@@ -138,7 +138,7 @@ template <class CharT>
 const CharT* FontImplT<CharT>::name() {
     return guarded<const CharT*>(_book->lastError(), nullptr, [&] {
         const CharT* const text = nameText();
-        if (_conversion.lostCharacters()) _book->lastError().set(msg::lostCharacters);
+        if (_conversion.lostCharacters()) _book->lastError().set(biff::msg::lostCharacters);
         return text;
     });
 }

@@ -17,7 +17,7 @@ template <class CharT>
 bool FormatImplT<CharT>::setFont(IFontT<CharT>* font) {
     return guarded(_book->lastError(), false, [&] {
         const int position = _book->fontPosition(font);
-        if (position < 0) throw vlerror(msg::fontNotFound);
+        if (position < 0) throw vlerror(biff::msg::fontNotFound);
         _xf.setFont(fontWireIndex(static_cast<std::size_t>(position)));
         return true;
     });
@@ -27,7 +27,7 @@ template <class CharT>
 bool FormatImplT<CharT>::setRotation(int rotation) {
     return guarded(_book->lastError(), false, [&] {
         constexpr int stacked = 255;
-        if ((rotation < 0 || rotation > 180) && rotation != stacked) throw vlerror(msg::badRotation);
+        if ((rotation < 0 || rotation > 180) && rotation != stacked) throw vlerror(biff::msg::badRotation);
         _xf.setAlignment(Xf::rotation, rotation);
         return true;
     });

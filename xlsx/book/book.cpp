@@ -69,13 +69,13 @@ Relationships* XMLBookImplT<CharT, Tag>::findRelationshipsOf(std::string_view pa
 
 template <class CharT, class Tag>
 ContentTypes& XMLBookImplT<CharT, Tag>::requireContentTypes() {
-    if (!_contentTypes) throw vlerror(msg::contentTypesNotFound);
+    if (!_contentTypes) throw vlerror(xlsx::msg::contentTypesNotFound);
     return *_contentTypes;
 }
 
 template <class CharT, class Tag>
 Relationships& XMLBookImplT<CharT, Tag>::requireRelationships() {
-    if (!_relationships) throw vlerror(msg::relationshipsNotFound);
+    if (!_relationships) throw vlerror(xlsx::msg::relationshipsNotFound);
     return *_relationships;
 }
 

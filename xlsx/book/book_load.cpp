@@ -58,7 +58,7 @@ void openArchive(Open&& open) {
     try {
         open();
     } catch (const zip::ZipError& error) {
-        if (std::string_view(error.what()) == zip::msg::noCentralDirectory) throw vlerror(msg::notXlsx);
+        if (std::string_view(error.what()) == zip::msg::noCentralDirectory) throw vlerror(xlsx::msg::notXlsx);
         throw;
     }
 }
@@ -79,7 +79,7 @@ public:
             // Not a second one either: the first is in use.
             if (!sameIgnoringCase(partPath(_reader.entryName(i)), contentTypesPath)) readEntry(i);
         }
-        if (_book._mainPath.empty()) throw vlerror(msg::mainPartNotFound);
+        if (_book._mainPath.empty()) throw vlerror(xlsx::msg::mainPartNotFound);
         _book._folder = folderOf(_book._mainPath);
         if (_scope.outlineOnly) return readRelationshipsOfOutline();
         findRelationships();
@@ -129,7 +129,7 @@ private:
                 &_book.addPart(std::string(contentTypesPath), std::make_unique<ContentTypes>(entry.part()));
             return;
         }
-        throw vlerror(msg::contentTypesNotFoundOnLoad);
+        throw vlerror(xlsx::msg::contentTypesNotFoundOnLoad);
     }
 
     /// Some packages give every .xml the workbook's type by default: then the package's own relationships tell which
@@ -211,9 +211,9 @@ private:
 
     void findRelationships() {
         XFile* const part = _book.findPart(relsPathOf(_book._mainPath));
-        if (!part) throw vlerror(msg::relationshipsMissing);
+        if (!part) throw vlerror(xlsx::msg::relationshipsMissing);
         _book._relationships = dynamic_cast<Relationships*>(part);
-        if (!_book._relationships) throw vlerror(msg::relationshipsNotFoundOnLoad);
+        if (!_book._relationships) throw vlerror(xlsx::msg::relationshipsNotFoundOnLoad);
     }
 
     /// An outline holds no part but those that tell where parts are; it may lack these, too.
@@ -313,7 +313,7 @@ std::wstring XMLBookImplT<CharT, Tag>::widen(const CharT* text) {
 template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::loadNamed(const CharT* path, const CharT* tempFile, LoadScope scope) {
     return loadWith(scope, [&](zip::ZipReader& reader) {
-        if (!path) throw vlerror(msg::loadNameNull);
+        if (!path) throw vlerror(xlsx::msg::loadNameNull);
         if (tempFile) scope.tempFile = narrowPath(tempFile);
         reader.openForRead(narrowPath(path));
     });
@@ -343,7 +343,7 @@ bool XMLBookImplT<CharT, Tag>::loadFileRows(const CharT* path, int sheetIndex, i
 
 template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::loadWithoutEmptyCells(const CharT*) {
-    return guarded(this->_lastError, false, []() -> bool { throw vlerror(msg::noEmptyCellsLoadInXlsx); });
+    return guarded(this->_lastError, false, []() -> bool { throw vlerror(xlsx::msg::noEmptyCellsLoadInXlsx); });
 }
 
 template <class CharT, class Tag>

@@ -46,10 +46,11 @@ void copyThroughFile(XFile& part, std::string temporary, zip::ZipWriter& writer)
     } const removed{temporary};
     part.writeToPath(temporary);
     std::ifstream in(temporary, std::ios::binary);
-    if (!in) throw vlerror(msg::cannotOpenZipStream);
+    if (!in) throw vlerror(xlsx::msg::cannotOpenZipStream);
     char buffer[65536];
     while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
-        if (!writer.writeEntry(buffer, static_cast<std::size_t>(in.gcount()))) throw vlerror(msg::cannotWriteZipStream);
+        if (!writer.writeEntry(buffer, static_cast<std::size_t>(in.gcount())))
+            throw vlerror(xlsx::msg::cannotWriteZipStream);
     }
 }
 
@@ -57,7 +58,7 @@ void writeStraight(XFile& part, zip::ZipWriter& writer) {
     zip::ZipOutputStream out(writer);
     part.writeToStream(out);
     out.flush();
-    if (!out) throw vlerror(msg::cannotWriteZipStream);
+    if (!out) throw vlerror(xlsx::msg::cannotWriteZipStream);
 }
 
 }  // namespace
@@ -147,23 +148,23 @@ void XMLBookImplT<CharT, Tag>::eachPartToSave(Visit&& visit) {
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::saveNamed(const std::string& path, bool useTemp) {
     zip::ZipWriter writer;
-    if (!writer.createFile(path)) throw vlerror(msg::cannotWrite);
+    if (!writer.createFile(path)) throw vlerror(xlsx::msg::cannotWrite);
     eachPartToSave([&](std::string_view name, XFile& part) {
-        if (!writer.openEntry(std::string(name.substr(1)))) throw vlerror(msg::cannotOpenZipStream);
+        if (!writer.openEntry(std::string(name.substr(1)))) throw vlerror(xlsx::msg::cannotOpenZipStream);
         if (useTemp) {
             copyThroughFile(part, temporaryBeside(path), writer);
         } else {
             writeStraight(part, writer);
         }
-        if (!writer.closeEntry()) throw vlerror(msg::cannotWriteZipStream);
+        if (!writer.closeEntry()) throw vlerror(xlsx::msg::cannotWriteZipStream);
     });
-    if (!writer.close()) throw vlerror(msg::cannotCloseFile);
+    if (!writer.close()) throw vlerror(xlsx::msg::cannotCloseFile);
 }
 
 template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::saveFile(const CharT* path, bool useTemp) {
     return guarded(this->_lastError, false, [&] {
-        if (!path) throw vlerror(msg::saveNameNull);
+        if (!path) throw vlerror(xlsx::msg::saveNameNull);
         prepareSave();
         const NumericLocale numericLocale;
         const std::string name = narrowPath(path);

@@ -52,7 +52,7 @@ template <class CharT, class Tag>
 const typename ooxml::dialect<Tag>::sml::c_CT_Sheet& XMLBookImplT<CharT, Tag>::sheetElement(int index) const {
     const auto* const sheets = this->_root.find_sheets();
     if (!sheets || index < 0 || static_cast<std::size_t>(index) >= sheets->sheet().size()) {
-        throw vlerror(msg::indexOutOfRange);
+        throw vlerror(xlsx::msg::indexOutOfRange);
     }
     return sheets->sheet()[static_cast<std::size_t>(index)];
 }
@@ -75,7 +75,7 @@ template <class CharT, class Tag>
 ISheetT<CharT>* XMLBookImplT<CharT, Tag>::getSheet(int index) {
     return guarded<ISheetT<CharT>*>(this->_lastError, nullptr, [&] {
         Sheet* const sheet = findSheet(index);
-        if (!sheet) throw vlerror(msg::sheetNotFound);
+        if (!sheet) throw vlerror(xlsx::msg::sheetNotFound);
         return sheet;
     });
 }
@@ -83,7 +83,7 @@ ISheetT<CharT>* XMLBookImplT<CharT, Tag>::getSheet(int index) {
 template <class CharT, class Tag>
 const CharT* XMLBookImplT<CharT, Tag>::sheetNameAt(int index) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
-        if (index < 0 || index >= sheetCount()) throw vlerror(msg::sheetIndexOutOfRange);
+        if (index < 0 || index >= sheetCount()) throw vlerror(xlsx::msg::sheetIndexOutOfRange);
         return this->_conversion.template give<CharT>(sheetElement(index).name(), isUtf8());
     });
 }
@@ -93,7 +93,7 @@ int XMLBookImplT<CharT, Tag>::sheetKindAt(int index) {
     return guarded(this->_lastError, static_cast<int>(sheetOther), [&]() -> int {
         const std::string path = sheetPath(index);
         XFile* const part = findPart(path);
-        if (!part) throw vlerror(msg::sheetNotFound);
+        if (!part) throw vlerror(xlsx::msg::sheetNotFound);
         if (dynamic_cast<Sheet*>(part)) return sheetWorksheet;
         return dynamic_cast<XMLChartSheet*>(part) ? sheetChart : sheetOther;
     });
@@ -112,7 +112,7 @@ ISheetT<CharT>* XMLBookImplT<CharT, Tag>::insertSheet(int index, const CharT* na
 /// The name as it will be; `cut` tells whether it had to lose characters.
 template <class CharT, class Tag>
 std::wstring XMLBookImplT<CharT, Tag>::checkedSheetName(const CharT* name, bool& cut) {
-    if (!name) throw vlerror(msg::sheetNameNull);
+    if (!name) throw vlerror(xlsx::msg::sheetNameNull);
     std::basic_string<CharT> units(name);
     cut = false;
     if (!isUtf8() && units.size() > longestSheetName) {
@@ -125,7 +125,7 @@ std::wstring XMLBookImplT<CharT, Tag>::checkedSheetName(const CharT* name, bool&
         cut = true;
     }
     for (int i = 0; i < sheetCount(); ++i) {
-        if (sameSheetName(sheetElement(i).name(), wide)) throw vlerror(msg::sheetNameTaken);
+        if (sameSheetName(sheetElement(i).name(), wide)) throw vlerror(xlsx::msg::sheetNameTaken);
     }
     checkSheetName(wide);
     return wide;
@@ -133,7 +133,7 @@ std::wstring XMLBookImplT<CharT, Tag>::checkedSheetName(const CharT* name, bool&
 
 template <class CharT, class Tag>
 std::string XMLBookImplT<CharT, Tag>::makeSheetPath() {
-    if (!_relationships) throw vlerror(msg::makeSheetPath);
+    if (!_relationships) throw vlerror(xlsx::msg::makeSheetPath);
     unsigned number = 0;
     for (const std::string& target : _relationships->targetsOfEnding("worksheet")) {
         if (target.size() > 4)
@@ -147,13 +147,13 @@ std::string XMLBookImplT<CharT, Tag>::makeSheetPath() {
 
 template <class CharT, class Tag>
 ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name, ISheetT<CharT>* source) {
-    if (index < 0 || index > sheetCount()) throw vlerror(msg::indexOutOfRange);
+    if (index < 0 || index > sheetCount()) throw vlerror(xlsx::msg::indexOutOfRange);
     bool cut;
     const std::wstring wideName = checkedSheetName(name, cut);
     const auto* const sourceSheet = dynamic_cast<const Sheet*>(source);
     const int sourceIndex = sourceSheet ? sourceSheet->index() : -1;
     // Only sheets of this book can be copied.
-    if (source && (!sourceSheet || findSheet(sourceIndex) != sourceSheet)) throw vlerror(msg::sheetNotFound);
+    if (source && (!sourceSheet || findSheet(sourceIndex) != sourceSheet)) throw vlerror(xlsx::msg::sheetNotFound);
     const std::string sourcePath = sourceSheet ? sheetPath(sourceIndex) : std::string();
     const std::wstring sourceName = sourceSheet ? sheetElement(sourceIndex).name() : std::wstring();
 
@@ -194,7 +194,7 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
     } else if (index <= active && active + 1 < sheetCount()) {
         activate(active + 1);
     }
-    if (cut) this->_lastError.set(msg::sheetNameCut);
+    if (cut) this->_lastError.set(xlsx::msg::sheetNameCut);
     return sheet;
 }
 
@@ -235,10 +235,10 @@ template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::moveSheet(int srcIndex, int dstIndex) {
     return guarded(this->_lastError, false, [&] {
         const int count = sheetCount();
-        if (srcIndex < 0 || srcIndex >= count) throw vlerror(msg::srcIndexOutOfRange);
-        if (dstIndex < 0 || dstIndex > count) throw vlerror(msg::dstIndexOutOfRange);
-        if (srcIndex == dstIndex) throw vlerror(msg::moveToItself);
-        if (dstIndex - 1 == srcIndex) throw vlerror(msg::moveBehindItself);
+        if (srcIndex < 0 || srcIndex >= count) throw vlerror(xlsx::msg::srcIndexOutOfRange);
+        if (dstIndex < 0 || dstIndex > count) throw vlerror(xlsx::msg::dstIndexOutOfRange);
+        if (srcIndex == dstIndex) throw vlerror(xlsx::msg::moveToItself);
+        if (dstIndex - 1 == srcIndex) throw vlerror(xlsx::msg::moveBehindItself);
 
         auto& sheets = this->_root.sheets().sheet();
         const auto copy = sheets[static_cast<std::size_t>(srcIndex)];
@@ -266,10 +266,10 @@ bool XMLBookImplT<CharT, Tag>::moveSheet(int srcIndex, int dstIndex) {
 template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
     return guarded(this->_lastError, false, [&] {
-        if (index < 0 || index >= sheetCount()) throw vlerror(msg::indexOutOfRange);
-        if (sheetCount() == 1) throw vlerror(msg::cantRemoveLastSheet);
+        if (index < 0 || index >= sheetCount()) throw vlerror(xlsx::msg::indexOutOfRange);
+        if (sheetCount() == 1) throw vlerror(xlsx::msg::cantRemoveLastSheet);
         const std::string path = sheetPath(index);
-        if (!findPart(path)) throw vlerror(msg::sheetNotFound);
+        if (!findPart(path)) throw vlerror(xlsx::msg::sheetNotFound);
         removeNamesOfSheet(index);
         dropPart(relsPathOf(path));
         const std::string id = sheetElement(index).id();
@@ -336,7 +336,7 @@ int XMLBookImplT<CharT, Tag>::activeSheetIndex() {
 template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::setActiveSheetIndex(int index) {
     return guarded(this->_lastError, false, [&] {
-        if (index < 0 || index >= sheetCount()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || index >= sheetCount()) throw vlerror(xlsx::msg::indexOutOfRange);
         activate(index);
         return true;
     });

@@ -33,7 +33,7 @@ int XMLBookImplT<CharT, Tag>::newCustomNumFormat(const CharT* text) {
     return guarded(this->_lastError, 0, [&] {
         const std::basic_string<CharT> empty;
         const unsigned id = ensureStyles().addCustomNumFormat(widen(text ? text : empty.c_str()));
-        if (id == 0) throw vlerror(msg::tooManyCustomFormats);
+        if (id == 0) throw vlerror(xlsx::msg::tooManyCustomFormats);
         return static_cast<int>(id);
     });
 }
@@ -43,7 +43,7 @@ const CharT* XMLBookImplT<CharT, Tag>::customNumFormatText(int id) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
         const std::wstring* const text =
             id < 0 ? nullptr : ensureStyles().customNumFormatText(static_cast<unsigned>(id));
-        if (!text) throw vlerror(msg::customFormatNotFound);
+        if (!text) throw vlerror(xlsx::msg::customFormatNotFound);
         return this->_conversion.template give<CharT>(*text, isUtf8());
     });
 }
@@ -51,7 +51,7 @@ const CharT* XMLBookImplT<CharT, Tag>::customNumFormatText(int id) {
 template <class CharT, class Tag>
 IFormatT<CharT>* XMLBookImplT<CharT, Tag>::formatAt(int index) {
     return guarded<IFormatT<CharT>*>(this->_lastError, nullptr, [&] {
-        if (index < 0) throw vlerror(msg::indexOutOfRange);
+        if (index < 0) throw vlerror(xlsx::msg::indexOutOfRange);
         return ensureStyles().formatAt(static_cast<std::size_t>(index));
     });
 }
@@ -64,7 +64,7 @@ int XMLBookImplT<CharT, Tag>::formatTotal() {
 template <class CharT, class Tag>
 IFontT<CharT>* XMLBookImplT<CharT, Tag>::fontAt(int index) {
     return guarded<IFontT<CharT>*>(this->_lastError, nullptr, [&] {
-        if (index < 0) throw vlerror(msg::indexOutOfRange);
+        if (index < 0) throw vlerror(xlsx::msg::indexOutOfRange);
         return ensureStyles().fontAt(static_cast<std::size_t>(index));
     });
 }
@@ -98,7 +98,7 @@ template <class CharT, class Tag>
 const CharT* XMLBookImplT<CharT, Tag>::defaultFontName(int* size) {
     return guarded<const CharT*>(this->_lastError, nullptr, [&] {
         Styles<CharT, Tag>& styles = ensureStyles();
-        if (styles.fontTotal() == 0) throw vlerror(msg::fontsNotFound);
+        if (styles.fontTotal() == 0) throw vlerror(xlsx::msg::fontsNotFound);
         if (size) *size = styles.defaultFontSize();
         return this->_conversion.template give<CharT>(styles.defaultFontFace(), isUtf8());
     });

@@ -2,7 +2,9 @@
 #pragma once
 #include "engine/failure/messages.h"
 
-namespace vellum::msg {
+namespace vellum::xlsx::msg {
+
+using namespace vellum::msg;  // what both engines say
 
 // parts and packages
 inline constexpr const char* dataEmpty = "data is empty";
@@ -27,4 +29,4 @@ inline constexpr const char* makeSheetPath = "makeSheetPath error: workbook rela
 // shared strings
 inline constexpr const char* noSharedString = "index is out of range or no value";
 
-}  // namespace vellum::msg
+}  // namespace vellum::xlsx::msg

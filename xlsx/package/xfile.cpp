@@ -10,19 +10,19 @@ namespace vellum {
 
 void XFile::writeToFile(const std::string& path) {
     std::ofstream out(path, std::ios::binary);
-    if (!out) throw vlerror(msg::cannotOpenZipStream);
+    if (!out) throw vlerror(xlsx::msg::cannotOpenZipStream);
     writeToStream(out);
     out.close();
-    if (!out) throw vlerror(msg::cannotWriteZipStream);
+    if (!out) throw vlerror(xlsx::msg::cannotWriteZipStream);
 }
 
 std::vector<char> BinaryFile::readWhole(const std::string& path) {
     std::ifstream in(path, std::ios::binary | std::ios::ate);
-    if (!in) throw vlerror(msg::cannotReadTemporary);
+    if (!in) throw vlerror(xlsx::msg::cannotReadTemporary);
     const std::streamoff size = in.tellg();
     std::vector<char> bytes(size > 0 ? static_cast<std::size_t>(size) : 0);
     in.seekg(0);
-    if (!bytes.empty() && !in.read(bytes.data(), size)) throw vlerror(msg::cannotReadTemporary);
+    if (!bytes.empty() && !in.read(bytes.data(), size)) throw vlerror(xlsx::msg::cannotReadTemporary);
     return bytes;
 }
 

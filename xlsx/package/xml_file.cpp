@@ -24,7 +24,7 @@ void XmlFileBase::read(const PartBytes& part) {
         fromFile = BinaryFile::readWhole(*part.path);
         bytes = {fromFile.data(), fromFile.size()};
     }
-    if (bytes.empty()) throw vlerror(msg::dataEmpty);
+    if (bytes.empty()) throw vlerror(xlsx::msg::dataEmpty);
     bindery::c_keeping_reader<bindery::c_xml_reader_memory> reader(bytes);
     raise(unmarshalRoot(reader));
 }

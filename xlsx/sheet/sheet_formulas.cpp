@@ -33,8 +33,8 @@ const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** f
     return guard<const CharT*>(nullptr, [&] {
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
-        if (!cell.formula()) throw vlerror(msg::noFormula);
-        if (book().isR1C1()) throw vlerror(msg::notAvailable);
+        if (!cell.formula()) throw vlerror(xlsx::msg::noFormula);
+        if (book().isR1C1()) throw vlerror(xlsx::msg::notAvailable);
         const CellPlace at = place(row, col);
         std::wstring text = formulaText(at, cell, at);
         if (book().listSeparator() == L';') std::replace(text.begin(), text.end(), L',', L';');
@@ -46,7 +46,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** f
 /// A formula's text begins behind the "="; in braces it is an array formula, which covers its own cell.
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::putFormula(CellPlace at, const CharT* text, Format* format) -> Cell& {
-    if (book().isR1C1()) throw vlerror(msg::notAvailable);
+    if (book().isR1C1()) throw vlerror(xlsx::msg::notAvailable);
     std::wstring formula(widened(text));
     numberAll();
     if (Cell* const old = findCell(at); old && isMaster(*old)) removeShared(at, *old);
@@ -95,7 +95,7 @@ bool XMLSheetImplT<CharT, Tag>::writeFormulaText(int row, int col, const CharT* 
                                                  Format* format) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
-        if (!value) throw vlerror(msg::textNull);
+        if (!value) throw vlerror(xlsx::msg::textNull);
         Cell& cell = putFormula(at, text, format);
         cell.setType(CellType::str);
         std::wstring scratch;

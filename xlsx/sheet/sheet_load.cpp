@@ -63,7 +63,7 @@ XMLSheetImplT<CharT, Tag>::XMLSheetImplT(const PartBytes& part, int firstRow, in
         fromFile = BinaryFile::readWhole(*part.path);
         bytes = {fromFile.data(), fromFile.size()};
     }
-    if (bytes.empty()) throw vlerror(msg::dataEmpty);
+    if (bytes.empty()) throw vlerror(xlsx::msg::dataEmpty);
     SheetReader reader(bytes, firstRow, lastRow);
     if (const int code = this->_root.unmarshal(reader)) throw vlerror(bindery::errorText(code));
     attachRows();
@@ -93,7 +93,7 @@ void XMLSheetImplT<CharT, Tag>::bind(BookContextT<CharT, Tag>& book, int sheetIn
 
 template <class CharT, class Tag>
 BookContextT<CharT, Tag>& XMLSheetImplT<CharT, Tag>::book() const {
-    if (!_book) throw vlerror(msg::sheetWithoutBook);
+    if (!_book) throw vlerror(xlsx::msg::sheetWithoutBook);
     return *_book;
 }
 

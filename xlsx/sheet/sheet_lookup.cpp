@@ -12,8 +12,8 @@ namespace vellum {
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::place(int row, int col) -> CellPlace {
     const CellPlace at{static_cast<std::uint32_t>(row), static_cast<std::uint32_t>(col)};
-    if (at.col >= sheetColumns) throw vlerror(msg::colOutOfRange);
-    if (at.row >= sheetRows) throw vlerror(msg::rowOutOfRange);
+    if (at.col >= sheetColumns) throw vlerror(xlsx::msg::colOutOfRange);
+    if (at.row >= sheetRows) throw vlerror(xlsx::msg::rowOutOfRange);
     return at;
 }
 
@@ -114,7 +114,7 @@ auto XMLSheetImplT<CharT, Tag>::findCell(int row, int col) -> Cell* {
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::requireCell(int row, int col) -> Cell& {
     Cell* const cell = findCell(row, col);
-    if (!cell) throw vlerror(msg::cellNotFound);
+    if (!cell) throw vlerror(xlsx::msg::cellNotFound);
     return *cell;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 #include "xlsx/package/messages.h"
 
-namespace vellum::msg {
+namespace vellum::xlsx::msg {
 
 inline constexpr const char* cellNotFound = "cell is not found";
 inline constexpr const char* colOutOfRange = "col must be in range 0-16383";
@@ -30,4 +30,4 @@ inline constexpr const char* sheetWithoutBook = "sheet doen't have relationship 
 inline constexpr const char* namedRangeNotFound = "named range is not found";
 inline constexpr const char* partsSkipped = "warning: some parts were skipped";
 
-}  // namespace vellum::msg
+}  // namespace vellum::xlsx::msg

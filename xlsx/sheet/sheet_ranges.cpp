@@ -38,7 +38,7 @@ template <class CharT, class Tag>
 const CharT* XMLSheetImplT<CharT, Tag>::sheetName() {
     return guard<const CharT*>(nullptr, [&] {
         auto* const element = sheetElement(book().workbook(), _index);
-        if (!element) throw vlerror(msg::sheetWithoutBook);
+        if (!element) throw vlerror(xlsx::msg::sheetWithoutBook);
         return _nameText.template give<CharT>(element->name(), book().isUtf8());
     });
 }
@@ -47,7 +47,7 @@ template <class CharT, class Tag>
 int XMLSheetImplT<CharT, Tag>::visibilityState() {
     return guard<int>(sheetVisible, [&]() -> int {
         const auto* const element = sheetElement(book().workbook(), _index);
-        if (!element) throw vlerror(msg::indexOutOfRange);
+        if (!element) throw vlerror(xlsx::msg::indexOutOfRange);
         if (element->state() == "hidden") return sheetHidden;
         return element->state() == "veryHidden" ? sheetVeryHidden : sheetVisible;
     });
@@ -83,7 +83,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::namedRange(int index, int* rowFirst, int
     return guard<const CharT*>(nullptr, [&]() -> const CharT* {
         const auto& visible = visibleNames();
         const auto at = static_cast<std::size_t>(index);
-        if (index < 0 || at >= visible.size()) throw vlerror(msg::indexOutOfRange);
+        if (index < 0 || at >= visible.size()) throw vlerror(xlsx::msg::indexOutOfRange);
         const DefinedName* const found = &book().workbook().find_definedNames()->definedName()[visible[at]];
         const std::wstring_view whole = found->text();
         const std::wstring_view reference = firstArea(whole);
@@ -91,7 +91,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::namedRange(int index, int* rowFirst, int
         const std::wstring sheet = sheetOfReference(reference);
         const auto range = readCellRange(withoutSheet(reference));
         if (!element || !range || (!sheet.empty() && !sameSheetName(sheet, element->name()))) {
-            lastError().set(msg::namedRangeNotFound);  // not thrown: most names belong to other sheets
+            lastError().set(xlsx::msg::namedRangeNotFound);  // not thrown: most names belong to other sheets
             return nullptr;
         }
         if (rowFirst) *rowFirst = static_cast<int>(range->rowFirst);
@@ -100,7 +100,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::namedRange(int index, int* rowFirst, int
         if (colLast) *colLast = static_cast<int>(range->colLast);
         if (scope) *scope = found->isset_localSheetId() ? static_cast<int>(found->localSheetId()) : scopeWorkbook;
         if (hidden) *hidden = found->hidden();
-        if (reference.size() != whole.size()) lastError().set(msg::partsSkipped);
+        if (reference.size() != whole.size()) lastError().set(xlsx::msg::partsSkipped);
         return _nameText.template give<CharT>(found->name(), book().isUtf8());
     });
 }

@@ -42,7 +42,7 @@ auto XMLSheetImplT<CharT, Tag>::formatOf(const Cell& cell) -> Format* {
 template <class CharT, class Tag>
 const CharT* XMLSheetImplT<CharT, Tag>::give(std::wstring_view text) {
     const CharT* const given = _text.template give<CharT>(text, book().isUtf8());
-    if (_text.lostCharacters()) lastError().set(msg::lostCharacters);
+    if (_text.lostCharacters()) lastError().set(xlsx::msg::lostCharacters);
     return given;
 }
 
@@ -101,9 +101,9 @@ auto XMLSheetImplT<CharT, Tag>::cellFormatAt(int row, int col) -> Format* {
         } else if (at.col < _columnStyle.size() && _columnStyle[at.col] != 0) {
             index = _columnStyle[at.col];
         } else {
-            throw vlerror(msg::formatsNotFound);
+            throw vlerror(xlsx::msg::formatsNotFound);
         }
-        if (!styles) throw vlerror(msg::formatsNotFound);
+        if (!styles) throw vlerror(xlsx::msg::formatsNotFound);
         return static_cast<Format*>(styles->formatAt(index));
     });
 }
@@ -120,11 +120,11 @@ const CharT* XMLSheetImplT<CharT, Tag>::readString(int row, int col, Format** fo
             for (const auto& run : string.r()) joined += run.t().text();
             return give(joined);
         }
-        if (!cell.hasValue()) throw vlerror(msg::noString);
+        if (!cell.hasValue()) throw vlerror(xlsx::msg::noString);
         switch (cell.type()) {
             case CellType::s: {
                 auto* const strings = book().findSharedStrings();
-                if (!strings) throw vlerror(msg::sharedStringsNotFound);
+                if (!strings) throw vlerror(xlsx::msg::sharedStringsNotFound);
                 if (cell.text().empty()) return give({});
                 return give(strings->textAt(positionOf(cell.text())));
             }
@@ -134,7 +134,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::readString(int row, int col, Format** fo
             case CellType::absent:
                 return giveUtf8(shortNumberText(numberOf(cell.text())));
             default:
-                throw vlerror(msg::noString);
+                throw vlerror(xlsx::msg::noString);
         }
     });
 }
@@ -144,16 +144,16 @@ IRichStringT<CharT>* XMLSheetImplT<CharT, Tag>::readRichText(int row, int col, F
     return guard<IRichStringT<CharT>*>(nullptr, [&]() -> IRichStringT<CharT>* {
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
-        if (cell.type() != CellType::s || cell.text().empty()) throw vlerror(msg::noRichString);
+        if (cell.type() != CellType::s || cell.text().empty()) throw vlerror(xlsx::msg::noRichString);
         auto* const strings = book().findSharedStrings();
-        if (!strings) throw vlerror(msg::sharedStringsNotFound);
+        if (!strings) throw vlerror(xlsx::msg::sharedStringsNotFound);
         return strings->richStringAt(positionOf(cell.text()), book(), formatOf(cell));
     });
 }
 
 template <class CharT, class Tag>
 double XMLSheetImplT<CharT, Tag>::numberIn(const Cell& cell) {
-    if (!cell.hasValue()) throw vlerror(msg::noNumber);
+    if (!cell.hasValue()) throw vlerror(xlsx::msg::noNumber);
     switch (cell.type()) {
         case CellType::absent:
         case CellType::n:
@@ -161,17 +161,17 @@ double XMLSheetImplT<CharT, Tag>::numberIn(const Cell& cell) {
         case CellType::str: {
             bool whole = false;
             const double value = numberOf(cell.text(), &whole);
-            if (!whole) throw vlerror(msg::noNumber);
+            if (!whole) throw vlerror(xlsx::msg::noNumber);
             return value;
         }
         case CellType::d: {
-            if (cell.text().empty()) throw vlerror(msg::noNumber);
+            if (cell.text().empty()) throw vlerror(xlsx::msg::noNumber);
             const auto date = isoDateOf(cell.text(), book().dates1904());
-            if (!date) throw vlerror(msg::badDateTime);
+            if (!date) throw vlerror(xlsx::msg::badDateTime);
             return *date;
         }
         default:
-            throw vlerror(msg::noNumber);
+            throw vlerror(xlsx::msg::noNumber);
     }
 }
 
@@ -189,7 +189,7 @@ bool XMLSheetImplT<CharT, Tag>::readBool(int row, int col, Format** format) {
     return guard(false, [&] {
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
-        if (cell.type() != CellType::b) throw vlerror(msg::noBool);
+        if (cell.type() != CellType::b) throw vlerror(xlsx::msg::noBool);
         return numberOf(cell.text()) != 0.0;
     });
 }
@@ -199,7 +199,7 @@ bool XMLSheetImplT<CharT, Tag>::readBlank(int row, int col, Format** format) {
     return guard(false, [&] {
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
-        if (cell.hasValue()) throw vlerror(msg::notBlank);
+        if (cell.hasValue()) throw vlerror(xlsx::msg::notBlank);
         return true;
     });
 }
@@ -209,9 +209,9 @@ int XMLSheetImplT<CharT, Tag>::readError(int row, int col, Format** format) {
     return guard<int>(errorNone, [&] {
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
-        if (cell.type() != CellType::e) throw vlerror(msg::noError);
+        if (cell.type() != CellType::e) throw vlerror(xlsx::msg::noError);
         const int code = errorCodeOf(cell.text());
-        if (code == errorNone) throw vlerror(msg::unknownError);
+        if (code == errorNone) throw vlerror(xlsx::msg::unknownError);
         return code;
     });
 }

@@ -27,7 +27,7 @@ void setPosition(Cell& cell, std::size_t position) {
 /// Lives until the next call.
 template <class CharT, class Tag>
 std::wstring_view XMLSheetImplT<CharT, Tag>::widened(const CharT* text) {
-    if (!text) throw vlerror(msg::textNull);
+    if (!text) throw vlerror(xlsx::msg::textNull);
     if constexpr (std::is_same_v<CharT, wchar_t>) {
         return text;
     } else {
@@ -51,7 +51,7 @@ void XMLSheetImplT<CharT, Tag>::putError(Cell& cell, int errorCode) {
     const std::string_view text = errorTextOf(errorCode);
     if (text.empty()) {
         _areasDirty = true;  // what the cell held is gone
-        throw vlerror(msg::unknownError);
+        throw vlerror(xlsx::msg::unknownError);
     }
     cell.setType(CellType::e);
     cell.setText(text);
@@ -99,7 +99,7 @@ template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::writeRichText(int row, int col, IRichStringT<CharT>* text, Format* format) {
     return guard(false, [&] {
         auto* const richString = dynamic_cast<XMLRichStringImplT<CharT, Tag>*>(text);
-        if (!richString) throw vlerror(msg::richStringNull);
+        if (!richString) throw vlerror(xlsx::msg::richStringNull);
         const CellPlace at = place(row, col);
         Cell& cell = ensureCell(at, format, true);
         cell.setType(CellType::s);

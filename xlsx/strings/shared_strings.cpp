@@ -77,7 +77,7 @@ SharedStrings<CharT, Tag>::~SharedStrings() = default;
 
 template <class CharT, class Tag>
 auto SharedStrings<CharT, Tag>::at(std::size_t position) const -> const c_CT_Rst& {
-    if (position >= size()) throw vlerror(msg::noSharedString);
+    if (position >= size()) throw vlerror(xlsx::msg::noSharedString);
     return this->_root.si()[position];
 }
 
@@ -115,7 +115,7 @@ bool SharedStrings<CharT, Tag>::isStill(std::size_t position, std::wstring_view 
 
 template <class CharT, class Tag>
 std::size_t SharedStrings<CharT, Tag>::addString(std::wstring_view text) {
-    if (text.size() > longestString) throw vlerror(msg::stringTooLong);
+    if (text.size() > longestString) throw vlerror(xlsx::msg::stringTooLong);
     if (_toIndex != 0) buildIndex();
     std::wstring scratch;
     const std::wstring_view escaped = escapeSharedText(text, scratch);

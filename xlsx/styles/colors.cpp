@@ -79,7 +79,7 @@ Rgb tinted(Rgb rgb, double tint) {
 }
 
 int readRgbBytes(const std::vector<std::uint8_t>& bytes, bool rgb) {
-    if (bytes.size() != 3 && bytes.size() != 4) throw vlerror(msg::rgbInvalid);
+    if (bytes.size() != 3 && bytes.size() != 4) throw vlerror(xlsx::msg::rgbInvalid);
     const std::size_t first = bytes.size() - 3;
     const Rgb channels{bytes[first], bytes[first + 1], bytes[first + 2]};
     if (rgb) return packRgb(channels);

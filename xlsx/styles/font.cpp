@@ -41,13 +41,13 @@ const char* textOf(const CodedText (&table)[size], int code) {
 
 template <class CharT, class Tag>
 XMLFontImplT<CharT, Tag>::XMLFontImplT(Styles<CharT, Tag>* styles, c_CT_Font& font) : _font(&font), _styles(styles) {
-    if (!styles) throw vlerror(msg::fontWithoutStyles);
+    if (!styles) throw vlerror(xlsx::msg::fontWithoutStyles);
 }
 
 template <class CharT, class Tag>
 XMLFontImplT<CharT, Tag>::XMLFontImplT(Styles<CharT, Tag>* styles)
     : _owned(std::make_unique<c_CT_Font>()), _font(_owned.get()), _styles(styles) {
-    if (!styles) throw vlerror(msg::fontWithoutStyles);
+    if (!styles) throw vlerror(xlsx::msg::fontWithoutStyles);
 }
 
 template <class CharT, class Tag>
@@ -158,7 +158,7 @@ const CharT* XMLFontImplT<CharT, Tag>::name() {
         const auto* const element = std::as_const(*_font).find_name();
         const CharT* const text = _name.template give<CharT>(
             element ? std::wstring_view(element->val()) : _styles->defaultFontFace(), _styles->isUtf8());
-        if (_name.lostCharacters()) _styles->lastError().set(msg::lostCharacters);
+        if (_name.lostCharacters()) _styles->lastError().set(xlsx::msg::lostCharacters);
         return text;
     });
 }

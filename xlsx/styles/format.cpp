@@ -28,8 +28,8 @@ constexpr int largestRotation = 180;
 template <class CharT, class Tag>
 XMLFormatImplT<CharT, Tag>::XMLFormatImplT(Styles<CharT, Tag>* styles, c_CT_Xf* xf, std::size_t index)
     : _styles(styles), _xf(xf), _index(index) {
-    if (!styles) throw vlerror(msg::formatWithoutStyles);
-    if (!xf) throw vlerror(msg::formatWithoutXf);
+    if (!styles) throw vlerror(xlsx::msg::formatWithoutStyles);
+    if (!xf) throw vlerror(xlsx::msg::formatWithoutXf);
 }
 
 template <class CharT, class Tag>

@@ -2,7 +2,9 @@
 #pragma once
 #include "engine/failure/messages.h"
 
-namespace vellum::msg {
+namespace vellum::xlsx::msg {
+
+using namespace vellum::msg;  // what both engines say
 
 inline constexpr const char* formatNotFound = "format is not found (perhaps it is defined before loading a file)";
 inline constexpr const char* fontsNotFound = "fonts are not found";
@@ -11,4 +13,4 @@ inline constexpr const char* formatWithoutStyles = "XMLFormatImplT(): styles can
 inline constexpr const char* formatWithoutXf = "XMLFormatImplT(): xf can't be 0";
 inline constexpr const char* fontWithoutStyles = "XMLFontImplT(): styles can't be 0";
 
-}  // namespace vellum::msg
+}  // namespace vellum::xlsx::msg

@@ -107,13 +107,13 @@ void Styles<CharT, Tag>::makeHandles() {
 
 template <class CharT, class Tag>
 auto Styles<CharT, Tag>::formatAt(std::size_t index) const -> Format* {
-    if (index >= _formats.size()) throw vlerror(msg::indexOutOfRange);
+    if (index >= _formats.size()) throw vlerror(xlsx::msg::indexOutOfRange);
     return _formats[index].get();
 }
 
 template <class CharT, class Tag>
 auto Styles<CharT, Tag>::fontAt(std::size_t index) const -> Font* {
-    if (index >= _fonts.size()) throw vlerror(msg::indexOutOfRange);
+    if (index >= _fonts.size()) throw vlerror(xlsx::msg::indexOutOfRange);
     return _fonts[index].get();
 }
 
@@ -136,7 +136,7 @@ auto Styles<CharT, Tag>::addHandle(typename sml::c_CT_Font& font) -> Font* {
 template <class CharT, class Tag>
 std::size_t Styles<CharT, Tag>::formatIndexOf(const IFormatT<CharT>* format) const {
     const auto found = _formatIndices.find(format);
-    if (!format || found == _formatIndices.end()) throw vlerror(msg::formatNotFound);
+    if (!format || found == _formatIndices.end()) throw vlerror(xlsx::msg::formatNotFound);
     return found->second;
 }
 
@@ -148,7 +148,7 @@ int Styles<CharT, Tag>::fontIndexOf(const IFontT<CharT>* font) const {
 
 template <class CharT, class Tag>
 auto Styles<CharT, Tag>::newFormat(IFormatT<CharT>* from) -> Format* {
-    if (_formats.size() >= mostFormats) throw vlerror(msg::tooManyFormats);
+    if (_formats.size() >= mostFormats) throw vlerror(xlsx::msg::tooManyFormats);
     auto& list = this->_root.cellXfs();
     auto& xf = list.xf().append();
     list.count(static_cast<unsigned>(list.xf().size()));
@@ -159,7 +159,7 @@ auto Styles<CharT, Tag>::newFormat(IFormatT<CharT>* from) -> Format* {
 
 template <class CharT, class Tag>
 auto Styles<CharT, Tag>::newFont(IFontT<CharT>* from) -> Font* {
-    if (_fonts.size() >= mostFonts) throw vlerror(msg::tooManyFonts);
+    if (_fonts.size() >= mostFonts) throw vlerror(xlsx::msg::tooManyFonts);
     auto& list = this->_root.fonts();
     auto& element = list.font().append();
     list.count(static_cast<unsigned>(list.font().size()));
@@ -226,7 +226,7 @@ std::wstring_view Styles<CharT, Tag>::defaultFontFace() const {
 template <class CharT, class Tag>
 void Styles<CharT, Tag>::setDefaultFontSpec(std::wstring_view name, int size) {
     auto* const fonts = this->_root.find_fonts();
-    if (!fonts || fonts->font().size() == 0) throw vlerror(msg::fontsNotFound);
+    if (!fonts || fonts->font().size() == 0) throw vlerror(xlsx::msg::fontsNotFound);
     fonts->font()[0].name().val(std::wstring(name));
     fonts->font()[0].sz().val(size);
 }
