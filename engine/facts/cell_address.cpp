@@ -5,17 +5,16 @@
 namespace vellum {
 namespace {
 
-/// Either half of an address; a half that is absent is one past the last.
-struct Half {
-    std::uint32_t row = sheetRows, col = sheetColumns;
-    bool rowFixed = false, colFixed = false;
+void appendColumn(std::wstring& text, std::uint32_t col) {
+    if (col >= 26 + 26 * 26) text += static_cast<wchar_t>(L'A' + (col - 26 - 26 * 26) / (26 * 26));
+    if (col >= 26) text += static_cast<wchar_t>(L'A' + (col - 26) / 26 % 26);
+    text += static_cast<wchar_t>(L'A' + col % 26);
+}
 
-    [[nodiscard]] bool hasRow() const { return row < sheetRows; }
-    [[nodiscard]] bool hasCol() const { return col < sheetColumns; }
-};
+}  // namespace
 
-std::optional<Half> readHalf(std::wstring_view text) {
-    Half half;
+std::optional<AddressPart> readAddressPart(std::wstring_view text) {
+    AddressPart half;
     std::size_t at = 0;
     const auto fixed = [&] { return at < text.size() && text[at] == L'$' && ++at != 0; };
     bool dollar = fixed();
@@ -44,25 +43,21 @@ std::optional<Half> readHalf(std::wstring_view text) {
     return half;
 }
 
-void appendColumn(std::wstring& text, std::uint32_t col) {
-    if (col >= 26 + 26 * 26) text += static_cast<wchar_t>(L'A' + (col - 26 - 26 * 26) / (26 * 26));
-    if (col >= 26) text += static_cast<wchar_t>(L'A' + (col - 26) / 26 % 26);
-    text += static_cast<wchar_t>(L'A' + col % 26);
-}
-
-}  // namespace
-
 std::optional<CellAddress> readCellAddress(std::wstring_view text) {
-    const auto half = readHalf(text);
+    const auto half = readAddressPart(text);
     if (!half || !half->hasRow() || !half->hasCol()) return {};
     return CellAddress{half->row, half->col, half->rowFixed, half->colFixed};
 }
 
+void appendAddressPart(std::wstring& text, const AddressPart& part) {
+    if (part.colFixed) text += L'$';
+    if (part.hasCol()) appendColumn(text, part.col);
+    if (part.rowFixed) text += L'$';
+    if (part.hasRow()) text += std::to_wstring(part.row + 1);
+}
+
 void appendCellAddress(std::wstring& text, const CellAddress& address) {
-    if (address.colFixed) text += L'$';
-    appendColumn(text, address.col);
-    if (address.rowFixed) text += L'$';
-    text += std::to_wstring(address.row + 1);
+    appendAddressPart(text, {address.row, address.col, address.rowFixed, address.colFixed});
 }
 
 std::string cellAddressText(std::uint32_t row, std::uint32_t col) {
@@ -73,8 +68,8 @@ std::string cellAddressText(std::uint32_t row, std::uint32_t col) {
 
 std::optional<CellRange> readCellRange(std::wstring_view text) {
     const std::size_t colon = text.find(L':');
-    const auto first = readHalf(text.substr(0, colon));
-    const auto last = colon == std::wstring_view::npos ? first : readHalf(text.substr(colon + 1));
+    const auto first = readAddressPart(text.substr(0, colon));
+    const auto last = colon == std::wstring_view::npos ? first : readAddressPart(text.substr(colon + 1));
     if (!first || !last || first->hasRow() != last->hasRow() || first->hasCol() != last->hasCol()) return {};
     if (colon == std::wstring_view::npos && !(first->hasRow() && first->hasCol())) return {};
     CellRange range{0, sheetRows - 1, 0, sheetColumns - 1};

@@ -68,6 +68,16 @@ Relationships* XMLBookImplT<CharT, Tag>::findRelationshipsOf(std::string_view pa
 }
 
 template <class CharT, class Tag>
+Relationships& XMLBookImplT<CharT, Tag>::ensureRelationshipsOf(std::string_view path) {
+    if (Relationships* const found = findRelationshipsOf(path)) return *found;
+    ContentTypes& contentTypes = requireContentTypes();
+    const std::string relsPath = relsPathOf(path);
+    Relationships& made = addPart(relsPath, std::make_unique<Relationships>());
+    if (contentTypes.typeOf(relsPath) != type::relationships) contentTypes.setOverride(relsPath, type::relationships);
+    return made;
+}
+
+template <class CharT, class Tag>
 ContentTypes& XMLBookImplT<CharT, Tag>::requireContentTypes() {
     if (!_contentTypes) throw vlerror(xlsx::msg::contentTypesNotFound);
     return *_contentTypes;

@@ -11,6 +11,7 @@
 #include "ooxml/generated/dialect.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
+#include "xlsx/features/defined_names.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/xml_file.h"
 
@@ -103,7 +104,7 @@ public:
     LastError& lastError() noexcept override { return this->_lastError; }
     bool isUtf8() const override { return this->_locale.utf8(); }
     wchar_t listSeparator() const override { return static_cast<wchar_t>(this->_locale.listSeparator()); }
-    unsigned namesVersion() const override { return _namesVersion; }
+    xlsx::DefinedNames<Tag>& names() override { return _names; }
     bool isR1C1() const override;
     bool dates1904() const override;
     Styles<CharT, Tag>* findStyles() override { return _styles; }
@@ -114,6 +115,9 @@ public:
     std::string sheetPath(int sheetIndex) override;
     XFile* findPart(std::string_view path) override;
     Relationships* findRelationshipsOf(std::string_view path) override;
+    Relationships& ensureRelationshipsOf(std::string_view path) override;
+    int activeSheet() override;
+    void activate(int sheetIndex) override;
 
     /// For the proxy, which carries a text over to a fresh book.
     void setErrorText(const char* text) { this->_lastError.set(text); }
@@ -174,7 +178,6 @@ private:
     void copyRelationships(std::string_view sourcePath, std::string_view path);
     void copyLocalNames(int sourceIndex, int index, const std::wstring& sourceName, const std::wstring& name);
     void removeNamesOfSheet(int index);
-    void activate(int index);
     void cutToSheet(int index);
     typename ooxml::dialect<Tag>::sml::c_CT_CalcPr& ensureCalcPr();
 
@@ -187,7 +190,7 @@ private:
     PartMap _parts;
     std::string _mainPath;
     std::string _folder;  // of the main part, "/xl" in a new book
-    unsigned _namesVersion = 1;
+    xlsx::DefinedNames<Tag> _names{this->_root};
     std::vector<std::string> _pictures;  // paths of the image parts, in archive order
     struct FreeBuffer {
         void operator()(char* bytes) const;

@@ -269,6 +269,7 @@ void XMLBookImplT<CharT, Tag>::clear() {
     _mainPath.clear();
     _saveBuffer.reset();
     this->_root = c_workbook();
+    _names.changed();
 }
 
 /// Runs a load; whatever fails, the book is empty then and can load again.

@@ -19,8 +19,6 @@
 namespace vellum {
 namespace {
 
-constexpr std::size_t longestSheetName = 31;
-
 /// The number that ends a text, 0 when there is none or it is beyond all reason.
 unsigned numberAtEnd(std::string_view text) {
     std::size_t first = text.size();
@@ -112,23 +110,13 @@ ISheetT<CharT>* XMLBookImplT<CharT, Tag>::insertSheet(int index, const CharT* na
 /// The name as it will be; `cut` tells whether it had to lose characters.
 template <class CharT, class Tag>
 std::wstring XMLBookImplT<CharT, Tag>::checkedSheetName(const CharT* name, bool& cut) {
-    if (!name) throw vlerror(xlsx::msg::sheetNameNull);
-    std::basic_string<CharT> units(name);
-    cut = false;
-    if (!isUtf8() && units.size() > longestSheetName) {
-        units.resize(longestSheetName);
-        cut = true;
-    }
-    std::wstring wide = widen(units.c_str());
-    if (wide.size() > longestSheetName) {
-        wide.resize(longestSheetName);
-        cut = true;
-    }
+    const SheetNameText text = cutSheetName(name, isUtf8());
     for (int i = 0; i < sheetCount(); ++i) {
-        if (sameSheetName(sheetElement(i).name(), wide)) throw vlerror(xlsx::msg::sheetNameTaken);
+        if (sameSheetName(sheetElement(i).name(), text.name)) throw vlerror(xlsx::msg::sheetNameTaken);
     }
-    checkSheetName(wide);
-    return wide;
+    checkSheetName(text.name);
+    cut = text.cut;
+    return text.name;
 }
 
 template <class CharT, class Tag>
@@ -174,7 +162,7 @@ ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name
     element.id(id);
     for (int i = index; i < sheetCount(); ++i) findSheet(i);
 
-    ++_namesVersion;
+    _names.changed();
     if (auto* const names = this->_root.find_definedNames()) {
         for (auto& definedName : names->definedName()) {
             if (definedName.isset_localSheetId() && definedName.localSheetId() >= static_cast<unsigned>(index)) {
@@ -250,7 +238,7 @@ bool XMLBookImplT<CharT, Tag>::moveSheet(int srcIndex, int dstIndex) {
         std::iota(order.begin(), order.end(), 0u);
         order.erase(order.begin() + srcIndex);
         order.insert(order.begin() + landed, static_cast<unsigned>(srcIndex));
-        ++_namesVersion;
+        _names.changed();
         if (auto* const names = this->_root.find_definedNames()) {
             for (auto& name : names->definedName()) {
                 if (!name.isset_localSheetId()) continue;
@@ -286,7 +274,7 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
 /// local to the sheet passes to its successor: it goes when there is none, or when that has such a name already.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
-    ++_namesVersion;
+    _names.changed();
     auto* const names = this->_root.find_definedNames();
     if (!names) return;
     const std::wstring sheetName = sheetElement(index).name();
@@ -327,6 +315,11 @@ void XMLBookImplT<CharT, Tag>::cutToSheet(int index) {
 
 template <class CharT, class Tag>
 int XMLBookImplT<CharT, Tag>::activeSheetIndex() {
+    return activeSheet();
+}
+
+template <class CharT, class Tag>
+int XMLBookImplT<CharT, Tag>::activeSheet() {
     const auto* const views = this->_root.find_bookViews();
     if (!views || views->workbookView().size() == 0) return 0;
     constexpr unsigned last = std::numeric_limits<int>::max();

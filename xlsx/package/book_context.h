@@ -14,6 +14,10 @@ template <class CharT, class Tag>
 class SharedStrings;
 template <class CharT, class Tag>
 class Styles;
+namespace xlsx {
+template <class Tag>
+class DefinedNames;
+}
 
 using ooxml::excelNormal_tag;
 using ooxml::excelStrict_tag;
@@ -27,8 +31,7 @@ public:
     virtual bool isUtf8() const = 0;
     /// Separator of function arguments in formula text.
     virtual wchar_t listSeparator() const = 0;
-    /// Another one when defined names came, went or changed their sheet.
-    virtual unsigned namesVersion() const = 0;
+    virtual xlsx::DefinedNames<Tag>& names() = 0;
     virtual bool isR1C1() const = 0;
     virtual bool dates1904() const = 0;
 
@@ -45,6 +48,12 @@ public:
     virtual XFile* findPart(std::string_view path) = 0;
     /// The relationships of a part; null when there are none.
     virtual Relationships* findRelationshipsOf(std::string_view path) = 0;
+    /// Makes them, with their content type, when there are none.
+    virtual Relationships& ensureRelationshipsOf(std::string_view path) = 0;
+
+    /// The sheet that is shown.
+    virtual int activeSheet() = 0;
+    virtual void activate(int sheetIndex) = 0;
 
 protected:
     ~BookContextT() = default;

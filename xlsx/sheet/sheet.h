@@ -2,6 +2,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,6 +18,7 @@
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 #include "xlsx/cells/cell_area.h"
+#include "xlsx/features/defined_names.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/xml_file.h"
 
@@ -90,12 +92,49 @@ public:
     int lastFilledColumn() override;
     bool cellFrom(int* row, int* col) override;
 
-    // The sheet in its workbook: sheet_ranges.cpp.
+    // The sheet in its workbook: sheet_workbook.cpp.
     const CharT* sheetName() override;
+    bool setSheetName(const CharT* name) override;
     int visibilityState() override;
+    bool setVisibilityState(int state) override;
+    bool isProtected() override;
+    bool setProtected(bool enable, const CharT* password, int options) override;
+
+    // Names and addresses: sheet_ranges.cpp.
+    bool namedRangeByName(const CharT* name, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int scope,
+                          bool* hidden) override;
+    bool setNamedRangeByName(const CharT* name, int rowFirst, int rowLast, int colFirst, int colLast, int scope,
+                             bool hidden) override;
+    bool removeNamedRange(const CharT* name, int scope) override;
     int namedRangeCount() override;
     const CharT* namedRange(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int* scope,
                             bool* hidden) override;
+    bool repeatRows(int* rowFirst, int* rowLast) override;
+    bool setRepeatRows(int rowFirst, int rowLast) override;
+    bool repeatColumns(int* colFirst, int* colLast) override;
+    bool setRepeatColumns(int colFirst, int colLast) override;
+    bool clearRepeats() override;
+    bool printAreaRange(int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool setPrintAreaRange(int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool clearPrintAreaRange() override;
+    bool parseCellAddress(const CharT* text, int* row, int* col, bool* rowRelative, bool* colRelative) override;
+    const CharT* formatCellAddress(int row, int col, bool rowRelative, bool colRelative) override;
+
+    // Links and rules: sheet_rules.cpp.
+    int hyperlinkTotal() override;
+    const CharT* hyperlinkAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool removeHyperlinkAt(int index) override;
+    bool addHyperlink(const CharT* target, int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool addIgnoredErrorRange(int rowFirst, int colFirst, int rowLast, int colLast, int flags) override;
+    bool addValidationRule(int type, int op, int rowFirst, int rowLast, int colFirst, int colLast,
+                           const CharT* formula1, const CharT* formula2, bool allowBlank, bool hideDropDown,
+                           bool showInputMessage, bool showErrorMessage, const CharT* promptTitle, const CharT* prompt,
+                           const CharT* errorTitle, const CharT* error, int errorStyle) override;
+    bool addValidationRuleNumeric(int type, int op, int rowFirst, int rowLast, int colFirst, int colLast, double value1,
+                                  double value2, bool allowBlank, bool hideDropDown, bool showInputMessage,
+                                  bool showErrorMessage, const CharT* promptTitle, const CharT* prompt,
+                                  const CharT* errorTitle, const CharT* error, int errorStyle) override;
+    bool removeValidationRules() override;
 
 protected:
     LastError& lastError() noexcept override { return _book ? _book->lastError() : _ownError; }
@@ -194,8 +233,16 @@ private:
     const CellArea& used() { return updateAreas(), _used; }
     const CellArea& filled() { return updateAreas(), _filled; }
 
-    // Names: sheet_ranges.cpp.
-    const std::vector<std::uint32_t>& visibleNames();
+    // The workbook, and names: sheet_workbook.cpp, sheet_ranges.cpp, sheet_rules.cpp.
+    typename Sml::c_CT_Sheet* sheetElement();
+    /// Throws when the workbook has no such sheet.
+    xlsx::NamedSheet namedSheet();
+    const std::vector<DefinedName*>& visibleNames();
+    std::optional<CellRange> areaOfName(const DefinedName& name);
+    void warnOfMoreAreas(bool hasMore);
+    int checkedScope(int scope);
+    Relationships* findRelationships();
+    std::optional<std::wstring> wideOrNothing(const CharT* text);
 
     BookContextT<CharT, Tag>* _book = nullptr;
     int _index = -1;
@@ -217,10 +264,10 @@ private:
     bool _mastersKnown = false;
     std::unordered_map<std::uint32_t, CellPlace> _heirs;  // who took over last: no member stands in front of it
 
-    std::vector<std::uint32_t> _visibleNames;  // places in the workbook's list
-    unsigned _visibleNamesVersion = 0;         // of the names that they were taken from; 0 for none
+    std::vector<DefinedName*> _visibleNames;
+    unsigned _visibleNamesVersion = 0;  // of the names that they were taken from; 0 for none
 
-    TextHolder _text, _nameText;
+    TextHolder _text, _nameText, _addressText, _linkText;
     std::wstring _wide;
 };
 

@@ -1,12 +1,10 @@
 // The texts of the cells of a worksheet.
 #pragma once
-#include "xlsx/package/messages.h"
+#include "xlsx/features/messages.h"
 
 namespace vellum::xlsx::msg {
 
 inline constexpr const char* cellNotFound = "cell is not found";
-inline constexpr const char* colOutOfRange = "col must be in range 0-16383";
-inline constexpr const char* rowOutOfRange = "row must be in range 0-1048575";
 inline constexpr const char* formatsNotFound = "formats are not found";
 
 // reading
@@ -23,11 +21,5 @@ inline constexpr const char* sharedStringsNotFound = "sharedStrings not found";
 
 // writing
 inline constexpr const char* richStringNull = "richString is NULL";
-inline constexpr const char* textNull = "text is NULL";
-
-// the sheet in its workbook
-inline constexpr const char* sheetWithoutBook = "sheet doen't have relationship with book";
-inline constexpr const char* namedRangeNotFound = "named range is not found";
-inline constexpr const char* partsSkipped = "warning: some parts were skipped";
 
 }  // namespace vellum::xlsx::msg

@@ -6,7 +6,9 @@
 
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
+#include "xlsx/features/defined_names.h"
 #include "xlsx/package/book_context.h"
+#include "xlsx/package/relationships.h"
 #include "xlsx/sheet/sheet.h"
 #include "xlsx/strings/shared_strings.h"
 #include "xlsx/styles/styles.h"
@@ -21,7 +23,7 @@ public:
     LastError& lastError() noexcept override { return _last; }
     bool isUtf8() const override { return true; }
     wchar_t listSeparator() const override { return separator; }
-    unsigned namesVersion() const override { return 1; }
+    xlsx::DefinedNames<Tag>& names() override { return _names; }
     bool isR1C1() const override { return r1c1; }
     bool dates1904() const override { return false; }
     Styles<char, Tag>* findStyles() override { return &_styles; }
@@ -34,18 +36,27 @@ public:
     typename ooxml::dialect<Tag>::c_workbook& workbook() override { return _workbook; }
     std::string sheetPath(int) override { return {}; }
     XFile* findPart(std::string_view) override { return nullptr; }
-    Relationships* findRelationshipsOf(std::string_view) override { return nullptr; }
+    Relationships* findRelationshipsOf(std::string_view) override { return relationships.get(); }
+    Relationships& ensureRelationshipsOf(std::string_view) override {
+        if (!relationships) relationships = std::make_unique<Relationships>();
+        return *relationships;
+    }
+    int activeSheet() override { return active; }
+    void activate(int sheetIndex) override { active = sheetIndex; }
 
     std::string error() { return _last.text(); }
 
     wchar_t separator = L',';
     bool r1c1 = false;
+    int active = 0;
+    std::unique_ptr<Relationships> relationships;
 
 private:
     LastError _last;
     Styles<char, Tag> _styles;
     std::unique_ptr<SharedStrings<char, Tag>> _strings;
     typename ooxml::dialect<Tag>::c_workbook _workbook;
+    xlsx::DefinedNames<Tag> _names{_workbook};
 };
 
 /// A sheet from the rows of its part, as XML.
