@@ -113,6 +113,8 @@ public:
     [[nodiscard]] FontImplT<CharT>* fontAtPosition(std::size_t position) const override;
     [[nodiscard]] const wchar_t* numFormatText(std::uint16_t ifmt) const override;
     Palette& palette() override { return _globals.palette; }
+    biff::DefinedNames& names() override { return _globals.names; }
+    [[nodiscard]] const biff::DefinedNames& names() const override { return _globals.names; }
     [[nodiscard]] std::size_t sheetTotal() const override { return _sheets.size(); }
     [[nodiscard]] SheetImplT<CharT>* sheetByIndex(std::size_t index) const override;
     [[nodiscard]] int indexOfSheet(const SheetImplT<CharT>& sheet) const override;

@@ -165,7 +165,7 @@ void BookImplT<CharT>::keepOneSheet(std::size_t index) {
     std::vector<int> newIndex(_globals.boundSheets.size(), -1);
     newIndex[index] = 0;
     _globals.boundSheets = {_globals.boundSheets[index]};
-    _globals.renumber(newIndex);
+    _globals.names.renumber(newIndex);
     _globals.rrTabId = {1};
     _globals.window1.itabFirst = 0;
     activate(0);

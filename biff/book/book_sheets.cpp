@@ -1,14 +1,12 @@
 // The list of sheets.
-#include <locale.h>
-
 #include <algorithm>
-#include <cwctype>
 #include <numeric>
 
 #include "biff/book/book.h"
 #include "biff/records/book_messages.h"
 #include "engine/api/enums.h"
 #include "engine/failure/guarded.h"
+#include "engine/text/letter_case.h"
 
 namespace vellum {
 
@@ -18,17 +16,6 @@ constexpr std::size_t maxSheetName = 31;
 
 bool hasInvalidCharacter(std::wstring_view name) {
     return name.front() == L'\'' || name.back() == L'\'' || name.find_first_of(L"*/:?[\\]") != std::wstring_view::npos;
-}
-
-// Small letters of all scripts, whatever the locale of the process is.
-wchar_t lower(wchar_t c) {
-    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    const auto code = static_cast<std::wint_t>(c);
-    return static_cast<wchar_t>(unicode == nullptr ? std::towlower(code) : towlower_l(code, unicode));
-}
-
-bool sameNameIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return std::ranges::equal(a, b, {}, lower, lower);
 }
 
 std::uint8_t boundKindOf(std::uint16_t dt) {
@@ -56,7 +43,7 @@ const wchar_t* BookImplT<CharT>::checkedSheetName(const CharT* name, const Sheet
     wide = wide.substr(0, maxSheetName);
     const int own = renamed == nullptr ? -1 : indexOfSheet(*renamed);
     for (std::size_t i = 0; i < _globals.boundSheets.size(); ++i) {
-        if (static_cast<int>(i) != own && sameNameIgnoringCase(_globals.boundSheets[i].sheetName.view(), wide))
+        if (static_cast<int>(i) != own && equalIgnoringCase(_globals.boundSheets[i].sheetName.view(), wide))
             throw vlerror(biff::msg::sheetNameTaken);
     }
     return _pool.copy(wide);
@@ -100,7 +87,7 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
 // References by number follow the sheets, and so does the place of the one that is shown.
 template <class CharT>
 void BookImplT<CharT>::renumber(std::span<const int> newIndex) {
-    _globals.renumber(newIndex);
+    _globals.names.renumber(newIndex);
     for (std::uint16_t* tab : {&_globals.window1.itabCur, &_globals.window1.itabFirst}) {
         if (*tab < newIndex.size() && newIndex[*tab] >= 0) *tab = static_cast<std::uint16_t>(newIndex[*tab]);
     }

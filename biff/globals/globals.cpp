@@ -4,7 +4,6 @@
 #include <numeric>
 
 #include "biff/container/cursor.h"
-#include "biff/globals/names_raw.h"
 #include "biff/records/book_messages.h"
 #include "engine/api/enums.h"
 #include "engine/failure/vlerror.h"
@@ -54,19 +53,13 @@ std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
     throw vlerror(biff::msg::tooManyCustomFormats);
 }
 
-void Globals::renumber(std::span<const int> newIndex) {
-    renumberSheets(supBooks, newIndex);
-    renumberNames(names, newIndex);
-}
-
 std::size_t Globals::keptBytes() const {
     std::size_t bytes = 0;
     for (const RawRecords* one : {&xfExts, &headerPictures, &drawingGroup, &bookExt, &extSst, &others}) {
         bytes += one->wire().size();
     }
     for (const RawRecords& one : slots) bytes += one.wire().size();
-    for (const RawRecords& one : names) bytes += one.wire().size();
-    return bytes;
+    return bytes + names.keptBytes();
 }
 
 }  // namespace vellum

@@ -9,7 +9,7 @@
 #include "biff/globals/globals_records.h"
 #include "biff/globals/palette.h"
 #include "biff/globals/style.h"
-#include "biff/globals/sup_book.h"
+#include "biff/names/defined_names.h"
 #include "biff/records/bof.h"
 #include "biff/records/raw_records.h"
 #include "biff/records/word_record.h"
@@ -66,8 +66,7 @@ struct Globals {
     std::vector<NumFormat> numFormats;  // in their order; see addNumFormat
     std::vector<Style> styles;
     std::vector<BoundSheet8> boundSheets;
-    std::vector<SupBookBlock> supBooks;
-    std::vector<RawRecords> names;  // Lbl: opaque but for the sheet that a name belongs to
+    biff::DefinedNames names;  // with the references to sheets that they and all formulas use
     Palette palette;
 
     std::array<RawRecords, std::size(slotIds)> slots;
@@ -89,10 +88,6 @@ struct Globals {
     void writeBoundSheets(Xls& out, std::vector<std::uint32_t>& positions) const;
     void writeLinks(Xls& out);
     void writeBack(Xls& out) const;
-
-    /// Brings references to sheets up to date after sheets have moved: see `renumberSheets` in biff/sup_book.h. Names
-    /// that belong to a removed sheet go.
-    void renumber(std::span<const int> newIndex);
 
     /// Null when the id has no text of its own. Of several texts the first counts.
     [[nodiscard]] const NumFormat* findNumFormat(std::uint16_t ifmt) const;

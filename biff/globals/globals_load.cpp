@@ -114,11 +114,11 @@ void rrTabId(Globals& g, Xls& in, RecordHeader h, StringPool&) {
 }
 
 void supBook(Globals& g, Xls& in, RecordHeader h, StringPool&) {
-    g.supBooks.emplace_back().read(in, h);
+    g.names.links.read(in, h);
 }
 
-void lbl(Globals& g, Xls& in, RecordHeader h, StringPool&) {
-    g.names.emplace_back().take(in, h);
+void lbl(Globals& g, Xls& in, RecordHeader h, StringPool& pool) {
+    g.names.load(Lbl::read(in, h, pool, g.isBiff5() ? TextForm::noFlags : TextForm::withFlags));
 }
 
 void style(Globals& g, Xls& in, RecordHeader h, StringPool& pool) {

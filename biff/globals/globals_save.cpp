@@ -74,8 +74,8 @@ void Globals::writeBoundSheets(Xls& out, std::vector<std::uint32_t>& positions) 
 void Globals::writeLinks(Xls& out) {
     writeFixed(out, country);
     if (!isBiff5()) {
-        for (SupBookBlock& block : supBooks) block.write(out, boundSheets.size());
-        for (const RawRecords& name : names) name.write(out);
+        names.links.write(out, boundSheets.size());
+        names.write(out);
     }
     writeFixed(out, recalcId);
     writeKept(out, headerPictures);

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "biff/container/cursor.h"
 #include "biff/container/record_ids.h"
 
 namespace vellum {
@@ -17,6 +18,8 @@ public:
     /// Appends the record whose header has just been read, and all that belongs to it right behind.
     void take(Xls& in, RecordHeader header);
     void add(std::uint16_t id, std::span<const std::byte> body);
+    /// Records in wire form.
+    void append(std::span<const std::byte> wire) { _wire.insert(_wire.end(), wire.begin(), wire.end()); }
     void write(Xls& out) const;
     void clear() { _wire = {}; }
 
@@ -25,10 +28,22 @@ public:
     /// Body of the first record, for what is read or patched in place.
     [[nodiscard]] std::span<std::byte> firstBody();
     [[nodiscard]] std::span<const std::byte> firstBody() const;
+    /// Each record with its identifier and body.
+    template <class Visit>
+    void forEach(Visit&& visit) const;
     void shrink() { _wire.shrink_to_fit(); }
 
 private:
     std::vector<std::byte> _wire;
 };
+
+template <class Visit>
+void RawRecords::forEach(Visit&& visit) const {
+    for (auto rest = std::span<const std::byte>(_wire); !rest.empty();) {
+        const std::size_t size = loadLe<std::uint16_t>(&rest[2]);
+        visit(loadLe<std::uint16_t>(rest.data()), rest.subspan(recordHeaderSize, size));
+        rest = rest.subspan(recordHeaderSize + size);
+    }
+}
 
 }  // namespace vellum

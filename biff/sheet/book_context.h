@@ -14,6 +14,9 @@ class Palette;
 class StringPool;
 class StrMap;
 class Xls;
+namespace biff {
+class DefinedNames;
+}
 template <class CharT>
 class FontImplT;
 template <class CharT>
@@ -105,6 +108,10 @@ public:
     [[nodiscard]] virtual const wchar_t* numFormatText(std::uint16_t ifmt) const = 0;
 
     virtual Palette& palette() = 0;
+
+    /// Defined names of the book and of its sheets, and the references to sheets.
+    virtual biff::DefinedNames& names() = 0;
+    [[nodiscard]] virtual const biff::DefinedNames& names() const = 0;
 
     /// Sheets in tab order. A book loaded as outline has none.
     [[nodiscard]] virtual std::size_t sheetTotal() const = 0;

@@ -100,6 +100,24 @@ public:
     int firstFilledColumn() override { return static_cast<int>(_parts.filledBounds().colFirst); }
     int lastFilledColumn() override { return static_cast<int>(_parts.filledBounds().colEnd); }
 
+    // Defined names (sheet_names.cpp).
+    bool namedRangeByName(const CharT* name, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int scope,
+                          bool* hidden) override;
+    bool setNamedRangeByName(const CharT* name, int rowFirst, int rowLast, int colFirst, int colLast, int scope,
+                             bool hidden) override;
+    bool removeNamedRange(const CharT* name, int scope) override;
+    int namedRangeCount() override;
+    const CharT* namedRange(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int* scope,
+                            bool* hidden) override;
+    bool printAreaRange(int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool setPrintAreaRange(int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool clearPrintAreaRange() override;
+    bool repeatRows(int* rowFirst, int* rowLast) override;
+    bool setRepeatRows(int rowFirst, int rowLast) override;
+    bool repeatColumns(int* colFirst, int* colLast) override;
+    bool setRepeatColumns(int colFirst, int colLast) override;
+    bool clearRepeats() override;
+
     // View, name, and what a binary sheet has not (sheet_view.cpp).
     bool showsGridlines() override;
     bool setShowsGridlines(bool show) override;
@@ -150,6 +168,13 @@ private:
     template <class Result, class Body>
     Result guard(Result onFailure, Body&& body) {
         return guarded<Result>(_book.lastError(), onFailure, static_cast<Body&&>(body));
+    }
+
+    /// Position in tab order.
+    [[nodiscard]] int index() const { return _book.indexOfSheet(*this); }
+    /// A caller's text, null as an empty one, until the next such call.
+    [[nodiscard]] std::wstring_view widened(const CharT* text) const {
+        return text == nullptr ? std::wstring_view() : _book.widen(text);
     }
 
     [[nodiscard]] CellSlot slotAt(CellPlace at) const { return _parts.cells.at(at.row, at.col); }

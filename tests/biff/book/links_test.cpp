@@ -68,9 +68,9 @@ TEST(Links, FollowTheirSheets) {
          "7835", 4, 2},
         {"move A to the end", [](auto& b) { b.moveSheet(0, 3); }, "22 00 11 12 -- 11 ", "g0 h3 i1 j2 ", "357", 3, 0},
         {"move C to the front", [](auto& b) { b.moveSheet(2, 0); }, "11 22 00 01 -- 11 ", "g0 h2 i3 j1 ", "573", 3, 2},
-        {"remove A", [](auto& b) { b.removeSheet(0); }, "-- 00 11 -- -- 11 ", "g0 i1 j2 ", "12", 2, 0},
-        {"remove B", [](auto& b) { b.removeSheet(1); }, "00 -- 11 -- -- 11 ", "g0 h1 j2 ", "12", 2, 1},
-        {"remove C", [](auto& b) { b.removeSheet(2); }, "00 11 -- -- -- 11 ", "g0 h1 i2 ", "12", 2, 1},
+        {"remove A", [](auto& b) { b.removeSheet(0); }, "-- 00 11 -- -- 11 ", "g0 _0 i1 j2 ", "12", 2, 0},
+        {"remove B", [](auto& b) { b.removeSheet(1); }, "00 -- 11 -- -- 11 ", "g0 h1 _0 j2 ", "12", 2, 1},
+        {"remove C", [](auto& b) { b.removeSheet(2); }, "00 11 -- -- -- 11 ", "g0 h1 i2 _0 ", "12", 2, 1},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -95,7 +95,7 @@ TEST(Links, OneSheetOfAFileIsLikeRemovingTheOthers) {
     EXPECT_STREQ(book->sheetNameAt(0), "B");
     const Links links = linksOf(*book);
     EXPECT_EQ(links.table, "-- 00 -- -- -- 11 ");
-    EXPECT_EQ(links.names, "g0 i1 ");
+    EXPECT_EQ(links.names, "g0 _0 i1 _0 ");
     EXPECT_EQ(book->activeSheetIndex(), 0);
 }
 

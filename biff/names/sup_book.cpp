@@ -1,4 +1,4 @@
-#include "biff/globals/sup_book.h"
+#include "biff/names/sup_book.h"
 
 #include <algorithm>
 
@@ -89,27 +89,6 @@ void SupBookBlock::write(Xls& out, std::size_t sheetCount) {
     head.write(out);
     if (hasTable) writeTable(out, xti);
     tail.write(out);
-}
-
-void renumberSheets(std::vector<SupBookBlock>& blocks, std::span<const int> newIndex) {
-    std::vector<std::uint32_t> removedBefore{0};  // sheets that go, in front of each
-    for (const int index : newIndex) removedBefore.push_back(removedBefore.back() + (index < 0 ? 1 : 0));
-    const auto renumberEntry = [&](Xti& entry) {
-        if (entry.itabFirst >= newIndex.size() || entry.itabLast >= newIndex.size()) return;  // none, or the book
-        const auto [low, high] = std::minmax(entry.itabFirst, entry.itabLast);
-        if (removedBefore[low] != removedBefore[high + std::size_t{1}]) {
-            entry.itabFirst = entry.itabLast = Xti::noSheet;
-            return;
-        }
-        const int first = newIndex[entry.itabFirst], last = newIndex[entry.itabLast];
-        entry.itabFirst = static_cast<std::uint16_t>(std::min(first, last));
-        entry.itabLast = static_cast<std::uint16_t>(std::max(first, last));
-    };
-    for (SupBookBlock& block : blocks) {
-        for (Xti& entry : block.xti) {
-            if (entry.iSupBook < blocks.size() && blocks[entry.iSupBook].isSelf()) renumberEntry(entry);
-        }
-    }
 }
 
 }  // namespace vellum

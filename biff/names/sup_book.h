@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "biff/globals/globals_records.h"
+#include "biff/names/xti.h"
 #include "biff/records/raw_records.h"
 
 namespace vellum {
@@ -23,9 +23,5 @@ struct SupBookBlock {
     /// Stands for this workbook.
     [[nodiscard]] bool isSelf() const;
 };
-
-/// Renumbers the sheets that references to this workbook name: `newIndex[i]` is the new index of sheet i, or -1
-/// when it is removed. A range that holds a removed sheet then names none.
-void renumberSheets(std::vector<SupBookBlock>& blocks, std::span<const int> newIndex);
 
 }  // namespace vellum
