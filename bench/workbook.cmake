@@ -2,3 +2,8 @@
 add_executable(bench_workbook EXCLUDE_FROM_ALL workbook.cpp)
 target_link_libraries(bench_workbook PRIVATE quillet_build quillet_cli_workbook)
 add_dependencies(benches bench_workbook)
+
+# Layout of sheets, each time beside a walk over the same cells.
+add_executable(bench_layout EXCLUDE_FROM_ALL layout.cpp)
+target_link_libraries(bench_layout PRIVATE quillet_build vellum)
+add_dependencies(benches bench_layout)

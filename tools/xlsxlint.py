@@ -20,6 +20,7 @@ import zipfile
 import zlib
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import sheetlint  # noqa: E402
 import xlsxcompare  # noqa: E402
 from xlsxcompare import child, local  # noqa: E402
 
@@ -238,7 +239,9 @@ def workbook_findings(package, main):
             yield "two tables have the %s %s" % (name, value)
     for path in sorted(package.parts):
         if package.type_of(path).endswith("spreadsheetml.worksheet+xml"):
-            yield from sheet_findings(path, ET.fromstring(package.parts[path]), limits)
+            root = ET.fromstring(package.parts[path])
+            yield from sheet_findings(path, root, limits)
+            yield from sheetlint.sheet_findings(path, root)
 
 
 def style_limits(root):

@@ -30,6 +30,7 @@ void ct_container_base::insertNode(std::size_t at, c_node* owned) {
 }
 
 void ct_container_base::erase(std::size_t first, std::size_t past) {
+    if (first == past) return;
     const auto begin = _nodes->begin();
     _nodes->erase(begin + static_cast<std::ptrdiff_t>(first), begin + static_cast<std::ptrdiff_t>(past));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -312,6 +313,18 @@ public:
     T& push_back(const T& value) {
         addNode(value.clone());
         return back();
+    }
+
+    template <class IsGone>
+    void eraseIf(IsGone&& isGone) {
+        if (_nodes) std::erase_if(*_nodes, [&](const ct_happy_ptr& node) { return isGone(static_cast<T&>(*node)); });
+    }
+    template <class Less>
+    void stableSort(Less&& less) {
+        if (!_nodes) return;
+        std::stable_sort(_nodes->begin(), _nodes->end(), [&](const ct_happy_ptr& a, const ct_happy_ptr& b) {
+            return less(static_cast<const T&>(*a), static_cast<const T&>(*b));
+        });
     }
 
     iterator begin() { return iterator(_nodes ? _nodes->data() : nullptr); }

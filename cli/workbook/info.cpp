@@ -7,6 +7,7 @@
 
 #include "cli/workbook/book_file.h"
 #include "cli/workbook/cell_name.h"
+#include "cli/workbook/info_features.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
 
@@ -36,17 +37,20 @@ std::string usedArea(Sheet& sheet) {
 }
 
 struct SheetLine {
-    std::string name, kind, state, area;
+    std::string name, kind, state, area, notes;
 };
 
 SheetLine describe(Book& book, int index) {
     constexpr const char* kinds[] = {"worksheet", "chart", "other"};
     const char* const name = book.sheetNameAt(index);
-    SheetLine line{name ? name : "", kinds[book.sheetKindAt(index)], "", ""};
+    SheetLine line{name ? name : "", kinds[book.sheetKindAt(index)], "", "", ""};
     Sheet* const sheet = book.getSheet(index);
     if (!sheet) return line;
     line.state = stateName(sheet->visibilityState());
-    if (book.sheetKindAt(index) == vellum::sheetWorksheet) line.area = usedArea(*sheet);
+    if (book.sheetKindAt(index) == vellum::sheetWorksheet) {
+        line.area = usedArea(*sheet);
+        line.notes = featureNotes(*sheet);
+    }
     return line;
 }
 
@@ -67,6 +71,7 @@ void printSheets(Book& book, std::ostream& out) {
         out << std::right << std::setw(5) << i + 1 << "  " << line.name
             << std::string(nameWidth - shownWidth(line.name) + 2, ' ') << std::left << std::setw(11) << line.kind
             << std::setw(13) << line.state << line.area << '\n';
+        if (!line.notes.empty()) out << "       " << line.notes << '\n';
     }
 }
 

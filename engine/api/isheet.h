@@ -60,7 +60,8 @@ public:
     virtual double columnWidth(int col) = 0;
     /// Points; -1.0 on failure.
     virtual double rowHeight(int row) = 0;
-    /// Pixels at 96 dpi, 0 when hidden, -1 on failure.
+    /// Pixels at 96 dpi, -1 on failure. Of what is hidden: 0 in a binary workbook, its size when shown in an Open XML
+    /// one.
     virtual int columnWidthPixels(int col) = 0;
     virtual int rowHeightPixels(int row) = 0;
     /// A negative width fits each column to its content.
@@ -110,6 +111,8 @@ public:
     virtual bool setSummaryRight(bool right) = 0;
 
     virtual bool clearRange(int rowFirst, int rowLast, int colFirst, int colLast) = 0;
+    // Cells, merged blocks and sizes move, and defined names where asked for. Texts of formulas stay as they are; an
+    // Open XML sheet leaves links, validation rules, conditional formats, page breaks, drawings and comments behind.
     virtual bool insertColumns(int colFirst, int colLast, bool updateNames = true) = 0;
     virtual bool insertRows(int rowFirst, int rowLast, bool updateNames = true) = 0;
     virtual bool removeColumns(int colFirst, int colLast, bool updateNames = true) = 0;

@@ -1,11 +1,9 @@
-// A package of hostile parts: load, read the cells, save, and load the result. An input is an archive, or a text that
-// stands for one, which mutations do not break: "=name" begins a line and an entry, the lines below are its content.
+// A package of hostile parts: load, read the cells, save, and load the result.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "engine/api/enums.h"
@@ -13,7 +11,7 @@
 #include "engine/api/iformat.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
-#include "zip/zip_reader.h"
+#include "fuzz/xlsx/text_package.h"
 
 namespace {
 
@@ -25,30 +23,6 @@ struct Release {
 };
 
 constexpr int maxCells = 100'000;
-constexpr std::size_t maxEntries = 64;
-
-std::string archiveOf(std::string_view text) {
-    zip::ZipReader archive;
-    archive.createInMemory();
-    for (std::size_t count = 0; count < maxEntries && text.starts_with('='); ++count) {
-        const std::size_t line = text.find('\n');
-        if (line == std::string_view::npos) break;
-        const std::string name(text.substr(1, line - 1));
-        const std::size_t next = text.find("\n=", line);
-        const std::size_t end = next == std::string_view::npos ? text.size() : next;
-        const std::string_view content = end > line ? text.substr(line + 1, end - line - 1) : std::string_view();
-        if (name.size() < 256) archive.addEntry(name, content.data(), content.size());
-        text = next == std::string_view::npos ? std::string_view() : text.substr(next + 1);
-    }
-    archive.finish();
-    char* data = nullptr;
-    std::size_t size = 0;
-    archive.takeBuffer(&data, &size);
-    std::string bytes(data, size);
-    std::free(data);
-    return bytes;
-}
-
 void visit(Sheet& sheet, int& left) {
     auto* const cells = dynamic_cast<vellum::ISheetCells*>(&sheet);
     for (int row = 0, col = 0; left > 0 && cells->cellFrom(&row, &col); ++col, --left) {
@@ -65,8 +39,7 @@ void visit(Sheet& sheet, int& left) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view input(reinterpret_cast<const char*>(data), size);
-    const std::string bytes = input.starts_with('=') ? archiveOf(input) : std::string(input);
+    const std::string bytes = fuzz::packageOf(data, size);
     const std::unique_ptr<Book, Release> book(vellum::vlCreateXMLBook<char>());
     if (!book->loadMemory(bytes.data(), bytes.size())) {
         if (book->sheetCount() != 0) std::abort();

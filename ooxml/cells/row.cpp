@@ -81,7 +81,7 @@ bool c_CT_Row<Family>::removeUnknownAttribute(std::string_view asWritten) {
     bool removed = false;
     if (asWritten == dyDescentName && (_present & has_dyDescent) != 0) {
         _dyDescent.clear();
-        _present &= ~has_dyDescent;
+        _present &= ~(has_dyDescent | dyDescentBehind);
         removed = true;
     }
     return (this->extras() != nullptr && this->makeExtras().removeAttribute(asWritten)) || removed;
@@ -172,6 +172,7 @@ int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
             _dyDescent = reader.value(attribute);
             bindery::repairUtf8(_dyDescent);
             _present |= has_dyDescent;
+            if (this->extras() != nullptr && !this->extras()->attrs.empty()) _present |= dyDescentBehind;
         }
         if (code > 0) code = reader.fail(code, bindery::attributeItem(attribute.name));
         if (code < 0)
@@ -321,8 +322,15 @@ void c_CT_Row<Family>::writeAttributes(bindery::c_xml_writer& writer) const {
     truth(has_thickTop, " thickTop=\"");
     truth(has_thickBot, " thickBot=\"");
     truth(has_ph, " ph=\"");
-    if ((_present & has_dyDescent) != 0)
-        writer.keptAttribute({std::string(dyDescentName), std::string(x14acUri), _dyDescent});
+}
+
+template <class Family>
+void c_CT_Row<Family>::writeUnknown(bindery::c_xml_writer& writer) const {
+    const bindery::Attr dyDescent{std::string(dyDescentName), std::string(x14acUri), _dyDescent};
+    if (startsWithDyDescent()) writer.keptAttribute(dyDescent);
+    if (this->extras() != nullptr)
+        for (const bindery::Attr& attr : this->extras()->attrs) writer.keptAttribute(attr);
+    if ((_present & dyDescentBehind) != 0) writer.keptAttribute(dyDescent);
 }
 
 template <class Family>
@@ -331,8 +339,7 @@ int c_CT_Row<Family>::write(bindery::c_xml_writer& writer) const {
     writer.startElement("row");
     if (extras != nullptr) writer.keptDeclarations(extras->decls);
     writeAttributes(writer);
-    if (extras != nullptr)
-        for (const bindery::Attr& attr : extras->attrs) writer.keptAttribute(attr);
+    if (extras != nullptr || startsWithDyDescent()) writeUnknown(writer);
     if (!_cells.empty()) writer.closeStartTag();
     bindery::PlacedWriter placed(writer, extras);
     placed.before(slot_c);

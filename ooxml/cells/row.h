@@ -108,6 +108,8 @@ public:
     /// Text of an attribute that the schema does not know, by its name as written ("x14ac:dyDescent"); null when
     /// there is none. Lives until the next call on the row.
     const std::string* unknownAttribute(std::string_view asWritten) const;
+    /// Whether "x14ac:dyDescent" is the first of those attributes.
+    bool startsWithDyDescent() const { return (_present & (has_dyDescent | dyDescentBehind)) == has_dyDescent; }
     void setUnknownAttribute(std::string_view asWritten, std::string_view uri, std::string_view value);
     bool removeUnknownAttribute(std::string_view asWritten);
 
@@ -144,6 +146,7 @@ private:
         has_thickBot = 1u << 10,
         has_ph = 1u << 11,
         has_dyDescent = 1u << 12,
+        dyDescentBehind = 1u << 13,  // another unknown attribute stands in front of it
     };
 
     bool flag(std::uint32_t bit) const { return (_values & bit) != 0; }
@@ -162,6 +165,7 @@ private:
     int readChild(bindery::c_xml_reader& reader, std::vector<Cell>& cells, std::uint16_t& slot);
     static bool readPlainCells(bindery::c_xml_reader& reader, std::vector<Cell>& cells);
     void writeAttributes(bindery::c_xml_writer& writer) const;
+    void writeUnknown(bindery::c_xml_writer& writer) const;
 
     std::uint32_t _r = 0;
     std::uint32_t _s = 0;

@@ -40,6 +40,7 @@ void XMLBookImplT<CharT, Tag>::fillNewBook() {
     _contentTypes->setDefault("xml", type::plainXml);
     _contentTypes->setOverride(_mainPath, type::workbook);
     ensureStyles();
+    readDefaultFontSize();
     this->_root.bookViews().workbookView().append();
 }
 

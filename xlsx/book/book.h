@@ -12,6 +12,7 @@
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 #include "xlsx/features/defined_names.h"
+#include "xlsx/layout/font_metrics.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/xml_file.h"
 
@@ -105,6 +106,7 @@ public:
     bool isUtf8() const override { return this->_locale.utf8(); }
     wchar_t listSeparator() const override { return static_cast<wchar_t>(this->_locale.listSeparator()); }
     xlsx::DefinedNames<Tag>& names() override { return _names; }
+    const xlsx::FontMetrics& fontMetrics() const override { return _defaultFontMetrics; }
     bool isR1C1() const override;
     bool dates1904() const override;
     Styles<CharT, Tag>* findStyles() override { return _styles; }
@@ -178,6 +180,7 @@ private:
     void copyRelationships(std::string_view sourcePath, std::string_view path);
     void copyLocalNames(int sourceIndex, int index, const std::wstring& sourceName, const std::wstring& name);
     void removeNamesOfSheet(int index);
+    void readDefaultFontSize();
     void cutToSheet(int index);
     typename ooxml::dialect<Tag>::sml::c_CT_CalcPr& ensureCalcPr();
 
@@ -191,6 +194,7 @@ private:
     std::string _mainPath;
     std::string _folder;  // of the main part, "/xl" in a new book
     xlsx::DefinedNames<Tag> _names{this->_root};
+    xlsx::FontMetrics _defaultFontMetrics;
     std::vector<std::string> _pictures;  // paths of the image parts, in archive order
     struct FreeBuffer {
         void operator()(char* bytes) const;

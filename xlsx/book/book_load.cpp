@@ -286,6 +286,7 @@ bool XMLBookImplT<CharT, Tag>::loadWith(const LoadScope& scope, Open&& open) {
             openArchive([&] { open(reader); });
             Loader(*this, reader, scope).run();
             if (rgb && _styles) _styles->setUsesRgbColors(true);
+            readDefaultFontSize();
             return true;
         },
         [this] { clear(); });

@@ -104,11 +104,19 @@ const CharT* XMLBookImplT<CharT, Tag>::defaultFontName(int* size) {
     });
 }
 
+/// What fitted columns are measured against.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::readDefaultFontSize() {
+    const bool isKnown = _styles && _styles->fontTotal() != 0;
+    _defaultFontMetrics.defaultFontSize = isKnown ? _styles->defaultFontSize() : xlsx::FontMetrics().defaultFontSize;
+}
+
 template <class CharT, class Tag>
 bool XMLBookImplT<CharT, Tag>::setDefaultFontSpec(const CharT* name, int size) {
     return guarded(this->_lastError, false, [&] {
         const std::basic_string<CharT> empty;
         ensureStyles().setDefaultFontSpec(widen(name ? name : empty.c_str()), size);
+        readDefaultFontSize();
         return true;
     });
 }

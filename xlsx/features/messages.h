@@ -11,6 +11,33 @@ inline constexpr const char* rowsReversed = "rowLast must be greater than or equ
 inline constexpr const char* colsReversed = "colLast must be greater than or equal to colFirst";
 inline constexpr const char* textNull = "text is NULL";
 
+// rows and columns
+inline constexpr const char* widthNotFinite = "width must be a finite number";
+inline constexpr const char* heightNotFinite = "height must be a finite number";
+inline constexpr const char* rowGroupOrder = "must be rowFirst <= rowLast";
+inline constexpr const char* colGroupOrder = "must be colFirst <= colLast";
+inline constexpr const char* groupOverlap = "detect overlap";
+inline constexpr const char* outlineTooDeep = "exceeded outline level";
+
+// merges
+inline constexpr const char* notMerged = "this cell isn't in merging block";
+
+// page breaks
+inline constexpr const char* breakExists = "pagebreak already exists";
+inline constexpr const char* breakNotFound = "pagebreak not found";
+inline constexpr const char* breakWithoutId = "c_CT_Break without id";
+
+// view
+inline constexpr const char* notSplit = "worksheet is not splitted";
+inline constexpr const char* zoomNegative = "zoom can't be negative";
+inline constexpr const char* colorIndexNegative = "color index can't be negative";
+inline constexpr const char* colorPartOutOfRange = "red, green and blue must be in range 0-255";
+
+// printing
+inline constexpr const char* marginNotFinite = "margin must be a finite number";
+inline constexpr const char* paperNegative = "paper code can't be negative";
+inline constexpr const char* pagesNegative = "number of pages can't be negative";
+
 // names
 inline constexpr const char* namedRangeNotFound = "named range is not found";
 inline constexpr const char* partsSkipped = "warning: some parts were skipped";

@@ -8,6 +8,9 @@
 
 namespace vellum {
 
+namespace xlsx {
+struct FontMetrics;
+}
 class Relationships;
 class XFile;
 template <class CharT, class Tag>
@@ -34,6 +37,7 @@ public:
     virtual xlsx::DefinedNames<Tag>& names() = 0;
     virtual bool isR1C1() const = 0;
     virtual bool dates1904() const = 0;
+    virtual const xlsx::FontMetrics& fontMetrics() const = 0;
 
     /// Null when the book has no such part; the second form makes it.
     virtual Styles<CharT, Tag>* findStyles() = 0;

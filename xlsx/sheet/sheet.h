@@ -19,8 +19,12 @@
 #include "ooxml/generated/sml/sml.h"
 #include "xlsx/cells/cell_area.h"
 #include "xlsx/features/defined_names.h"
+#include "xlsx/layout/columns.h"
+#include "xlsx/layout/merges.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/xml_file.h"
+#include "xlsx/pages/page_breaks.h"
+#include "xlsx/pages/page_setup.h"
 
 namespace vellum {
 
@@ -91,6 +95,94 @@ public:
     int firstFilledColumn() override;
     int lastFilledColumn() override;
     bool cellFrom(int* row, int* col) override;
+
+    // Rows and columns, outlines: sheet_rows.cpp, sheet_columns.cpp.
+    double columnWidth(int col) override;
+    double rowHeight(int row) override;
+    int columnWidthPixels(int col) override;
+    int rowHeightPixels(int row) override;
+    bool setColumn(int colFirst, int colLast, double width, Format* format, bool hidden) override;
+    bool setRow(int row, double height, Format* format, bool hidden) override;
+    bool isRowHidden(int row) override;
+    bool setRowHidden(int row, bool hidden) override;
+    bool isColumnHidden(int col) override;
+    bool setColumnHidden(int col, bool hidden) override;
+    bool autoFitColumns(int colFirst, int rowFirst, int colLast, int rowLast) override;  // sheet_fit.cpp
+    double defaultRowHeightValue() override;
+    bool setDefaultRowHeightValue(double height) override;
+    bool groupRowRange(int rowFirst, int rowLast, bool collapsed) override;
+    bool groupColumnRange(int colFirst, int colLast, bool collapsed) override;
+    bool summaryBelow() override;
+    bool setSummaryBelow(bool below) override;
+    bool summaryRight() override;
+    bool setSummaryRight(bool right) override;
+
+    // Merges, page breaks: sheet_merges.cpp.
+    bool mergeAt(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool addMerge(int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool removeMergeAt(int row, int col) override;
+    int mergeTotal() override;
+    bool mergeByIndex(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool removeMergeByIndex(int index) override;
+    int rowBreakAt(int index) override;
+    int rowBreakTotal() override;
+    int columnBreakAt(int index) override;
+    int columnBreakTotal() override;
+    bool setRowBreak(int row, bool enable) override;
+    bool setColumnBreak(int col, bool enable) override;
+
+    // sheet_view.cpp
+    bool splitAt(int row, int col) override;
+    bool splitPosition(int* row, int* col) override;
+    bool topLeftCell(int* row, int* col) override;
+    bool setTopLeftCell(int row, int col) override;
+    bool isRightToLeft() override;
+    bool setRightToLeft(bool rightToLeft) override;
+    bool showsGridlines() override;
+    bool setShowsGridlines(bool show) override;
+    int zoomPercent() override;
+    bool setZoomPercent(int zoom) override;
+    bool setTabPaletteColor(int index) override;
+    bool setTabRgbColor(int red, int green, int blue) override;
+
+    // sheet_print.cpp
+    bool printsGridlines() override;
+    bool setPrintsGridlines(bool print) override;
+    bool printsRowColHeadings() override;
+    bool setPrintsRowColHeadings(bool print) override;
+    bool centersHorizontally() override;
+    bool setCentersHorizontally(bool center) override;
+    bool centersVertically() override;
+    bool setCentersVertically(bool center) override;
+    int printZoomPercent() override;
+    bool setPrintZoomPercent(int zoom) override;
+    bool printFitPages(int* width, int* height) override;
+    bool setPrintFitPages(int width, int height) override;
+    bool isLandscape() override;
+    bool setLandscape(bool landscape) override;
+    int paperCode() override;
+    bool setPaperCode(int paper) override;
+    const CharT* headerText() override;
+    bool setHeaderText(const CharT* text, double margin) override;
+    double headerMargin() override;
+    const CharT* footerText() override;
+    bool setFooterText(const CharT* text, double margin) override;
+    double footerMargin() override;
+    double marginLeft() override;
+    bool setMarginLeft(double inches) override;
+    double marginRight() override;
+    bool setMarginRight(double inches) override;
+    double marginTop() override;
+    bool setMarginTop(double inches) override;
+    double marginBottom() override;
+    bool setMarginBottom(double inches) override;
+
+    // What moves or clears cells: sheet_layout.cpp.
+    bool clearRange(int rowFirst, int rowLast, int colFirst, int colLast) override;
+    bool insertColumns(int colFirst, int colLast, bool updateNames) override;
+    bool insertRows(int rowFirst, int rowLast, bool updateNames) override;
+    bool removeColumns(int colFirst, int colLast, bool updateNames) override;
+    bool removeRows(int rowFirst, int rowLast, bool updateNames) override;
 
     // The sheet in its workbook: sheet_workbook.cpp.
     const CharT* sheetName() override;
@@ -229,6 +321,24 @@ private:
     void handOverMaster(CellPlace at, Cell& master);
     void removeShared(CellPlace at, Cell& master);
 
+    const xlsx::FontMetrics& metrics() const { return book().fontMetrics(); }
+    static std::uint32_t checkedRow(int row);
+    static std::uint32_t checkedCol(int col);
+    void putColumns(std::uint32_t first, std::uint32_t last, double chars, std::optional<std::uint32_t> style,
+                    std::optional<bool> hidden);
+    void move(const xlsx::CellMove& move, bool updateNames);
+    void moveRanges(const xlsx::CellMove& move);
+    void moveNames(const xlsx::CellMove& move, bool updateNames);
+    void moveColumnStyles(const xlsx::CellMove& move);
+    std::vector<typename Sml::c_CT_Table*> tables();
+    void clearCells(const CellRange& range);
+    /// Whatever was remembered of places of rows and cells.
+    void forgetPlaces();
+    /// Fits columns to their cells in some rows; those where nothing was measured are left alone.
+    void fitColumns(const CellRange& area, std::optional<std::uint32_t> style, std::optional<bool> hidden);
+    double margin(typename xlsx::PageMargins<Tag>::Side side);
+    bool setMargin(typename xlsx::PageMargins<Tag>::Side side, double inches);
+
     void updateAreas();
     const CellArea& used() { return updateAreas(), _used; }
     const CellArea& filled() { return updateAreas(), _filled; }
@@ -256,6 +366,10 @@ private:
     // Where the last row and cell were found: neighbours are likely to be next.
     std::size_t _rowHint = 0, _cellHint = 0;
 
+    xlsx::Columns<Tag> _columns{this->_root};
+    xlsx::Merges<Tag> _merges{this->_root};
+    xlsx::PageBreaks<Tag> _rowBreaks{this->_root, xlsx::BreakKind::above};
+    xlsx::PageBreaks<Tag> _columnBreaks{this->_root, xlsx::BreakKind::leftOf};
     std::vector<std::uint32_t> _columnStyle;  // up to the last column that has one; 0 for none
     CellArea _used, _filled;
     bool _areasDirty = false;

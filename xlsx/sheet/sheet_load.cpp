@@ -99,6 +99,7 @@ BookContextT<CharT, Tag>& XMLSheetImplT<CharT, Tag>::book() const {
 
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::afterLoad() {
+    _columns.putInOrder();
     readColumnStyles();
     auto& views = this->_root.sheetViews().sheetView();
     if (views.empty()) views.append().workbookViewId(0);

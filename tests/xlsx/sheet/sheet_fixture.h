@@ -7,6 +7,7 @@
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 #include "xlsx/features/defined_names.h"
+#include "xlsx/layout/font_metrics.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/relationships.h"
 #include "xlsx/sheet/sheet.h"
@@ -24,6 +25,7 @@ public:
     bool isUtf8() const override { return true; }
     wchar_t listSeparator() const override { return separator; }
     xlsx::DefinedNames<Tag>& names() override { return _names; }
+    const xlsx::FontMetrics& fontMetrics() const override { return metrics; }
     bool isR1C1() const override { return r1c1; }
     bool dates1904() const override { return false; }
     Styles<char, Tag>* findStyles() override { return &_styles; }
@@ -50,6 +52,7 @@ public:
     bool r1c1 = false;
     int active = 0;
     std::unique_ptr<Relationships> relationships;
+    xlsx::FontMetrics metrics;
 
 private:
     LastError _last;

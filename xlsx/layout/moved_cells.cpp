@@ -1,0 +1,143 @@
+#include "xlsx/layout/moved_cells.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "xlsx/cells/shifted_formula.h"
+
+namespace vellum::xlsx {
+namespace {
+
+enum Side : unsigned { stays = 1, goes = 2, moves = 4 };
+
+Side sideOf(std::uint32_t at, const CellMove& move) {
+    if (at < move.first) return stays;
+    return !move.isInsert && at <= move.last ? goes : moves;
+}
+
+/// The cells that share a number, which name one text.
+struct Group {
+    unsigned sides = 0;
+    bool hasText = false;
+    std::uint32_t row = 0, col = 0;  // of the first cell with a text
+    std::wstring text;
+
+    [[nodiscard]] bool isParted() const { return (sides & (sides - 1)) != 0; }
+};
+
+template <class Cell>
+auto firstFrom(std::vector<Cell>& cells, std::uint32_t col) {
+    return std::lower_bound(cells.begin(), cells.end(), col,
+                            [](const Cell& cell, std::uint32_t wanted) { return cell.column() < wanted; });
+}
+
+template <class Rows>
+std::size_t placeOf(Rows& rows, std::uint32_t row) {
+    const auto found = std::lower_bound(rows.begin(), rows.end(), row + 1,
+                                        [](const auto& element, std::uint32_t wanted) { return element.r() < wanted; });
+    return static_cast<std::size_t>(found - rows.begin());
+}
+
+}  // namespace
+
+template <class Tag>
+bool MovedCells<Tag>::pushesOff(const CellMove& move) const {
+    const std::uint32_t past = move.limit() - move.count();  // what stands there or behind would leave
+    for (auto row = _rows.end(); row != _rows.begin();) {
+        --row;
+        if (row->c().empty()) continue;
+        const std::uint32_t at = move.isRow ? row->r() - 1 : row->c().back().column();
+        if (at >= past && at >= move.first) return true;
+        if (move.isRow) return false;
+    }
+    return false;
+}
+
+template <class Tag>
+void MovedCells<Tag>::moveFormulas(const CellMove& move) {
+    std::unordered_map<std::uint32_t, Group> groups;
+    std::vector<std::pair<Cell*, Side>> members;
+    for (Row& row : _rows) {
+        for (Cell& cell : row.c()) {
+            auto* const formula = cell.formula();
+            if (!formula) continue;
+            const Side side = sideOf(move.isRow ? cell.row() : cell.column(), move);
+            if (formula->isset_si() && formula->isset_t()) {
+                Group& group = groups[formula->si()];
+                group.sides |= side;
+                if (!group.hasText && !formula->text().empty()) {
+                    group.hasText = true;
+                    group.row = cell.row();
+                    group.col = cell.column();
+                    group.text = formula->text();
+                }
+                if (formula->t() == "shared") members.emplace_back(&cell, side);
+            }
+            if (side == goes || !formula->isset_ref()) continue;
+            auto ref = movedRef(formula->ref(), move);
+            if (!ref) ref = movedRef(cellAddressText(cell.row(), cell.column()), move);  // it was no range of its cell
+            if (ref) formula->ref(std::move(*ref));
+        }
+    }
+    for (const auto& [cell, side] : members) {
+        const Group& group = groups[cell->formula()->si()];
+        if (side == goes || !group.isParted()) continue;
+        std::wstring text = cell->formula()->text();
+        if (text.empty() && !group.hasText) continue;
+        if (text.empty()) {
+            text = translateFormula(group.text, std::int64_t{cell->row()} - group.row,
+                                    std::int64_t{cell->column()} - group.col);
+        }
+        cell->clearFormula();
+        cell->makeFormula().text(std::move(text));
+    }
+}
+
+template <class Tag>
+void MovedCells<Tag>::move(const CellMove& move) {
+    if (move.isRow) {
+        moveRows(move);
+    } else {
+        moveColumns(move);
+    }
+}
+
+template <class Tag>
+void MovedCells<Tag>::moveRows(const CellMove& move) {
+    const std::size_t from = placeOf(_rows, move.first);
+    if (!move.isInsert) {
+        if (const std::size_t past = placeOf(_rows, move.last + 1); past > from) _rows.erase(from, past);
+    }
+    const std::uint32_t count = move.isInsert ? move.count() : 0 - move.count();
+    std::size_t kept = from;
+    for (; kept < _rows.size(); ++kept) {
+        Row& row = _rows[kept];
+        row.r(row.r() + count);
+        if (row.r() > sheetRows) break;
+        for (Cell& cell : row.c()) cell.setReference(row.r() - 1, cell.column());
+    }
+    if (kept < _rows.size()) _rows.erase(kept, _rows.size());
+}
+
+template <class Tag>
+void MovedCells<Tag>::moveColumns(const CellMove& move) {
+    const std::uint32_t count = move.isInsert ? move.count() : 0 - move.count();
+    for (Row& row : _rows) {
+        auto& cells = row.c();
+        if (cells.empty() || cells.back().column() < move.first) continue;
+        row.unset_spans();
+        auto cell = firstFrom(cells, move.first);
+        if (!move.isInsert) cell = cells.erase(cell, firstFrom(cells, move.last + 1));
+        for (; cell != cells.end(); ++cell) cell->setReference(cell->row(), cell->column() + count);
+    }
+}
+
+template class MovedCells<ooxml::excelNormal_tag>;
+template class MovedCells<ooxml::excelStrict_tag>;
+
+}  // namespace vellum::xlsx
