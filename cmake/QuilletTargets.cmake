@@ -1,5 +1,6 @@
 # Options of the build and the four kinds of target of this project.
 
+option(QUILLET_TESTS "Build tests, fuzz targets, benchmarks and tools" ON)
 option(QUILLET_WERROR "Treat warnings as errors" OFF)
 option(QUILLET_FUZZ "Build the libFuzzer targets (clang) instead of their replay programs" OFF)
 set(QUILLET_SANITIZE "" CACHE STRING "Value of -fsanitize= for all code, empty for none")
@@ -26,6 +27,13 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 find_package(Threads REQUIRED)
+
+# One name for the library, whichever its package gives to its target.
+find_package(utf8cpp REQUIRED)
+if(NOT TARGET utf8cpp)
+  add_library(utf8cpp INTERFACE)
+  target_link_libraries(utf8cpp INTERFACE utf8::cpp)
+endif()
 
 # What every hand-written target is compiled with.
 add_library(quillet_build INTERFACE)

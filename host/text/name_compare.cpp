@@ -4,6 +4,8 @@
 #include <utf8.h>
 #include <wctype.h>
 
+#include <cstdint>
+
 #include "host/text/text_compare.h"
 
 namespace quillet {
