@@ -1,7 +1,9 @@
 /*
  * A host's side of one statement, in C: the module is loaded, items are read, the module is shut down.
  * docs/host-interface.md explains the steps and quotes them. The table of operations, the context and the containers
- * are the host's own.
+ * are the host's own. Addresses become functions by POSIX's rule, which ISO C does not know: hence __extension__.
+ *
+ *     cc -std=c11 -pedantic -I PREFIX/include/quillet host.c -c     with PREFIX as in cmake --install
  */
 #include <dlfcn.h>
 #include <string.h>
@@ -26,22 +28,22 @@ static const void* operationOf(const HostDriverRow* driver, const char* name, in
 /* The module's tables, null when it cannot be loaded or does not work with this version of the host. */
 const HostInterfaceBlock* loadModule(const char* path, const HostApi* hostApi, int hostVersion) {
     void* library = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-    QuilletInit init = library ? (QuilletInit)dlsym(library, "quillet_init") : NULL;
+    QuilletInit init = library ? __extension__(QuilletInit) dlsym(library, "quillet_init") : NULL;
     if (!init) return NULL;
     int interfaceVersion, moduleVersion;
     void* block;
     init(hostApi, &interfaceVersion, &moduleVersion, &block); /* always 0 */
 
-    int (*refuses)(int) = (int (*)(int))serviceOf(block, hostServiceVersionCheck);
+    int (*refuses)(int) = __extension__(int (*)(int)) serviceOf(block, hostServiceVersionCheck);
     return interfaceVersion == 5020 && refuses(hostVersion) == 0 ? block : NULL;
 }
 
 /* Runs the statement. The number of items not done, -1 when the file could not be opened. */
 int readSales(const HostInterfaceBlock* block, HostContext* context, HostValue* total, HostArray* sales) {
     const HostDriverRow* drivers = serviceOf(block, hostServiceDrivers);
-    HostOpenOp open = (HostOpenOp)operationOf(drivers, "csv", hostOpOpen);
-    HostReadOp read = (HostReadOp)operationOf(drivers, "csv", hostOpRead);
-    HostCloseOp close = (HostCloseOp)operationOf(drivers, "csv", hostOpClose);
+    HostOpenOp open = __extension__(HostOpenOp) operationOf(drivers, "csv", hostOpOpen);
+    HostReadOp read = __extension__(HostReadOp) operationOf(drivers, "csv", hostOpRead);
+    HostCloseOp close = __extension__(HostCloseOp) operationOf(drivers, "csv", hostOpClose);
 
     HostValue slots[2] = {{.object = total}, {.object = sales}};
     const char* labels[2] = {"[E1]", "[A:C]"};
@@ -60,6 +62,6 @@ int readSales(const HostInterfaceBlock* block, HostContext* context, HostValue* 
 }
 
 void shutDownModule(const HostInterfaceBlock* block) {
-    int (*shutDown)(void) = (int (*)(void))serviceOf(block, hostServiceShutdown);
+    int (*shutDown)(void) = __extension__(int (*)(void)) serviceOf(block, hostServiceShutdown);
     shutDown();
 }

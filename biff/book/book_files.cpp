@@ -9,6 +9,7 @@
 #include "engine/api/enums.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/file_open.h"
+#include "engine/text/file_save.h"
 
 namespace vellum {
 
@@ -182,11 +183,11 @@ bool BookImplT<CharT>::saveFile(const CharT* path, bool) {
         if (path == nullptr) throw vlerror(biff::msg::saveNameNull);
         requireEqualSheetLists();
         _xls.reset(false);
-        std::fstream file = openFile(path, forWriting, _pool, utf8());
-        if (!file.is_open()) throw vlerror(biff::msg::cantOpenForWriting);
-        save(file);
-        file.close();
-        if (file.fail()) throw vlerror(biff::msg::streamError);
+        FileToSave file(fileName(path, _pool, utf8()));
+        if (!file.isOpen()) throw vlerror(biff::msg::cantOpenForWriting);
+        MemoryStream stream;
+        save(stream);
+        if (!file.write(stream.written())) throw vlerror(biff::msg::streamError);
         return true;
     });
 }

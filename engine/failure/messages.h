@@ -13,6 +13,7 @@ inline constexpr const char* loadNameNull = "file name name can't be 0";
 inline constexpr const char* saveNameNull = "file name can't be 0";
 inline constexpr const char* cantOpenForReading = "can't open file for reading";
 inline constexpr const char* cantOpenForWriting = "can't open file for writing";
+inline constexpr const char* diskFull = "disk is full";
 
 inline constexpr const char* poolExhausted = "Error allocating, not enough memory.";
 inline constexpr const char* localeNull = "setlocale error (1)";

@@ -12,4 +12,12 @@ std::fstream openFile(const wchar_t* name, std::ios_base::openmode mode, StringP
     return openFile(wideToNarrow(name, pool, utf8), mode, pool, utf8);
 }
 
+std::string fileName(const char* name, StringPool&, bool) {
+    return name;
+}
+
+std::string fileName(const wchar_t* name, StringPool& pool, bool utf8) {
+    return wideToNarrow(name, pool, utf8);
+}
+
 }  // namespace vellum

@@ -12,7 +12,10 @@ namespace vellum {
 std::fstream openFile(const char* name, std::ios_base::openmode mode, StringPool& pool, bool utf8);
 std::fstream openFile(const wchar_t* name, std::ios_base::openmode mode, StringPool& pool, bool utf8);
 
+/// The name in the file system's bytes.
+std::string fileName(const char* name, StringPool& pool, bool utf8);
+std::string fileName(const wchar_t* name, StringPool& pool, bool utf8);
+
 inline constexpr std::ios_base::openmode forReading = std::ios_base::in | std::ios_base::binary;
-inline constexpr std::ios_base::openmode forWriting = std::ios_base::out | std::ios_base::trunc | std::ios_base::binary;
 
 }  // namespace vellum

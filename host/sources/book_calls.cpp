@@ -38,7 +38,8 @@ Sheet* bookAddSheet(Book* book, const char* name) {
     return asBook(book).addSheet(name, nullptr);
 }
 Sheet* bookGetSheet(Book* book, int index) {
-    return asBook(book).getSheet(index);
+    // Charts and macro sheets are kept as bytes: what a statement wrote there would be gone.
+    return asBook(book).sheetKindAt(index) == vellum::sheetWorksheet ? asBook(book).getSheet(index) : nullptr;
 }
 int bookSheetCount(Book* book) {
     return asBook(book).sheetCount();

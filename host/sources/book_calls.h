@@ -13,6 +13,7 @@ void releaseBook(Book* book);
 bool bookLoadFile(Book* book, const char* path);
 bool bookSaveFile(Book* book, const char* path);
 Sheet* bookAddSheet(Book* book, const char* name);
+/// Null for what is no worksheet.
 Sheet* bookGetSheet(Book* book, int index);
 int bookSheetCount(Book* book);
 /// False when the number is no date.

@@ -39,12 +39,14 @@ bool load(HostContext* context, Book* book, const char* path, DriverErrorCode fa
 }
 
 /// Loads the file when there is one; otherwise makes it, so that one that cannot be made fails here, and leaves the
-/// book empty.
+/// book empty. So does a file without a byte, as a statement that failed may leave it: there is nothing to lose.
 bool loadForUpdate(HostContext* context, Book* book, const char* path, std::uint32_t* openFlags) {
     const HostApi& host = hostApi();
     if (host.hostOpenStream(context, hostStreamQuietly | hostStreamBinary, path) >= 0) {
+        char first;
+        const bool empty = host.hostStreamRead(context, &first, 1) == 0;
         host.hostCloseStream(context, hostInputStream);
-        return load(context, book, path, errLoadForUpdate);
+        return empty || load(context, book, path, errLoadForUpdate);
     }
     if (host.hostOpenStream(context, hostStreamWriting | hostStreamBinary, path) < 0) {
         *openFlags |= hostOpenNoStream;

@@ -36,7 +36,8 @@ int Context::openStream(int mode, const char* name) {
     if (isDenied(name)) return report(mode, name, "access denied"), -1;
     if (writing ? output.isOpen() : input.isOpen()) return report(mode, name, "another stream is open"), -1;
     const std::string path = fullPath(name);
-    if (!(writing ? output.open(path.c_str()) : input.open(path.c_str())))
+    const StreamKind kind = mode & hostStreamBinary ? StreamKind::binary : StreamKind::text;
+    if (!(writing ? output.open(path.c_str(), kind) : input.open(path.c_str(), kind)))
         return report(mode, name, std::strerror(errno)), -1;
     if (!writing) input.failAfter = host.faults.inputFailsAfter;
     bytesRead = 0;

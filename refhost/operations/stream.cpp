@@ -18,9 +18,24 @@ namespace {
 constexpr std::size_t inputBuffer = 256 * 1024;
 constexpr std::size_t outputBuffer = 1024 * 1024;
 
+constexpr char byteOrderMark[] = {'\xEF', '\xBB', '\xBF'};
+
+bool beginsWithMark(int fd) {
+    char first[sizeof byteOrderMark];
+    return pread(fd, first, sizeof first, 0) == sizeof first && std::memcmp(first, byteOrderMark, sizeof first) == 0;
+}
+
+bool hasMark(const char* path) {
+    const int fd = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0) return false;
+    const bool has = beginsWithMark(fd);
+    ::close(fd);
+    return has;
+}
+
 }  // namespace
 
-bool InputStream::open(const char* path) {
+bool InputStream::open(const char* path, StreamKind kind) {
     const int fd = ::open(path, O_RDONLY | O_CLOEXEC);
     if (fd < 0) return false;
     struct stat info;
@@ -29,6 +44,7 @@ bool InputStream::open(const char* path) {
         errno = EISDIR;
         return false;
     }
+    if (kind == StreamKind::text && beginsWithMark(fd)) lseek(fd, sizeof byteOrderMark, SEEK_SET);
     _fd = fd;
     _at = _end = 0;
     _given = 0;
@@ -71,12 +87,14 @@ bool InputStream::close() {
     return closed;
 }
 
-bool OutputStream::open(const char* path) {
+bool OutputStream::open(const char* path, StreamKind kind) {
+    const bool marked = kind == StreamKind::text && hasMark(path);
     _fd = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (_fd < 0) return false;
     _failed = false;
     _buffer.clear();
     _buffer.reserve(outputBuffer);
+    if (marked) put(byteOrderMark, sizeof byteOrderMark);
     return true;
 }
 

@@ -7,11 +7,15 @@
 
 namespace refhost {
 
+/// A stream of text drops a byte order mark in front of it, and one that is written over a file with a mark keeps the
+/// mark: it is the file's coding, not its content.
+enum class StreamKind { text, binary };
+
 class InputStream {
 public:
     ~InputStream() { close(); }
     /// False when the file cannot be opened, or is a folder; errno tells why.
-    bool open(const char* path);
+    bool open(const char* path, StreamKind kind = StreamKind::binary);
     bool isOpen() const { return _fd >= 0; }
     /// Bytes read, 0 at the end, -1 on error. Large counts go straight to the file.
     long read(void* buffer, long count);
@@ -30,7 +34,7 @@ class OutputStream {
 public:
     ~OutputStream() { close(); }
     /// Makes the file, or empties it.
-    bool open(const char* path);
+    bool open(const char* path, StreamKind kind = StreamKind::binary);
     bool isOpen() const { return _fd >= 0; }
     /// printf. "%s", "%c" and "%d" cost no more than the copy of their text. An error is kept until the close.
     void print(const char* format, std::va_list args);

@@ -18,20 +18,14 @@ public:
                      const Report& report) override {
         reports(at, report);
         if (result.status < 0) return failed(at, quoted(statement.source) + " could not be opened");
-        _out << (statement.write ? "wrote " : "read ") << shownText(statement.source);
-        const char* separator = ": ";
-        for (std::size_t i = 0; i < statement.items.size(); ++i) {
-            _out << std::exchange(separator, ", ") << statement.items[i].name;
-            if (!statement.write) _out << " (" << result.counts[i] << ')';
-        }
-        _out << '\n';
+        const bool lost = result.close && *result.close != 0;
+        if (!lost || !statement.write) listed(statement, result);
         if (result.status > 0) {
             const std::size_t total = statement.items.size();
             failed(at, std::to_string(result.status) + " of " + std::to_string(total) +
                            (total == 1 ? " item" : " items") + " not done");
         }
-        if (result.close && *result.close != 0)
-            failed(at, quoted(statement.source) + " could not be closed: its data may be lost");
+        if (lost) failed(at, quoted(statement.source) + " could not be closed: its data may be lost");
     }
 
     void sourceDone(Position at, const char* op, const std::string& source, int status, const Report& report) override {
@@ -55,6 +49,16 @@ private:
     static std::string quoted(const std::string& source) {
         std::string text(1, '\'');
         return text.append(shownText(source)).append(1, '\'');
+    }
+
+    void listed(const TransferStatement& statement, const TransferResult& result) {
+        _out << (statement.write ? "wrote " : "read ") << shownText(statement.source);
+        const char* separator = ": ";
+        for (std::size_t i = 0; i < statement.items.size(); ++i) {
+            _out << std::exchange(separator, ", ") << statement.items[i].name;
+            if (!statement.write) _out << " (" << result.counts[i] << ')';
+        }
+        _out << '\n';
     }
 
     void reports(Position at, const Report& report) {

@@ -30,6 +30,33 @@ struct Streams : testing::Test {
     const HostApi& api = hostApiTable();
 };
 
+TEST_F(Streams, AByteOrderMarkIsTheFilesCoding) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const struct {
+        std::string content;
+        int mode;
+        std::string read, rewritten;
+    } cases[] = {
+        {mark + "a,b", 0, "a,b", mark + "x"},
+        {mark, 0, "", mark + "x"},
+        {mark + "a,b", hostStreamBinary, mark + "a,b", "x"},
+        {mark.substr(0, 2) + "a", 0, mark.substr(0, 2) + "a", "x"},
+        {"", 0, "", "x"},
+    };
+    for (const auto& c : cases) {
+        std::ofstream(folder + "/m.csv", std::ios::binary) << c.content;
+        ASSERT_EQ(api.hostOpenStream(context(), c.mode, "m.csv"), 0);
+        char buffer[16];
+        const long got = api.hostStreamRead(context(), buffer, sizeof buffer);
+        EXPECT_EQ(std::string(buffer, std::size_t(got)), c.read);
+        api.hostCloseStream(context(), hostInputStream);
+        ASSERT_EQ(api.hostOpenStream(context(), c.mode | hostStreamWriting, "m.csv"), 0);
+        api.hostStreamPrint(context(), "x");
+        api.hostCloseStream(context(), hostOutputStream);
+        EXPECT_EQ(content("m.csv"), c.rewritten);
+    }
+}
+
 TEST_F(Streams, PrintsWhatPrintfWould) {
     ASSERT_EQ(api.hostOpenStream(context(), hostStreamWriting, "out.txt"), 0);
     api.hostStreamPrint(context(), "\"%s\"%c", "a,b", ';');

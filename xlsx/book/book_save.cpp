@@ -9,6 +9,7 @@
 #include "bindery/values/error.h"
 #include "engine/failure/guarded.h"
 #include "engine/failure/vlerror.h"
+#include "engine/text/file_save.h"
 #include "xlsx/book/book.h"
 #include "xlsx/package/content_type_names.h"
 #include "xlsx/package/content_types.h"
@@ -16,6 +17,7 @@
 #include "xlsx/package/numeric_locale.h"
 #include "xlsx/package/part_path.h"
 #include "xlsx/package/relationships.h"
+#include "zip/zip_memory_buffer.h"
 #include "zip/zip_output_stream.h"
 #include "zip/zip_reader.h"
 #include "zip/zip_writer.h"
@@ -147,8 +149,11 @@ void XMLBookImplT<CharT, Tag>::eachPartToSave(Visit&& visit) {
 
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::saveNamed(const std::string& path, bool useTemp) {
+    FileToSave file(path);
+    if (!file.isOpen()) throw vlerror(xlsx::msg::cannotWrite);
+    zip::ZipMemoryBuffer archive;
     zip::ZipWriter writer;
-    if (!writer.createFile(path)) throw vlerror(xlsx::msg::cannotWrite);
+    if (!writer.createInBuffer(archive)) throw vlerror(xlsx::msg::cannotWrite);
     eachPartToSave([&](std::string_view name, XFile& part) {
         if (!writer.openEntry(std::string(name.substr(1)))) throw vlerror(xlsx::msg::cannotOpenZipStream);
         if (useTemp) {
@@ -159,6 +164,7 @@ void XMLBookImplT<CharT, Tag>::saveNamed(const std::string& path, bool useTemp) 
         if (!writer.closeEntry()) throw vlerror(xlsx::msg::cannotWriteZipStream);
     });
     if (!writer.close()) throw vlerror(xlsx::msg::cannotCloseFile);
+    if (!file.write({archive.data(), archive.size()})) throw vlerror(xlsx::msg::cannotWriteZipStream);
 }
 
 template <class CharT, class Tag>

@@ -1,6 +1,10 @@
+#include <sys/resource.h>
+
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "tests/engine/both/engines.h"
 
@@ -45,6 +49,36 @@ TEST_P(Failures, OutsideTheSheet) {
     EXPECT_EQ(error(), col);
     EXPECT_FALSE(sheet->writeBool(-1, 0, true));
     EXPECT_FALSE(sheet->writeBlank(0, -1, nullptr));
+}
+
+// A limit on the size of files stands for a disk without room.
+TEST_P(Failures, AFullDiskLeavesTheOldFile) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const std::string name = path(isBinary() ? "full.xls" : "full.xlsx");
+    const auto content = [&] {
+        std::ifstream file(name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    std::ofstream(name, std::ios::binary) << "the old file";
+    auto* sheet = book->addSheet("S");
+    for (int i = 0; i < 2000; ++i) sheet->writeNumber(i, i % 7, i * 0.37);
+    rlimit before;
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit low{4096, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
+    const bool saved = book->saveFile(name.c_str());
+    const std::string text = error();
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(text, "disk is full");
+    EXPECT_EQ(content(), "the old file");
+
+    std::ofstream(name, std::ios::binary) << std::string(1000000, 'x');  // a longer file is cut
+    EXPECT_TRUE(book->saveFile(name.c_str())) << error();
+    const auto loaded = createBook(GetParam());
+    EXPECT_TRUE(loaded->loadFile(name.c_str())) << loaded->errorMessage();
+    EXPECT_LT(content().size(), 900000u);
+    std::remove(name.c_str());
 }
 
 TEST_P(Failures, OfFilesLeaveTheBookEmpty) {

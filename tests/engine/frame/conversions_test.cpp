@@ -87,7 +87,7 @@ TEST(Conversions, TheCLocaleHasNoForeignCharacters) {
 TEST(FileNames, NarrowAsTheyStandAndWideAsUtf8) {
     StringPool pool;
     const std::string name = testing::TempDir() + "open_\xC3\xA4.bin";
-    openFile(name.c_str(), forWriting, pool, true) << "a\r\n";
+    openFile(name.c_str(), std::ios_base::out | std::ios_base::trunc, pool, true) << "a\r\n";
     std::string found;
     std::getline(openFile((toWide(name, true)).c_str(), forReading, pool, true), found, '\0');
     EXPECT_EQ(found, "a\r\n");

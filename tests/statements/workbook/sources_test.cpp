@@ -32,6 +32,56 @@ write 1 "SHEET: A new sheet cannot be added.\n" "SHEET: Invalid range or name no
 )s");
 }
 
+// What a write whose close failed leaves behind.
+TEST_P(Sources, AnEmptyFileIsANewOne) {
+    EXPECT_EQ(
+        run(R"s(
+        declare x : real = 5
+        declare y : real
+        write "$D:t.$E" { x to "A1" }
+        write "$D:t.$E" { x to "[S$A1]" }
+        read "$D:t.$E" { y from "[S$A1]" }
+        print y)s"),
+        isXls()
+            ? R"s(write 1 "SHEET: Range name not found.\n" "SHEET: Invalid range or name not found.\n"
+write
+read [1]
+y 5
+)s"
+            : R"s(write 1 "SHEET: Range name not found.\n" "SHEET: Invalid range or name not found.\n" 8:"min/max occurs error on marshaling"
+write
+read [1]
+y 5
+)s");
+}
+
+// A chart sheet is kept as bytes: what a label wrote there would be gone with the save.
+TEST_P(Sources, ALabelFindsWorksheetsOnly) {
+    if (!isXls()) return;
+    EXPECT_EQ(run(R"s(declare x : real = 5
+        write "xls:grow;c.xls" { x to "[Data$A1]", x to "[Chart1$A1]" })s"),
+              "write\n");
+    std::string file = folder().read("c.xls");
+    const std::string name("\x06\1C\0h\0a", 7);  // length, wide, text; the sheet's kind stands in front
+    const auto listed = file.find(name);
+    ASSERT_NE(listed, std::string::npos);
+    file[listed - 1] = 2;
+    const std::string worksheet("\x09\x08\x10\0\0\6\x10\0", 8);
+    file[file.rfind(worksheet) + 6] = 0x20;
+    folder().write("c.xls", file);
+    EXPECT_EQ(run(R"s(
+        declare x : real = 7
+        read "xls:c.xls" { x from "[Chart1$A1]" }
+        read "xls:c.xls" { x from "[2$A1]" }
+        write "xls:c.xls" { x to "[Chart1$A1]" }
+        read "xls:c.xls" { x from "[Data$A1]" })s"),
+              R"s(read 1 [0] "SHEET: Sheet not found.\n" "SHEET: Invalid range or name not found.\n"
+read 1 [0] "SHEET: Sheet not found.\n" "SHEET: Invalid range or name not found.\n"
+write 1 "SHEET: A new sheet cannot be added.\n" "SHEET: Invalid range or name not found.\n"
+read [1]
+)s");
+}
+
 TEST_P(Sources, TwoOpensSaveOnce) {
     EXPECT_EQ(run(R"s(
         declare x : real = 1
