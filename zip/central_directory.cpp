@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <span>
 
 #include "zip/messages.h"
@@ -25,6 +26,8 @@ constexpr std::size_t zip64LocatorSize = 20;
 constexpr std::size_t zip64EndSize = 56;
 constexpr std::size_t entrySize = 46;
 constexpr std::size_t localSize = 30;
+constexpr std::uint64_t largeTotal = std::uint64_t{1} << 32;
+constexpr std::uint64_t largeTotalRatio = 200;  // an archive beyond largeTotal must not expand more than this
 
 /// Little-endian fields of a record in memory, checked against its end.
 class Fields {
@@ -192,6 +195,17 @@ void refuseOverlaps(const std::vector<ZipEntry>& entries, std::uint64_t director
     }
 }
 
+// No workbook is that large and that empty: all of it would be inflated before anybody could ask for less.
+void refuseBomb(const std::vector<ZipEntry>& entries, std::uint64_t archiveSize) {
+    std::uint64_t total = 0;
+    for (const ZipEntry& entry : entries) {
+        if (entry.uncompressedSize == unusableSize) continue;
+        if (entry.uncompressedSize > std::numeric_limits<std::uint64_t>::max() - total) throw ZipError(msg::damaged);
+        total += entry.uncompressedSize;
+    }
+    if (total > largeTotal && total / largeTotalRatio > archiveSize) throw ZipError(msg::damaged);
+}
+
 }  // namespace
 
 std::vector<ZipEntry> readCentralDirectory(const ZipSource& source) {
@@ -210,6 +224,7 @@ std::vector<ZipEntry> readCentralDirectory(const ZipSource& source) {
         entries.back().headerOffset += before;
     }
     refuseOverlaps(entries, directory.offset + before);
+    refuseBomb(entries, source.size());
     return entries;
 }
 

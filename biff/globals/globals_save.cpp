@@ -77,7 +77,10 @@ void Globals::writeLinks(Xls& out) {
         names.links.write(out, boundSheets.size());
         names.write(out);
     }
-    writeFixed(out, recalcId);
+    // The engine calculates nothing: a reader must, also where the file came from a newer program.
+    globals::RecalcId saved = recalcId;
+    saved.dwBuild = std::min(saved.dwBuild, globals::RecalcId().dwBuild);
+    writeFixed(out, saved);
     writeKept(out, headerPictures);
     writeKept(out, drawingGroup);
 }

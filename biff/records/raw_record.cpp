@@ -12,6 +12,7 @@ struct Follower {
 constexpr Follower followers[] = {
     {record_id::AutoFilterInfo, record_id::AutoFilter},
     {record_id::AutoFilterInfo, record_id::AutoFilter12},
+    {record_id::AutoFilterInfo, record_id::SortData},  // right behind the criteria; elsewhere it is a table's
     {record_id::HLink, record_id::HLinkTooltip},
     {record_id::TableStyles, record_id::TableStyle},
     {record_id::TableStyles, record_id::TableStyleElement},

@@ -4,9 +4,11 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "biff/records/ext_string.h"
+#include "biff/strings/throwing_allocator.h"
 
 namespace vellum {
 
@@ -82,7 +84,9 @@ private:
     struct Equal {
         bool operator()(const ExtString& a, const ExtString& b) const;
     };
-    using Index = google::sparse_hash_map<ExtString, std::uint32_t, Hash, Equal>;
+    // The map's own allocator ends the process when memory is short; this one throws.
+    using Index = google::sparse_hash_map<ExtString, std::uint32_t, Hash, Equal,
+                                          biff::ThrowingAllocator<std::pair<const ExtString, std::uint32_t>>>;
 
     void buildIndex();
     void forget(std::uint32_t index);

@@ -208,6 +208,31 @@ TEST(ZipReader, RefusesWhatIsNotSo) {
     }
 }
 
+// Each entry is below what is refused alone; together they would be inflated to more than any workbook.
+TEST(ZipReader, RefusesWhatExpandsTooFarInAll) {
+    ZipMemoryBuffer buffer;
+    ZipWriter writer;
+    writer.createInBuffer(buffer);
+    for (const char* name : {"a", "b", "c", "d", "e"}) {
+        writer.openEntry(name);
+        writer.writeEntry(name, 1);
+        writer.closeEntry();
+    }
+    writer.close();
+    for (const unsigned char size : {0x20, 0x3F}) {  // 2.5 and nearly 5 GiB
+        std::string bytes(buffer.data(), buffer.size());
+        for (std::size_t at = bytes.find("PK\1\2"); at != std::string::npos; at = bytes.find("PK\1\2", at + 4)) {
+            bytes[at + 27] = static_cast<char>(size);
+        }
+        ZipReader reader;
+        if (size == 0x20) {
+            EXPECT_NO_THROW(reader.openForRead(bytes.data(), bytes.size()));
+        } else {
+            EXPECT_THROW(reader.openForRead(bytes.data(), bytes.size()), ZipError);
+        }
+    }
+}
+
 TEST(ZipReader, ANameEndsAtAZero) {
     Archive archive;
     archive.name = std::string("a\0b", 3);

@@ -47,7 +47,13 @@ void XMLBookImplT<CharT, Tag>::fillNewBook() {
 template <class CharT, class Tag>
 XFile* XMLBookImplT<CharT, Tag>::findPart(std::string_view path) {
     const auto found = _parts.find(path);
-    return found == _parts.end() ? nullptr : found->second.get();
+    if (found != _parts.end()) return found->second.get();
+    // Real packages spell targets in other case than the entries. Most parts have no .rels part, which is asked often.
+    if (path.ends_with(".rels")) return nullptr;
+    for (const auto& [name, part] : _parts) {
+        if (sameIgnoringCase(name, path)) return part.get();
+    }
+    return nullptr;
 }
 
 /// Deletes a part that some relationship names. A file may name there what is no such part at all: what the book has

@@ -182,6 +182,7 @@ private:
     void removeNamesOfSheet(int index);
     void readDefaultFontSize();
     void cutToSheet(int index);
+    void clampFirstSheet();
     typename ooxml::dialect<Tag>::sml::c_CT_CalcPr& ensureCalcPr();
 
     // Known to look-ups: the objects stand in _parts.
@@ -192,7 +193,8 @@ private:
 
     PartMap _parts;
     std::string _mainPath;
-    std::string _folder;  // of the main part, "/xl" in a new book
+    bool _outline = false;  // no sheet was loaded, so that nothing whole can be saved
+    std::string _folder;    // of the main part, "/xl" in a new book
     xlsx::DefinedNames<Tag> _names{this->_root};
     xlsx::FontMetrics _defaultFontMetrics;
     std::vector<std::string> _pictures;  // paths of the image parts, in archive order

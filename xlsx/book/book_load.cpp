@@ -267,6 +267,7 @@ void XMLBookImplT<CharT, Tag>::clear() {
     _parts.clear();
     _pictures.clear();
     _mainPath.clear();
+    _outline = false;
     _saveBuffer.reset();
     this->_root = c_workbook();
     _names.changed();
@@ -283,6 +284,7 @@ bool XMLBookImplT<CharT, Tag>::loadWith(const LoadScope& scope, Open&& open) {
             zip::ZipReader reader;
             const NumericLocale numericLocale;
             clear();
+            _outline = scope.outlineOnly;
             openArchive([&] { open(reader); });
             Loader(*this, reader, scope).run();
             if (rgb && _styles) _styles->setUsesRgbColors(true);

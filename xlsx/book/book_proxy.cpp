@@ -5,13 +5,14 @@
 
 #include "engine/failure/guarded.h"
 #include "xlsx/book/book.h"
+#include "zip/messages.h"
 
 namespace vellum {
 namespace {
 
 /// Want of memory is no sign of the other dialect.
 bool isOutOfMemory(std::string_view text) {
-    return text == "bad allocation" || text == "std::bad_alloc";
+    return text == "bad allocation" || text == "std::bad_alloc" || text == zip::msg::allocationFailure;
 }
 
 }  // namespace

@@ -1,8 +1,13 @@
 // Saving the book as a package.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <unordered_set>
 
@@ -28,13 +33,24 @@ namespace {
 constexpr std::string_view contentTypesPath = "/[Content_Types].xml";
 constexpr unsigned defaultCalcId = 125725;
 
-/// A file beside the target, by a name that nobody else has.
+/// Makes a file beside the target, by a name that nobody else has.
 std::string temporaryBeside(std::string_view target) {
     const std::size_t slash = target.find_last_of("/\\");
     std::string name(slash == std::string_view::npos ? std::string_view() : target.substr(0, slash + 1));
     name += "vellum-";
-    for (int i = 0; i < 16; ++i) name += static_cast<char>('a' + std::rand() % 26);
-    return name + ".tmp";
+    std::random_device random;
+    for (int tries = 0; tries < 100; ++tries) {
+        std::string whole = name;
+        for (int i = 0; i < 16; ++i) whole += static_cast<char>('a' + random() % 26);
+        whole += ".tmp";
+        const int made = ::open(whole.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        if (made >= 0) {
+            ::close(made);
+            return whole;
+        }
+        if (errno != EEXIST) break;
+    }
+    throw vlerror(xlsx::msg::cannotOpenZipStream);
 }
 
 /// Writes a part by way of a temporary file, which is gone afterwards whatever happens.
@@ -73,6 +89,7 @@ void XMLBookImplT<CharT, Tag>::FreeBuffer::operator()(char* bytes) const {
 /// What both forms of saving do before anything is written.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::prepareSave() {
+    if (_outline) throw vlerror(xlsx::msg::cannotSaveOutline);
     requireContentTypes();
     if (sheetCount() == 0) throw vlerror(bindery::errorText(bindery::occurs_on_marshal));
     dropCalcChain();

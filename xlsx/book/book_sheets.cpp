@@ -265,6 +265,7 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
         requireRelationships().removeById(id);
         if (dropPart(path)) requireContentTypes().removeOverride(path);
         if (activeSheetIndex() >= sheetCount()) activate(sheetCount() - 1);
+        clampFirstSheet();
         for (int i = index; i < sheetCount(); ++i) findSheet(i);
         return true;
     });
@@ -310,6 +311,18 @@ void XMLBookImplT<CharT, Tag>::cutToSheet(int index) {
     }
     if (auto* const views = this->_root.find_bookViews()) {
         for (auto& view : views->workbookView()) view.activeTab(0);
+    }
+    clampFirstSheet();
+}
+
+/// The first tab in sight is one that is there.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::clampFirstSheet() {
+    auto* const views = this->_root.find_bookViews();
+    if (!views) return;
+    const auto count = static_cast<unsigned>(sheetCount());
+    for (auto& view : views->workbookView()) {
+        if (view.isset_firstSheet() && view.firstSheet() >= count) view.firstSheet(count - 1);
     }
 }
 

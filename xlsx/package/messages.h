@@ -16,6 +16,7 @@ inline constexpr const char* relationshipsMissing = "workbook relationships not 
 inline constexpr const char* relationshipsNotFoundOnLoad = "load error: workbook relationships are not found";
 inline constexpr const char* relationshipsNotFound = "workbook relationships are not found";
 inline constexpr const char* contentTypesNotFound = "workbook content types are not found";
+inline constexpr const char* cannotSaveOutline = "a workbook of which only the outline was loaded can't be saved";
 inline constexpr const char* cannotWrite = "can't open file for writing";
 inline constexpr const char* cannotOpenZipStream = "can't open zip stream for writing";
 inline constexpr const char* cannotWriteZipStream = "can't write to zip stream";

@@ -159,6 +159,8 @@ void XMLSheetImplT<CharT, Tag>::clearTabSelected() {
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::takeOutLinkedParts() {
     auto& root = this->_root;
+    // Two sheets with one code name damage a workbook with macros.
+    if (auto* const properties = root.find_sheetPr()) properties->unset_codeName();
     root.unset_drawing();
     root.unset_legacyDrawing();
     root.unset_legacyDrawingHF();

@@ -21,5 +21,6 @@ inline constexpr const char* sharedStringsNotFound = "sharedStrings not found";
 
 // writing
 inline constexpr const char* richStringNull = "richString is NULL";
+inline constexpr const char* foreignRichString = "richString belongs to another workbook";
 
 }  // namespace vellum::xlsx::msg

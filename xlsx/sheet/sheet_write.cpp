@@ -100,6 +100,7 @@ bool XMLSheetImplT<CharT, Tag>::writeRichText(int row, int col, IRichStringT<Cha
     return guard(false, [&] {
         auto* const richString = dynamic_cast<XMLRichStringImplT<CharT, Tag>*>(text);
         if (!richString) throw vlerror(xlsx::msg::richStringNull);
+        if (!richString->isOf(book())) throw vlerror(xlsx::msg::foreignRichString);
         const CellPlace at = place(row, col);
         Cell& cell = ensureCell(at, format, true);
         cell.setType(CellType::s);

@@ -33,6 +33,8 @@ public:
 
     /// The format of the cell that shows the text, or null: runs without a font have its font.
     void setFormat(IFormatT<CharT>* format) { _format = format; }
+    /// An index means another text in another book's table.
+    bool isOf(const BookContextT<CharT, Tag>& book) const { return &_book == &book; }
     /// Index in the string table.
     std::size_t position() const { return _position; }
 

@@ -106,6 +106,21 @@ TEST(Globals, DefaultsOfANewBook) {
     EXPECT_EQ(only(records, 659).size(), 6U);
 }
 
+// A newer program's mark would make readers trust results that nobody calculated.
+TEST(Globals, ReadersAreAskedToCalculate) {
+    const struct {
+        const char *loaded, *saved;
+    } cases[] = {{"C101 0000 35EA0200", "C101 0000 22BE0100"},  // 191029, 114210
+                 {"C101 0000 22BE0100", "C101 0000 22BE0100"},
+                 {"C101 0000 17860100", "C101 0000 17860100"}};
+    for (const auto& c : cases) {
+        const Book book = loaded(compoundFile(withGlobals({{449, hex(c.loaded)}})));
+        const auto marks = only(recordsOf(saved(*book)), 449);
+        ASSERT_EQ(marks.size(), 1u) << c.loaded;
+        EXPECT_EQ(marks[0].body, hex(c.saved)) << c.loaded;
+    }
+}
+
 // Each kept record comes back at its place, and what goes on with it right behind it.
 TEST(Globals, UnknownRecordsKeepTheirBytesAndTheirContinuations) {
     const std::vector<Record> kept{

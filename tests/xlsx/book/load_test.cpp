@@ -176,6 +176,8 @@ TEST(Load, Outline) {
     EXPECT_EQ(book->sheetCount(), 2);
     EXPECT_STREQ(book->sheetNameAt(1), "S2");
     EXPECT_FALSE(book->getSheet(0));
+    EXPECT_FALSE(book->saveFile(file.path.c_str(), false)) << "the sheets would be gone";
+    EXPECT_STREQ(book->errorMessage(), "a workbook of which only the outline was loaded can't be saved");
     EXPECT_FALSE(book->loadWithoutEmptyCells(file.path.c_str()));
 }
 

@@ -40,6 +40,37 @@ BookPtr bookWithNames(const std::string& names) {
     return book;
 }
 
+TEST(OfAFile, CopiesAndRemovalsLeaveNothingDouble) {
+    const std::string sheet =
+        "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><sheetPr codeName=\"Code1\"/>"
+        "<sheetData/></worksheet>";
+    BookPtr book = newBook();
+    ASSERT_TRUE(
+        load(*book, samplePackageBytes(3, {{"xl/worksheets/sheet1.xml", sheet}, {"xl/workbook.xml", workbookXml(3)}})));
+    ASSERT_TRUE(book->addSheet("Copy", book->getSheet(0)));
+    auto parts = savedParts(*book);
+    EXPECT_THAT(parts["xl/worksheets/sheet1.xml"], HasSubstr("Code1"));
+    EXPECT_THAT(parts["xl/worksheets/sheet4.xml"], Not(HasSubstr("Code1")));
+}
+
+TEST(OfAFile, PartsAreFoundInOtherCase) {
+    BookPtr book = newBook();
+    Parts parts = samplePackage(1);
+    for (auto& [name, content] : parts) {
+        if (name == "xl/worksheets/sheet1.xml") name = "xl/worksheets/Sheet1.xml";
+    }
+    ASSERT_TRUE(load(*book, packed(parts))) << error(book);
+    ASSERT_TRUE(book->getSheet(0)) << error(book);
+    EXPECT_EQ(book->getSheet(0)->readNumber(0, 0), 1);
+}
+
+TEST(OfAFile, TextsOfOtherBooksAreRefused) {
+    const BookPtr one = bookOf("A"), other = bookOf("A");
+    EXPECT_FALSE(one->getSheet(0)->writeRichText(0, 0, other->newRichString(), nullptr));
+    EXPECT_EQ(error(one), "richString belongs to another workbook");
+    EXPECT_TRUE(one->getSheet(0)->writeRichText(0, 0, one->newRichString(), nullptr)) << error(one);
+}
+
 TEST(NewBook, HasTheLeastParts) {
     const BookPtr book = newBook();
     EXPECT_EQ(book->sheetCount(), 0);
