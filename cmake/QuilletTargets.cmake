@@ -74,6 +74,7 @@ endfunction()
 
 # quillet_test(NAME SOURCES file... DEPENDS target... [ENVIRONMENT var=value...])
 #   A GoogleTest program, each of whose cases is a test of its own under the name NAME.Suite.Case.
+#   Files that name the macro QUILLET_SOURCE_DIR find the project's folder in it.
 function(quillet_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS;ENVIRONMENT" ${ARGN})
   if(QUILLET_FUZZ)
@@ -82,16 +83,17 @@ function(quillet_test name)
   find_package(GTest REQUIRED)
   include(GoogleTest)
   add_executable(${name} ${arg_SOURCES})
+  foreach(source IN LISTS arg_SOURCES)
+    get_filename_component(source ${source} ABSOLUTE)
+    file(STRINGS ${source} uses REGEX QUILLET_SOURCE_DIR LIMIT_COUNT 1)
+    if(uses)
+      set_source_files_properties(${source} PROPERTIES COMPILE_DEFINITIONS QUILLET_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    endif()
+  endforeach()
   target_link_libraries(${name} PRIVATE quillet_build ${arg_DEPENDS} GTest::gmock GTest::gtest_main Threads::Threads)
   target_compile_options(${name} PRIVATE -Wno-conversion)
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
                        PROPERTIES TIMEOUT 300 ENVIRONMENT "${arg_ENVIRONMENT}")
-endfunction()
-
-# quillet_names_source_folder(file...)
-#   These files find the project's folder in the macro QUILLET_SOURCE_DIR.
-function(quillet_names_source_folder)
-  set_source_files_properties(${ARGN} PROPERTIES COMPILE_DEFINITIONS QUILLET_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 endfunction()
 
 # quillet_fuzz_target(NAME SOURCES file... DEPENDS target...)
