@@ -29,7 +29,7 @@ SHEET_REMADE = {
 # Written with defaults where a file lacks them.
 GLOBALS_DEFAULTS = {225, 193, 226, 92, 66, 353, 317, 156, 25, 18, 19, 431, 444, 61, 64, 141, 34, 14, 439, 218, 352, 140,
                     449, 255}
-SHEET_DEFAULTS = {523, 12, 13, 15, 16, 17, 95, 42, 43, 130, 128, 549, 129, 85, 20, 21, 131, 132, 161, 574}
+SHEET_DEFAULTS = {523, 12, 13, 15, 16, 17, 95, 42, 43, 130, 128, 549, 129, 85, 574}
 # One member each: of several the last counts. Window1 and the views of a sheet: the first.
 SINGLE = {2057, 225, 193, 226, 92, 66, 353, 317, 156, 25, 18, 19, 431, 444, 64, 141, 34, 14, 439, 218, 352, 140, 449,
           255, 146, 12, 13, 15, 16, 17, 95, 42, 43, 130, 128, 549, 129, 85, 20, 21, 38, 39, 40, 41, 77, 131, 132, 161, 99,
@@ -133,8 +133,9 @@ class Comparison:
                 views += record.wire()
             else:
                 windows += record.id == 574
-                # Views of further windows are dropped; a zoom of 100 is written as none.
+                # Views of further windows are dropped; a zoom of 100 and a list of no breaks are written as none.
                 dropped = windows > 1 and record.id in (574, 65, 29, 160)
+                dropped |= record.id in (26, 27) and record.body == b"\0\0"
                 if not dropped and not (record.id == 160 and record.u16(0) == record.u16(2)):
                     own.append(record)
             view -= record.id == 427

@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "biff/container/record_ids.h"
+
 namespace vellum {
 
 /// Width, state and format of a run of columns.
 struct ColInfo {
-    static constexpr std::uint16_t id = 125;
+    static constexpr std::uint16_t id = record_id::ColInfo;
     static constexpr const char* name = "ColInfo";
 
     static constexpr std::uint16_t hidden = 0x0001;
@@ -20,6 +22,8 @@ struct ColInfo {
     std::uint16_t ixfe = 15;
     std::uint16_t flags = 0;
     std::uint16_t reserved = 0;
+
+    bool operator==(const ColInfo&) const = default;
 
     template <class Self, class Visit>
     static constexpr void fields(Self& r, Visit&& visit) {

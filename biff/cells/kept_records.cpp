@@ -2,59 +2,36 @@
 
 #include <algorithm>
 #include <iterator>
-#include <tuple>
 
 #include "biff/container/record_ids.h"
 
 namespace vellum {
 namespace {
 
-constexpr bool single = true, same = true;
+constexpr bool single = true;
 
 // Sorted by id.
 constexpr KeptRule rules[] = {
-    {record_id::Protect, Place::protection, 0, single, same},
-    {record_id::Password, Place::protection, 3, single, same},
-    {record_id::Header, Place::pageSetup, 0, single},
-    {record_id::Footer, Place::pageSetup, 1, single},
-    {record_id::VerticalPageBreaks, Place::pageBreaks, 1, single},
-    {record_id::HorizontalPageBreaks, Place::pageBreaks, 0, single},
     {record_id::Note, Place::notes},
-    {record_id::Selection, Place::panes, 1, false, same},  // Selection, one per pane
-    {record_id::LeftMargin, Place::pageSetup, 4, single, same},
-    {record_id::RightMargin, Place::pageSetup, 5, single, same},
-    {record_id::TopMargin, Place::pageSetup, 6, single, same},
-    {record_id::BottomMargin, Place::pageSetup, 7, single, same},
-    {record_id::Pane, Place::panes, 0, single, same},
-    {record_id::Pls, Place::pageSetup, 8},  // one per platform occurs
-    {record_id::DCon, Place::consolidation, 0, single},
+    {record_id::Pls, Place::printerData},  // one per platform occurs
+    {record_id::DCon, Place::consolidation, single},
     {record_id::Obj, Place::drawing},
-    {record_id::ObjProtect, Place::protection, 2, single, same},
-    {record_id::HCenter, Place::pageSetup, 2, single, same},
-    {record_id::VCenter, Place::pageSetup, 3, single, same},
-    {record_id::Sort, Place::sorting, 0, single},
-    {record_id::AutoFilterInfo, Place::autoFilter, 0, single},
-    {record_id::Scl, Place::zoom, 0, single, same},
-    {record_id::Setup, Place::pageSetup, 9, single, same},
-    {record_id::ScenarioProtect, Place::protection, 1, single, same},
+    {record_id::Sort, Place::sorting, single},
+    {record_id::AutoFilterInfo, Place::autoFilter, single},
     {record_id::MsoDrawing, Place::drawing},
     {record_id::MsoDrawingSelection, Place::drawing},
-    {record_id::PhoneticInfo, Place::phonetic, 0, single},
+    {record_id::PhoneticInfo, Place::phonetic, single},
     {record_id::TxO, Place::drawing},
-    {record_id::HLink, Place::hyperlinks},
-    {record_id::CodeName, Place::codeName, 0, single},
-    {record_id::EntExU2, Place::formulaExtension, 0, single},
+    {record_id::CodeName, Place::codeName, single},
+    {record_id::EntExU2, Place::formulaExtension, single},
     {record_id::Bof, Place::drawing},  // a chart, from its Bof to its EOF
-    {record_id::SheetExt, Place::sheetExtension, 0, single},
-    {record_id::FeatHdr, Place::features},
-    {record_id::Feat, Place::features},
     {record_id::FeatHdr11, Place::tables},
     {record_id::Feature11, Place::tables},
-    {record_id::DropDownObjIds, Place::dropDowns, 0, single},
+    {record_id::DropDownObjIds, Place::dropDowns, single},
     {record_id::List12, Place::tables},
     {record_id::Feature12, Place::tables},
     {record_id::AutoFilter12, Place::tables},  // of a table
-    {record_id::PLV, Place::pageLayoutView, 0, single},
+    {record_id::PLV, Place::pageLayoutView, single},
     {record_id::SortData, Place::tables},
     {record_id::HeaderFooter, Place::headerFooter},  // one per custom view occurs
 };
@@ -78,7 +55,7 @@ void KeptRecords::add(const KeptRule& rule, std::uint16_t id, std::span<const st
             _singles.push_back(_entries.size());
         }
     }
-    _entries.push_back({_wire.size(), 0, id, rule.place, rule.rank});
+    _entries.push_back({_wire.size(), 0, id, rule.place});
     append(wire);
 }
 
@@ -105,7 +82,7 @@ void KeptRecords::clear() {
 
 void KeptRecords::sort() {
     std::erase_if(_entries, [](const Entry& entry) { return entry.place == Place::none; });
-    std::ranges::stable_sort(_entries, {}, [](const Entry& entry) { return std::tuple(entry.place, entry.rank); });
+    std::ranges::stable_sort(_entries, {}, &Entry::place);
     _singles.clear();
     _wire.shrink_to_fit();
     _entries.shrink_to_fit();

@@ -11,10 +11,8 @@ namespace vellum {
 
 /// A place in the save order of a worksheet, in that order.
 enum class Place : std::uint8_t {
-    pageBreaks,
-    pageSetup,
+    printerData,
     headerFooter,
-    protection,
     sorting,
     dropDowns,
     autoFilter,
@@ -23,14 +21,9 @@ enum class Place : std::uint8_t {
     notes,
     consolidation,
     pageLayoutView,
-    zoom,
-    panes,
     phonetic,
-    hyperlinks,
     codeName,
-    sheetExtension,
     other,
-    features,
     tables,
     none,  // not a record that is kept
 };
@@ -39,9 +32,7 @@ enum class Place : std::uint8_t {
 struct KeptRule {
     std::uint16_t id;
     Place place;
-    std::uint8_t rank = 0;     // order within the place; equal ranks stay in file order
-    bool single = false;       // a later one takes the place of an earlier one
-    bool sameInBiff5 = false;  // the older layout is the same, so that it may be saved as BIFF8
+    bool single = false;  // a later one takes the place of an earlier one
 };
 
 /// The rule of a record id; `Place::other` for ids that no rule names.
@@ -81,7 +72,6 @@ private:
         std::size_t size;
         std::uint16_t id;
         Place place;
-        std::uint8_t rank;
     };
     [[nodiscard]] std::span<const std::byte> bytesOf(const Entry& entry) const {
         return std::span(_wire).subspan(entry.at, entry.size);

@@ -4,11 +4,13 @@
 #include <unordered_map>
 #include <vector>
 
+#include "biff/container/record_ids.h"
+
 namespace vellum {
 
 /// Height, state and format of a row.
 struct Row {
-    static constexpr std::uint16_t id = 520;
+    static constexpr std::uint16_t id = record_id::Row;
     static constexpr const char* name = "Row";
 
     static constexpr std::uint16_t levelMask = 0x0007;

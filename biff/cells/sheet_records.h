@@ -3,12 +3,15 @@
 #include <cstdint>
 #include <vector>
 
+#include "biff/container/record_ids.h"
+
 namespace vellum::biff {
 
 /// A block of cells, its last row and column included.
 struct CellRange {
     std::uint16_t rowFirst = 0, rowLast = 0, colFirst = 0, colLast = 0;
 
+    bool operator==(const CellRange&) const = default;
     [[nodiscard]] bool holds(std::uint32_t row, std::uint32_t col) const {
         return rowFirst <= row && row <= rowLast && colFirst <= col && col <= colLast;
     }
@@ -20,7 +23,7 @@ namespace vellum {
 
 /// Index of a sheet's rows in the stream. The engine never uses the offsets and writes them as they were.
 struct Index {
-    static constexpr std::uint16_t id = 523;
+    static constexpr std::uint16_t id = record_id::Index;
     static constexpr const char* name = "Index";
 
     std::uint32_t reserved = 0, rwMic = 0, rwMac = 3, ibXF = 0;
@@ -29,7 +32,7 @@ struct Index {
 
 /// Space for the outline symbols, pixels, and the deepest levels plus one.
 struct Guts {
-    static constexpr std::uint16_t id = 128;
+    static constexpr std::uint16_t id = record_id::Guts;
     static constexpr const char* name = "Guts";
 
     std::uint16_t dxRwGut = 0, dyColGut = 0, iLevelRwMac = 0, iLevelColMac = 0;
@@ -45,7 +48,7 @@ struct Guts {
 
 /// Height of rows that have no Row record.
 struct DefaultRowHeight {
-    static constexpr std::uint16_t id = 549;
+    static constexpr std::uint16_t id = record_id::DefaultRowHeight;
     static constexpr const char* name = "DefaultRowHeight";
 
     std::uint16_t flags = 0;
@@ -58,30 +61,9 @@ struct DefaultRowHeight {
     }
 };
 
-/// Settings of a sheet that every file has, with the values of a new one.
-struct SheetSettings {
-    static constexpr std::uint16_t summaryBelow = 0x0040, summaryRight = 0x0080, fitToPage = 0x0100;  // of wsBool
-
-    std::int16_t calcMode = 1;
-    std::uint16_t calcCount = 100;
-    std::uint16_t calcRefMode = 1;  // 0: R1C1
-    std::uint16_t calcIter = 0;
-    double calcDelta = 0.001;
-    std::uint16_t calcSaveRecalc = 1;
-    std::uint16_t printRowCol = 0, printGrid = 0, gridSet = 1;
-    Guts guts;
-    DefaultRowHeight defaultRowHeight;
-    std::uint16_t wsBool = 0x04C1;
-    std::uint16_t defColWidth = 8;  // characters
-    bool hasUncalced = false;
-    std::uint16_t uncalced = 0;
-    bool hasDxGCol = false;
-    std::uint16_t dxGCol = 0;  // 1/256 character; counts before defColWidth when below 65535
-};
-
 /// How a sheet is shown.
 struct Window2 {
-    static constexpr std::uint16_t id = 574;
+    static constexpr std::uint16_t id = record_id::Window2;
     static constexpr const char* name = "Window2";
 
     static constexpr std::uint16_t showGrid = 0x0002, frozen = 0x0008, rightToLeft = 0x0040;
@@ -110,7 +92,7 @@ struct Window2 {
 
 /// Merged blocks; a file cuts them into records of at most 1026.
 struct MergeCells {
-    static constexpr std::uint16_t id = 229;
+    static constexpr std::uint16_t id = record_id::MergeCells;
     static constexpr const char* name = "MergeCells";
     static constexpr std::size_t maxRanges = 1026;
 };

@@ -12,8 +12,8 @@ namespace {
 // lists name such numbers, and a code name belongs to one sheet's macros.
 constexpr Place uniquePlaces[] = {Place::drawing, Place::notes, Place::codeName, Place::tables, Place::dropDowns};
 // What refers to fonts, names or formats of its book.
-constexpr Place boundPlaces[] = {Place::sorting,       Place::autoFilter, Place::formulaExtension, Place::phonetic,
-                                 Place::consolidation, Place::other,      Place::features};
+constexpr Place boundPlaces[] = {Place::sorting,  Place::autoFilter,    Place::formulaExtension,
+                                 Place::phonetic, Place::consolidation, Place::other};
 
 /// Copies the content of a sheet, cell by cell in the order of the table, so that what lies dead in the vectors of the
 /// source stays there.
@@ -30,6 +30,8 @@ public:
         _to.window2 = _from.window2;
         _to.window2.flags &= static_cast<std::uint16_t>(~(Window2::selected | Window2::active));
         _to.merges = _from.merges;
+        _to.features = _from.features;
+        if (!sameBook()) _to.features.shared.remove(FeatureType::smartTags);  // their kinds stand in the globals
         _to.foreign = _from.foreign;
         copyKept();
         for (Row row : _from.rows.rows()) {
@@ -153,6 +155,7 @@ template <class CharT>
 void SheetImplT<CharT>::load(Xls& in, const SheetLoad& what) {
     releaseStrings();
     _parts = SheetParts();
+    _parts.features = biff::SheetFeatures::ofFile();
     loadSheet(_parts, {in, _book.pool(), _book.strings(), what, _book.isBiff5()});
 }
 

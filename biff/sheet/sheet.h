@@ -118,6 +118,62 @@ public:
     bool setRepeatColumns(int colFirst, int colLast) override;
     bool clearRepeats() override;
 
+    // Printing (sheet_print.cpp).
+    bool isLandscape() override;
+    bool setLandscape(bool landscape) override;
+    int paperCode() override;
+    bool setPaperCode(int paper) override;
+    int printZoomPercent() override;
+    bool setPrintZoomPercent(int zoom) override;
+    bool printFitPages(int* width, int* height) override;
+    bool setPrintFitPages(int width, int height) override;
+    const CharT* headerText() override;
+    bool setHeaderText(const CharT* text, double margin) override;
+    double headerMargin() override;
+    const CharT* footerText() override;
+    bool setFooterText(const CharT* text, double margin) override;
+    double footerMargin() override;
+    bool centersHorizontally() override;
+    bool setCentersHorizontally(bool center) override;
+    bool centersVertically() override;
+    bool setCentersVertically(bool center) override;
+    double marginLeft() override { return _parts.features.pageSetup.margin(biff::Margin::left); }
+    bool setMarginLeft(double inches) override { return setMargin(biff::Margin::left, inches); }
+    double marginRight() override { return _parts.features.pageSetup.margin(biff::Margin::right); }
+    bool setMarginRight(double inches) override { return setMargin(biff::Margin::right, inches); }
+    double marginTop() override { return _parts.features.pageSetup.margin(biff::Margin::top); }
+    bool setMarginTop(double inches) override { return setMargin(biff::Margin::top, inches); }
+    double marginBottom() override { return _parts.features.pageSetup.margin(biff::Margin::bottom); }
+    bool setMarginBottom(double inches) override { return setMargin(biff::Margin::bottom, inches); }
+    int rowBreakAt(int index) override;
+    int rowBreakTotal() override { return static_cast<int>(_parts.features.pageBreaks.rows().size()); }
+    int columnBreakAt(int index) override;
+    int columnBreakTotal() override { return static_cast<int>(_parts.features.pageBreaks.columns().size()); }
+    bool setRowBreak(int row, bool enable) override;
+    bool setColumnBreak(int col, bool enable) override;
+
+    // Panes, size and tab (sheet_window.cpp).
+    bool splitAt(int row, int col) override;
+    bool splitPosition(int* row, int* col) override;
+    int zoomPercent() override { return _parts.features.panes.zoomPercent(); }
+    bool setZoomPercent(int zoom) override;
+    bool setTabPaletteColor(int index) override;
+    bool setTabRgbColor(int red, int green, int blue) override;
+
+    // Protection, errors that are not shown, links, tables, groups (sheet_features.cpp).
+    bool isProtected() override { return _parts.features.protection.isOn(); }
+    bool setProtected(bool enable, const CharT* password, int options) override;
+    bool addIgnoredErrorRange(int rowFirst, int colFirst, int rowLast, int colLast, int flags) override;
+    int hyperlinkTotal() override { return static_cast<int>(_parts.features.hyperlinks.total()); }
+    const CharT* hyperlinkAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    bool removeHyperlinkAt(int index) override;
+    bool addHyperlink(const CharT* target, int rowFirst, int rowLast, int colFirst, int colLast) override;
+    int tableTotal() override;
+    const CharT* tableAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int* headerRows,
+                         int* totalsRows) override;
+    bool groupRowRange(int rowFirst, int rowLast, bool collapsed) override;
+    bool groupColumnRange(int colFirst, int colLast, bool collapsed) override;
+
     // View, name, and what a binary sheet has not (sheet_view.cpp).
     bool showsGridlines() override;
     bool setShowsGridlines(bool show) override;
@@ -162,6 +218,8 @@ private:
         std::uint16_t row, col;
     };
     static CellPlace place(int row, int col);
+    /// Throws unless the corners are cells and in order.
+    static biff::CellRange checkedRange(int rowFirst, int rowLast, int colFirst, int colLast);
     static std::uint16_t checkedRow(int row);
     static std::uint16_t checkedCol(int col);
 
@@ -176,6 +234,13 @@ private:
     [[nodiscard]] std::wstring_view widened(const CharT* text) const {
         return text == nullptr ? std::wstring_view() : _book.widen(text);
     }
+
+    /// The same for a setter of a sheet's features: a chart or macro sheet, which is kept as bytes, would lose what was
+    /// set, and refuses.
+    template <class Body>
+    bool change(Body&& body);
+    bool setMargin(biff::Margin side, double inches);
+    bool setPageText(biff::PageText& to, std::uint16_t id, const CharT* text, double Setup::*margin, double inches);
 
     [[nodiscard]] CellSlot slotAt(CellPlace at) const { return _parts.cells.at(at.row, at.col); }
     /// The cell's element when it is of that kind, else null.
@@ -217,6 +282,7 @@ private:
     [[nodiscard]] int widthPixels(std::uint16_t col) const;
     /// The same as a record has it, 1/256 character.
     [[nodiscard]] std::uint16_t widthUnits(std::uint16_t col) const;
+    [[nodiscard]] std::uint16_t defaultWidthUnits() const;
     void setColumns(std::uint16_t first, std::uint16_t last, std::uint16_t coldx, const Format* format, bool hidden);
     /// Characters that the cells of a column need, -1.0 when none has a text.
     [[nodiscard]] double fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd);

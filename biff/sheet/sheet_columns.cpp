@@ -50,7 +50,7 @@ template <class CharT>
 int SheetImplT<CharT>::widthPixels(std::uint16_t col) const {
     if (const ColInfo* const info = _parts.columns.find(col)) return pixelsOf(info->coldx);
     const SheetSettings& settings = _parts.settings;
-    if (settings.hasDxGCol && settings.dxGCol < noDxGCol) return pixelsOf(settings.dxGCol);
+    if (settings.dxGCol.value_or(noDxGCol) < noDxGCol) return pixelsOf(*settings.dxGCol);
     return defaultColumnPixels(settings.defColWidth);
 }
 
@@ -78,9 +78,15 @@ bool SheetImplT<CharT>::isColumnHidden(int col) {
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::widthUnits(std::uint16_t col) const {
-    if (const ColInfo* const info = _parts.columns.find(col)) return info->coldx;
+    const ColInfo* const info = _parts.columns.find(col);
+    return info != nullptr ? info->coldx : defaultWidthUnits();
+}
+
+template <class CharT>
+std::uint16_t SheetImplT<CharT>::defaultWidthUnits() const {
     const SheetSettings& settings = _parts.settings;
-    return settings.hasDxGCol && settings.dxGCol < noDxGCol ? settings.dxGCol : coldxOf(widthPixels(col));
+    if (settings.dxGCol.value_or(noDxGCol) < noDxGCol) return *settings.dxGCol;
+    return coldxOf(defaultColumnPixels(settings.defColWidth));
 }
 
 // Outline levels stay, so columns of different levels get records of their own.

@@ -2,21 +2,10 @@
 #include <algorithm>
 
 #include "biff/container/messages.h"
-#include "biff/sheet/sheet.h"
+#include "biff/sheet/sheet_change.h"
 #include "biff/strings/str_map.h"
 
 namespace vellum {
-namespace {
-
-void giveRange(const biff::CellRange& range, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
-    if (rowFirst != nullptr) *rowFirst = range.rowFirst;
-    if (rowLast != nullptr) *rowLast = range.rowLast;
-    if (colFirst != nullptr) *colFirst = range.colFirst;
-    if (colLast != nullptr) *colLast = range.colLast;
-}
-
-}  // namespace
-
 template <class CharT>
 bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
@@ -25,7 +14,7 @@ bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, i
         const auto found =
             std::ranges::find_if(merges, [&](const biff::CellRange& range) { return range.holds(at.row, at.col); });
         if (found == merges.end()) throw vlerror(biff::msg::notMerged);
-        giveRange(*found, rowFirst, rowLast, colFirst, colLast);
+        biff::giveRange(*found, rowFirst, rowLast, colFirst, colLast);
         return true;
     });
 }
@@ -34,9 +23,8 @@ bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, i
 template <class CharT>
 bool SheetImplT<CharT>::addMerge(int rowFirst, int rowLast, int colFirst, int colLast) {
     return guard(false, [&] {
-        const CellPlace first = place(rowFirst, colFirst), last = place(rowLast, colLast);
-        if (first.row > last.row) throw vlerror(biff::msg::rowOrder);
-        if (first.col > last.col) throw vlerror(biff::msg::colOrder);
+        const biff::CellRange block = checkedRange(rowFirst, rowLast, colFirst, colLast);
+        const CellPlace first{block.rowFirst, block.colFirst}, last{block.rowLast, block.colLast};
         const CellSlot corner = slotAt(first);
         const std::uint16_t ixfe = corner.occupied() ? _parts.cells.ixfe(corner) : defaultCellXf;
         for (std::uint32_t row = first.row; row <= last.row; ++row) {
@@ -49,7 +37,7 @@ bool SheetImplT<CharT>::addMerge(int rowFirst, int rowLast, int colFirst, int co
                 }
             }
         }
-        _parts.merges.push_back({first.row, last.row, first.col, last.col});
+        _parts.merges.push_back(block);
         return true;
     });
 }
@@ -75,7 +63,7 @@ template <class CharT>
 bool SheetImplT<CharT>::mergeByIndex(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
         if (index < 0 || index >= mergeTotal()) throw vlerror(biff::msg::indexOutOfRange);
-        giveRange(_parts.merges[static_cast<std::size_t>(index)], rowFirst, rowLast, colFirst, colLast);
+        biff::giveRange(_parts.merges[static_cast<std::size_t>(index)], rowFirst, rowLast, colFirst, colLast);
         return true;
     });
 }

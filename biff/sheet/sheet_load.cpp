@@ -7,6 +7,7 @@
 #include "biff/container/messages.h"
 #include "biff/container/record_codec.h"
 #include "biff/container/xls.h"
+#include "biff/features/tables.h"
 #include "biff/records/raw_record.h"
 #include "biff/sheet/sheet_parts.h"
 #include "biff/strings/str_map.h"
@@ -260,58 +261,7 @@ private:
     // Records that become members.
 
     bool readMember(const RecordHeader& header) {
-        SheetSettings& s = _sheet.settings;
         switch (header.id) {
-            case record_id::CalcCount:
-                s.calcCount = word(header, "CalcCount");
-                return true;
-            case record_id::CalcRefMode:
-                s.calcRefMode = word(header, "CalcRefMode");
-                return true;
-            case record_id::CalcIter:
-                s.calcIter = word(header, "CalcIter");
-                return true;
-            case record_id::CalcSaveRecalc:
-                s.calcSaveRecalc = word(header, "CalcSaveRecalc");
-                return true;
-            case record_id::PrintRowCol:
-                s.printRowCol = word(header, "PrintRowCol");
-                return true;
-            case record_id::PrintGrid:
-                s.printGrid = word(header, "PrintGrid");
-                return true;
-            case record_id::GridSet:
-                s.gridSet = word(header, "GridSet");
-                return true;
-            case record_id::WsBool:
-                s.wsBool = word(header, "WsBool");
-                return true;
-            case record_id::CalcMode:
-                s.calcMode = static_cast<std::int16_t>(firstWord(header, "CalcMode"));
-                return true;
-            case record_id::CalcDelta: {
-                if (header.size != 8) throwBadSize("CalcDelta");
-                s.calcDelta = _in.readDouble();
-                return true;
-            }
-            case record_id::DefColWidth:
-                if (header.size != 2 && header.size != 4) throwBadSize("DefColWidth");
-                s.defColWidth = firstWord(header, "DefColWidth");
-                return true;
-            case record_id::DxGCol:
-                s.dxGCol = word(header, "DxGCol");
-                s.hasDxGCol = true;
-                return true;
-            case record_id::Uncalced:
-                s.uncalced = word(header, "Uncalced");
-                s.hasUncalced = true;
-                return true;
-            case record_id::Guts:
-                s.guts = fixed<Guts>(header);
-                return true;
-            case record_id::DefaultRowHeight:
-                s.defaultRowHeight = fixed<DefaultRowHeight>(header);
-                return true;
             case record_id::ColInfo:
                 readColInfo(body(header));
                 return true;
@@ -328,23 +278,9 @@ private:
                 readMergeCells(body(header));
                 return true;
             default:
-                return false;
+                return biff::readSetting(_sheet.settings, header, _in) ||
+                       (!isOfLaterWindow(header.id) && _sheet.features.read(header, _in, _source.biff5));
         }
-    }
-
-    template <class Record>
-    Record fixed(const RecordHeader& header) {
-        Cursor in = body(header);
-        return readFixed<Record>(in, header.size);
-    }
-    std::uint16_t word(const RecordHeader& header, const char* record) {
-        if (header.size != 2) throwBadSize(record);
-        return _in.readInt16();
-    }
-    /// A value that others may follow.
-    std::uint16_t firstWord(const RecordHeader& header, const char* record) {
-        if (header.size < 2) throwBadSize(record);
-        return body(header).get<std::uint16_t>();
     }
 
     // The last field is missing, or cut to one byte, in files of some writers.
@@ -413,7 +349,8 @@ private:
     void keep(const RecordHeader& header) {
         const KeptRule rule = keptRule(header.id);
         KeptRecords dropped;
-        KeptRecords& kept = (_source.biff5 && !rule.sameInBiff5) || isOfLaterWindow(header.id) ? dropped : _sheet.kept;
+        KeptRecords& kept = _source.biff5 || isOfLaterWindow(header.id) ? dropped : _sheet.kept;
+        biff::checkListRecord(header.id, header.size);
         kept.add(rule, header.id, takeRaw(_in, header));
         if (header.id == record_id::Bof) {
             eachOfSubstream([&](std::span<const std::byte> wire) { kept.append(wire); });

@@ -11,6 +11,8 @@
 #include "biff/cells/row_table.h"
 #include "biff/cells/shared_tokens.h"
 #include "biff/cells/sheet_records.h"
+#include "biff/features/sheet_features.h"
+#include "biff/features/sheet_settings.h"
 #include "biff/records/bof.h"
 #include "biff/sheet/book_context.h"
 
@@ -31,6 +33,7 @@ struct SheetParts {
     CellStore cells;
     SharedTokens sharedTokens;
     std::vector<biff::CellRange> merges;
+    biff::SheetFeatures features;
     KeptRecords kept;
     /// A sheet that is no worksheet, from its Bof to its EOF in wire form; empty for a worksheet.
     std::vector<std::byte> foreign;

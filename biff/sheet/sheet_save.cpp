@@ -21,15 +21,18 @@ public:
             return;
         }
         _sheet.sharedTokens.settle(_sheet.cells);
+        biff::SheetFeatures& features = _sheet.features;
         writeBof();
-        if (_sheet.settings.hasUncalced) word(record_id::Uncalced, _sheet.settings.uncalced);
+        settings(SettingPlace::behindBof);
         writeIndex();
-        writeSettings();
-        kept(Place::pageBreaks);
-        kept(Place::pageSetup);
+        settings(SettingPlace::calculation);
+        features.pageBreaks.write(_out);
+        features.pageSetup.writeFront(_out);
+        kept(Place::printerData);
+        features.pageSetup.writeSetup(_out);
         kept(Place::headerFooter);
-        kept(Place::protection);
-        word(record_id::DefColWidth, _sheet.settings.defColWidth);
+        features.protection.write(_out);
+        settings(SettingPlace::beforeColumns);
         writeColumns();
         kept(Place::sorting);
         kept(Place::dropDowns);
@@ -41,18 +44,18 @@ public:
         kept(Place::drawing);
         kept(Place::notes);
         kept(Place::consolidation);
-        writeFixed(_out, _sheet.window2);
+        writeWindow2();
         kept(Place::pageLayoutView);
-        kept(Place::zoom);
-        kept(Place::panes);
-        if (_sheet.settings.hasDxGCol) word(record_id::DxGCol, _sheet.settings.dxGCol);
+        features.panes.writeZoom(_out);
+        features.panes.writePanes(_out);
+        settings(SettingPlace::behindPanes);
         writeMerges();
         kept(Place::phonetic);
-        kept(Place::hyperlinks);
+        features.hyperlinks.write(_out);
         kept(Place::codeName);
-        kept(Place::sheetExtension);
+        features.tabColor.write(_out);
         kept(Place::other);
-        kept(Place::features);
+        features.shared.write(_out);
         kept(Place::tables);
         writeEof();
     }
@@ -73,7 +76,8 @@ private:
     }
     void writeEof() { _out.writeRecordHeader(record_id::Eof, 0); }
 
-    void word(std::uint16_t id, std::uint16_t value) { _out.out().putAll(id, std::uint16_t{2}, value); }
+    using SettingPlace = biff::SettingPlace;
+    void settings(SettingPlace place) { biff::writeSettings(_sheet.settings, place, _out); }
 
     void kept(Place place) {
         _sheet.kept.forEach(place, [this](std::span<const std::byte> wire) { _out.writeBytes(wire); });
@@ -89,22 +93,6 @@ private:
         sink.putAll(Index::id, static_cast<std::uint16_t>(16 + 4 * count), index.reserved, index.rwMic, index.rwMac,
                     index.ibXF);
         for (std::size_t i = 0; i < count; ++i) sink.put(index.offsets[i]);
-    }
-
-    void writeSettings() {
-        const SheetSettings& s = _sheet.settings;
-        word(record_id::CalcMode, static_cast<std::uint16_t>(s.calcMode));
-        word(record_id::CalcCount, s.calcCount);
-        word(record_id::CalcRefMode, s.calcRefMode);
-        word(record_id::CalcIter, s.calcIter);
-        _out.out().putAll(record_id::CalcDelta, std::uint16_t{8}, s.calcDelta);
-        word(record_id::CalcSaveRecalc, s.calcSaveRecalc);
-        word(record_id::PrintRowCol, s.printRowCol);
-        word(record_id::PrintGrid, s.printGrid);
-        word(record_id::GridSet, s.gridSet);
-        writeFixed(_out, s.guts);
-        writeFixed(_out, s.defaultRowHeight);
-        word(record_id::WsBool, s.wsBool);
     }
 
     void writeColumns() {
@@ -197,6 +185,16 @@ private:
                 writeCell(record_id::Blank, cell);
                 break;
         }
+    }
+
+    // Without a pane nothing is frozen.
+    void writeWindow2() {
+        Window2 window = _sheet.window2;
+        const auto& panes = _sheet.features.panes;
+        if (panes.pane() != nullptr && !panes.paneIsWritten()) {
+            window.flags &= static_cast<std::uint16_t>(~Window2::frozen);
+        }
+        writeFixed(_out, window);
     }
 
     void writeMerges() {

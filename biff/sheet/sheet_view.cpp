@@ -4,15 +4,14 @@
 #include "biff/container/cursor.h"
 #include "biff/container/messages.h"
 #include "biff/container/record_ids.h"
-#include "biff/sheet/sheet.h"
+#include "biff/sheet/sheet_change.h"
 #include "engine/failure/messages.h"
 
 namespace vellum {
 namespace {
 
-bool setFlag(std::uint16_t& flags, std::uint16_t mask, bool on) {
+void setFlag(std::uint16_t& flags, std::uint16_t mask, bool on) {
     flags = static_cast<std::uint16_t>(on ? flags | mask : flags & ~mask);
-    return true;
 }
 
 // Where a chart or macro sheet, kept as bytes, has the flags of its Window2; null when it has none.
@@ -48,7 +47,7 @@ bool SheetImplT<CharT>::showsGridlines() {
 
 template <class CharT>
 bool SheetImplT<CharT>::setShowsGridlines(bool show) {
-    return setFlag(_parts.window2.flags, Window2::showGrid, show);
+    return change([&] { setFlag(_parts.window2.flags, Window2::showGrid, show); });
 }
 
 template <class CharT>
@@ -58,7 +57,7 @@ bool SheetImplT<CharT>::isRightToLeft() {
 
 template <class CharT>
 bool SheetImplT<CharT>::setRightToLeft(bool rightToLeft) {
-    return setFlag(_parts.window2.flags, Window2::rightToLeft, rightToLeft);
+    return change([&] { setFlag(_parts.window2.flags, Window2::rightToLeft, rightToLeft); });
 }
 
 template <class CharT>
@@ -70,11 +69,10 @@ bool SheetImplT<CharT>::topLeftCell(int* row, int* col) {
 
 template <class CharT>
 bool SheetImplT<CharT>::setTopLeftCell(int row, int col) {
-    return guard(false, [&] {
+    return change([&] {
         const CellPlace at = place(row, col);
         _parts.window2.rwTop = at.row;
         _parts.window2.colLeft = at.col;
-        return true;
     });
 }
 
@@ -85,8 +83,7 @@ bool SheetImplT<CharT>::printsGridlines() {
 
 template <class CharT>
 bool SheetImplT<CharT>::setPrintsGridlines(bool print) {
-    _parts.settings.printGrid = print ? 1 : 0;
-    return true;
+    return change([&] { _parts.settings.printGrid = print ? 1 : 0; });
 }
 
 template <class CharT>
@@ -96,8 +93,7 @@ bool SheetImplT<CharT>::printsRowColHeadings() {
 
 template <class CharT>
 bool SheetImplT<CharT>::setPrintsRowColHeadings(bool print) {
-    _parts.settings.printRowCol = print ? 1 : 0;
-    return true;
+    return change([&] { _parts.settings.printRowCol = print ? 1 : 0; });
 }
 
 template <class CharT>
@@ -107,7 +103,7 @@ bool SheetImplT<CharT>::summaryBelow() {
 
 template <class CharT>
 bool SheetImplT<CharT>::setSummaryBelow(bool below) {
-    return setFlag(_parts.settings.wsBool, SheetSettings::summaryBelow, below);
+    return change([&] { setFlag(_parts.settings.wsBool, SheetSettings::summaryBelow, below); });
 }
 
 template <class CharT>
@@ -117,7 +113,7 @@ bool SheetImplT<CharT>::summaryRight() {
 
 template <class CharT>
 bool SheetImplT<CharT>::setSummaryRight(bool right) {
-    return setFlag(_parts.settings.wsBool, SheetSettings::summaryRight, right);
+    return change([&] { setFlag(_parts.settings.wsBool, SheetSettings::summaryRight, right); });
 }
 
 template <class CharT>

@@ -8,6 +8,10 @@ Record marked(std::uint16_t id, std::size_t size, int mark) {
     return {id, Bytes(size, static_cast<std::byte>(mark))};
 }
 
+const Record active{29, hex("03 0200 0100 0000 0100 0200 0200 01 01")};
+const Record webLink{440, hex("0000 0000 0000 0000 D0C9EA79F9BACE118C8200AA004BA90B 02000000 03000000"
+                              "E0C9EA79F9BACE118C8200AA004BA90B 0E000000 68003A002F002F0061007A000000")};
+
 // Every place of the save order once, in the order of saving.
 std::vector<Record> oneOfEach() {
     const Record window{574, hex("B606 0700 0300 4000 0000 0000 0000 00000000")};
@@ -26,10 +30,10 @@ std::vector<Record> oneOfEach() {
         {128, hex("0100020003000400")},
         {549, hex("00002C01")},
         {129, hex("C104")},
-        marked(27, 8, 2),  // page breaks
-        marked(26, 8, 3),
-        marked(20, 4, 4),  // page setup
-        marked(21, 4, 5),
+        {27, hex("0100 0500 0000 FF00")},  // page breaks
+        {26, hex("0100 0600 0100 0700")},
+        {20, hex("0100 00 61")},  // page setup
+        {21, hex("0100 01 6204")},
         marked(131, 2, 6),
         marked(132, 2, 7),
         marked(38, 8, 8),
@@ -68,23 +72,23 @@ std::vector<Record> oneOfEach() {
         marked(80, 6, 33),
         window,
         marked(2187, 16, 34),
-        marked(160, 4, 35),
+        {160, hex("0300 0400")},
         marked(65, 10, 36),
-        marked(29, 15, 37),
-        marked(29, 15, 38),
+        {29, hex("03 0200 0100 0000 0100 0200 0200 01 01")},
+        {29, hex("01 0000 0000 0100 0200 0000 0000 00 00 0200 0300 04 05")},
         {153, hex("2409")},
         {229, hex("0200 0000 0000 0000 0100 0500 0600 0000 0000")},
         marked(239, 6, 39),
-        marked(440, 30, 40),
+        webLink,
         marked(2048, 14, 41),
-        marked(440, 31, 42),
+        {440, hex("0000 0100 0200 0300 D0C9EA79F9BACE118C8200AA004BA90B 02000000 08000000 03000000 410031000000")},
         marked(442, 5, 43),
-        marked(2146, 20, 44),
+        {2146, hex("6208 0000 0000000000000000 14000000 0A000000")},
         marked(155, 0, 45),  // others
         marked(4711, 3, 46),
         marked(2066, 9, 47),
-        marked(2151, 23, 48),
-        marked(2152, 30, 49),
+        {2151, hex("6708 0000 0000000000000000 0200 01 FFFFFFFF 00440000")},
+        {2152, hex("6808 0000 0000000000000000 0200 00 00000000 0100 00000000 0000 0100 0200 0300 0400 AABB")},
         marked(2161, 29, 50),
         marked(2162, 60, 51),
         marked(2165, 12, 52),
@@ -126,25 +130,29 @@ TEST(SheetSave, TheOrderIsFixedAndEveryByteStays) {
 TEST(SheetSave, ANewSheetsRecords) {
     NewSheet sheet;
     const auto out = savedRecords(*sheet.book);
-    EXPECT_EQ(idsOf(out),
-              (std::vector<std::uint16_t>{523, 13, 12, 15, 17, 16, 95, 42, 43, 130, 128, 549, 129, 85, 512, 574}));
+    EXPECT_EQ(idsOf(out), (std::vector<std::uint16_t>{523, 13,  12, 15, 17,  16,  95,  42, 43,  130, 128,
+                                                      549, 129, 20, 21, 131, 132, 161, 85, 512, 574, 29}));
     EXPECT_EQ(out[0].body, hex("00000000 00000000 03000000 00000000"));
     EXPECT_EQ(out[12].body, hex("C104"));
-    EXPECT_EQ(out[14].body, Bytes(14));
+    EXPECT_EQ(out[17].body, hex("0000 6400 0100 0100 0100 0600 0000 0000 000000000000E03F 000000000000E03F 0000"));
+    EXPECT_EQ(out[19].body, Bytes(14));
+    EXPECT_EQ(out[21].body, hex("03 0000 0000 0000 0100 0000 0000 00 00"));
 }
 
 TEST(SheetSave, LaterSingleRecordsTakeThePlaceOfEarlierOnes) {
-    OneSheet one({marked(450, 4, 1), marked(60, 2, 1), marked(450, 6, 2), marked(20, 4, 1), marked(20, 5, 2)});
+    OneSheet one(
+        {marked(450, 4, 1), marked(60, 2, 1), marked(450, 6, 2), {20, hex("0100 00 61")}, {20, hex("0200 00 6162")}});
     const auto out = savedRecords(*one.book);
     EXPECT_EQ(only(out, 450), (std::vector{marked(450, 6, 2)}));
-    EXPECT_EQ(only(out, 20), (std::vector{marked(20, 5, 2)}));
+    EXPECT_EQ(only(out, 20), (std::vector{Record{20, hex("0200 00 6162")}}));
     EXPECT_TRUE(only(out, 60).empty());
 }
 
 TEST(SheetSave, ViewsOfFurtherWindowsAndStrayContinuationsAreDropped) {
     const Record window{574, hex("B606 0700 0300 4000 0000 0000 0000 00000000")};
     OneSheet one({window,
-                  marked(29, 15, 1),
+                  active,
+                  marked(450, 4, 1),
                   marked(60, 8, 1),
                   {513, hex("0000 0000 0F00")},
                   marked(60, 9, 2),
@@ -156,7 +164,7 @@ TEST(SheetSave, ViewsOfFurtherWindowsAndStrayContinuationsAreDropped) {
     ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
     const auto out = savedRecords(*one.book);
     EXPECT_EQ(only(out, 574), std::vector{window});
-    EXPECT_EQ(only(out, 29), (std::vector{marked(29, 15, 1)}));
+    EXPECT_EQ(only(out, 29), std::vector{active});
     EXPECT_EQ(only(out, 60), (std::vector{marked(60, 8, 1)}));
     EXPECT_TRUE(only(out, 65).empty());
     EXPECT_TRUE(only(out, 160).empty());
@@ -242,7 +250,7 @@ TEST(SheetSave, ACopyLeavesBehindWhatOthersCannotHave) {
     std::ranges::find(expected, std::uint16_t{574}, &Record::id)->body[1] = std::byte{0};  // not selected
     EXPECT_EQ(savedRecords(*book, 2), expected);
 
-    const Book view = loaded(workbook({{{426, Bytes(18)}, marked(29, 15, 1), {427, {}}, marked(155, 0, 1)},
+    const Book view = loaded(workbook({{{426, Bytes(18)}, active, {427, {}}, marked(155, 0, 1)},
                                        {{253, hex("0000 0000 0F00 00000000")}, {513, hex("0100 0000 0F00")}}}));
     ASSERT_NE(view->addSheet("Copy", view->getSheet(0)), nullptr) << view->errorMessage();
     EXPECT_EQ(only(savedRecords(*view), 29).size(), 1U);

@@ -1,0 +1,123 @@
+// Protection of a sheet, errors that it does not show, its links, tables and groups, and the texts of addresses.
+#include "biff/container/messages.h"
+#include "biff/features/outline.h"
+#include "biff/features/tables.h"
+#include "biff/sheet/sheet_change.h"
+#include "engine/facts/password_hash.h"
+
+namespace vellum {
+namespace {
+
+constexpr int lastRowOfAll = SheetIndex::rowLimit - 1, lastColOfAll = SheetIndex::colLimit - 1;
+
+// The format hashes bytes of Latin-1, and stores nothing for an empty password.
+std::uint16_t hashOf(std::wstring_view password) {
+    if (password.empty()) return 0;
+    std::wstring bytes(password);
+    for (wchar_t& c : bytes) {
+        if (c > 0xFF) c = L'?';
+    }
+    return passwordHash(bytes);
+}
+
+std::size_t checkedIndex(int index, std::size_t total) {
+    if (index < 0 || static_cast<std::size_t>(index) >= total) throw vlerror(biff::msg::indexOutOfRange);
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+template <class CharT>
+biff::CellRange SheetImplT<CharT>::checkedRange(int rowFirst, int rowLast, int colFirst, int colLast) {
+    const CellPlace first = place(rowFirst, colFirst), last = place(rowLast, colLast);
+    if (first.row > last.row) throw vlerror(biff::msg::rowOrder);
+    if (first.col > last.col) throw vlerror(biff::msg::colOrder);
+    return {first.row, last.row, first.col, last.col};
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setProtected(bool enable, const CharT* password, int options) {
+    return change([&] {
+        std::optional<std::uint16_t> hash;
+        if (password != nullptr) hash = hashOf(widened(password));
+        biff::SheetFeatures& features = _parts.features;
+        features.protection.set(enable, hash);
+        if (options < 0) return;
+        features.protection.setOptions(static_cast<std::uint32_t>(options));
+        features.shared.setPermissions(static_cast<std::uint32_t>(options));
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::addIgnoredErrorRange(int rowFirst, int colFirst, int rowLast, int colLast, int flags) {
+    return change(
+        [&] { _parts.features.shared.ignoreErrors(checkedRange(rowFirst, rowLast, colFirst, colLast), flags); });
+}
+
+template <class CharT>
+const CharT* SheetImplT<CharT>::hyperlinkAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
+    return guard<const CharT*>(nullptr, [&] {
+        const biff::Hyperlinks& links = _parts.features.hyperlinks;
+        const std::size_t at = checkedIndex(index, links.total());
+        biff::giveRange(links.range(at), rowFirst, rowLast, colFirst, colLast);
+        return give(links.target(at));
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::removeHyperlinkAt(int index) {
+    return change([&] {
+        biff::Hyperlinks& links = _parts.features.hyperlinks;
+        links.remove(checkedIndex(index, links.total()));
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::addHyperlink(const CharT* target, int rowFirst, int rowLast, int colFirst, int colLast) {
+    return change(
+        [&] { _parts.features.hyperlinks.add(checkedRange(rowFirst, rowLast, colFirst, colLast), widened(target)); });
+}
+
+template <class CharT>
+int SheetImplT<CharT>::tableTotal() {
+    return static_cast<int>(biff::tableTotal(_parts.kept));
+}
+
+template <class CharT>
+const CharT* SheetImplT<CharT>::tableAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast,
+                                        int* headerRows, int* totalsRows) {
+    return guard<const CharT*>(nullptr, [&] {
+        if (index < 0) throw vlerror(biff::msg::indexOutOfRange);
+        const biff::TableFacts table = biff::tableAt(_parts.kept, static_cast<std::size_t>(index));
+        biff::giveRange(table.area, rowFirst, rowLast, colFirst, colLast);
+        biff::give(headerRows, table.headerRows);
+        biff::give(totalsRows, table.totalsRows);
+        return give(table.name);
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::groupRowRange(int rowFirst, int rowLast, bool collapsed) {
+    return change([&] {
+        const auto first = biff::checkedUpTo(rowFirst, lastRowOfAll, biff::msg::rowFirstRange);
+        const auto last = biff::checkedUpTo(rowLast, lastRowOfAll, biff::msg::rowLastRange);
+        if (first > last) throw vlerror(biff::msg::groupRowOrder);
+        biff::groupRows(_parts.rows, _parts.settings.guts, first, last, collapsed, !summaryBelow());
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::groupColumnRange(int colFirst, int colLast, bool collapsed) {
+    return change([&] {
+        const auto first = biff::checkedUpTo(colFirst, lastColOfAll, biff::msg::colFirstRange);
+        const auto last = biff::checkedUpTo(colLast, lastColOfAll, biff::msg::colLastRange);
+        if (first > last) throw vlerror(biff::msg::groupColOrder);
+        biff::groupColumns(_parts.columns, _parts.settings.guts, first, last, collapsed, !summaryRight(),
+                           defaultWidthUnits());
+    });
+}
+
+template class SheetImplT<char>;
+template class SheetImplT<wchar_t>;
+
+}  // namespace vellum
