@@ -296,7 +296,16 @@ int c_table_unmarshal_helper::takeInGroup(c_node& group, const ClassInfo& info) 
     return takeChild(group, info, static_cast<std::size_t>(token - token_first_name));
 }
 
-/// An element of a choice: selects its option. What was selected before gives way.
+namespace {
+
+/// The option that a schema adds to a choice for extensions, which files have beside a real one.
+bool isExtensions(const MemberInfo& member) {
+    return member.kind == Kind::raw && std::string_view(member.name) == "extLst";
+}
+
+}  // namespace
+
+/// An element of a choice: selects its option. What was selected before gives way; extensions are kept beside it.
 int c_table_unmarshal_helper::takeOption(c_node& object, const ClassInfo& info, std::size_t index) {
     const MemberInfo& member = info.elements[index];
     at(member, info);
@@ -312,6 +321,12 @@ int c_table_unmarshal_helper::takeOption(c_node& object, const ClassInfo& info, 
         return takeInGroup(*choice.node(), *member.type);
     }
     if (const int code = tooMany(member, choice.isset() ? 1 : 0)) return code;
+    if (choice.isset() && choice.option() != option) {
+        if (isExtensions(member)) return keepUnknown();
+        if (isExtensions(info.elements[static_cast<std::size_t>(choice.option() - 1)]) && _reader.keepsUnknown()) {
+            _object.makeExtras().elements.push_back({_slot, _ordinal, static_cast<c_raw_node&>(*choice.node())});
+        }
+    }
     if (member.spec != nullptr) {
         choice.select(option, makeBox(*member.spec));
         MemberInfo boxed = member;

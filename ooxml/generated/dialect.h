@@ -59,6 +59,7 @@ struct dialect<excelNormal_tag> {
         using c_CT_Col = ::sheet::c_CT_Col;
         using c_CT_Row = ::sheet::c_CT_Row;
         using c_CT_FilterColumn = ::sheet::c_CT_FilterColumn;
+        using c_CT_SortState = ::sheet::c_CT_SortState;
         using c_CT_MergeCell = ::sheet::c_CT_MergeCell;
         using c_CT_DataValidation = ::sheet::c_CT_DataValidation;
         using c_CT_Hyperlink = ::sheet::c_CT_Hyperlink;
@@ -71,6 +72,7 @@ struct dialect<excelNormal_tag> {
         using c_CT_Filters = ::sheet::c_CT_Filters;
         using c_CT_Top10 = ::sheet::c_CT_Top10;
         using c_CT_CustomFilters = ::sheet::c_CT_CustomFilters;
+        using c_CT_SortCondition = ::sheet::c_CT_SortCondition;
         using c_CT_CellFormula = ::sheet::c_CT_CellFormula;
         using c_CT_Rst = ::sheet::c_CT_Rst;
         using c_CT_Filter = ::sheet::c_CT_Filter;
@@ -216,6 +218,7 @@ struct dialect<excelStrict_tag> {
         using c_CT_Col = ::strict::c_CT_Col;
         using c_CT_Row = ::strict::c_CT_Row;
         using c_CT_FilterColumn = ::strict::c_CT_FilterColumn;
+        using c_CT_SortState = ::strict::c_CT_SortState;
         using c_CT_MergeCell = ::strict::c_CT_MergeCell;
         using c_CT_DataValidation = ::strict::c_CT_DataValidation;
         using c_CT_Hyperlink = ::strict::c_CT_Hyperlink;
@@ -228,6 +231,7 @@ struct dialect<excelStrict_tag> {
         using c_CT_Filters = ::strict::c_CT_Filters;
         using c_CT_Top10 = ::strict::c_CT_Top10;
         using c_CT_CustomFilters = ::strict::c_CT_CustomFilters;
+        using c_CT_SortCondition = ::strict::c_CT_SortCondition;
         using c_CT_CellFormula = ::strict::c_CT_CellFormula;
         using c_CT_Rst = ::strict::c_CT_Rst;
         using c_CT_Filter = ::strict::c_CT_Filter;

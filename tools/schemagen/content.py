@@ -65,11 +65,12 @@ def occurs(node):
 
 
 class ContentCompiler:
-    """Compiles complex types by name. `cut` decides which elements are kept raw, `amend` what is added."""
+    """Compiles complex types by name. `cut` decides which elements are kept raw, `amend` what is added, `narrow`
+    ("Type/attribute") which attributes are no prose though their type is."""
 
-    def __init__(self, schemas, simple, cut, amendments=()):
+    def __init__(self, schemas, simple, cut, amendments=(), narrow=()):
         self._schemas, self._simple, self._cut = schemas, simple, cut
-        self._amendments = amendments
+        self._amendments, self._narrow = amendments, frozenset(narrow)
         self._done = {}
 
     def is_complex(self, name):
@@ -79,8 +80,16 @@ class ContentCompiler:
     def type(self, name):
         if name not in self._done:
             component = self._schemas.find("types", name)
-            self._done[name] = self._amended(self._complex(component.node, component.document, name))
+            self._done[name] = self._narrowed(self._amended(self._complex(component.node, component.document, name)))
         return self._done[name]
+
+    def _narrowed(self, type_):
+        def held(attribute):
+            if f"{type_.name.local}/{attribute.name.local}" not in self._narrow:
+                return attribute
+            return replace(attribute, type=replace(attribute.type, atom="narrow"))
+
+        return replace(type_, attributes=tuple(held(a) for a in type_.attributes))
 
     def _complex(self, node, document, name):
         attributes, content, text, body = [], None, None, node

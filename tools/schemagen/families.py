@@ -60,7 +60,7 @@ def compile_family(entry, config, folder):
     cut = Cut(rules.get("raw", ()))
     amendments = [a for a in config.get("amend", ()) if a["dialect"] == entry.get("dialect")]
     simple = SimpleCompiler(schemas, **config.get("simple", {}))
-    content = ContentCompiler(schemas, simple, cut, amendments)
+    content = ContentCompiler(schemas, simple, cut, amendments, rules.get("narrow", ()))
     main = next(iter(root_elements(schemas, path))).ns
     text_class = QName(main, rules["text_class"]) if "text_class" in rules else None
     by_hand = {h["type"]: h["header"] for h in rules.get("by_hand", ())}

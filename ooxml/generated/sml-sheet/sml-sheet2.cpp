@@ -306,7 +306,7 @@ struct c_CT_AutoFilter::tables {
     };
     static constexpr bindery::MemberInfo elements[] = {
         {"filterColumn", 2, Kind::children, offsetof(c_CT_AutoFilter, _filterColumn), __LINE__, 0, unbounded, nullptr, &c_CT_FilterColumn::info},
-        {"sortState", 2, Kind::raw, offsetof(c_CT_AutoFilter, _sortState), __LINE__, 0, 1},
+        {"sortState", 2, Kind::child, offsetof(c_CT_AutoFilter, _sortState), __LINE__, 0, 1, nullptr, &c_CT_SortState::info},
         {"extLst", 2, Kind::raw, offsetof(c_CT_AutoFilter, _extLst), __LINE__, 0, 1},
     };
     static constexpr bindery::NameEntry elementNames[] = {
@@ -339,11 +339,11 @@ int c_CT_AutoFilter::unmarshal(bindery::c_xml_reader& reader, std::string_view n
 int c_CT_AutoFilter::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
     return bindery::marshalObject(writer, *this, info, name);
 }
-bindery::c_raw_node& c_CT_AutoFilter::sortState() { return _sortState.get(); }
-const bindery::c_raw_node& c_CT_AutoFilter::sortState() const { return orEmpty(find_sortState()); }
-void c_CT_AutoFilter::sortState(const bindery::c_raw_node& value) { _sortState.set(value); }
-bindery::c_raw_node* c_CT_AutoFilter::find_sortState() { return _sortState.getIf(); }
-const bindery::c_raw_node* c_CT_AutoFilter::find_sortState() const { return _sortState.getIf(); }
+c_CT_SortState& c_CT_AutoFilter::sortState() { return _sortState.get(); }
+const c_CT_SortState& c_CT_AutoFilter::sortState() const { return orEmpty(find_sortState()); }
+void c_CT_AutoFilter::sortState(const c_CT_SortState& value) { _sortState.set(value); }
+c_CT_SortState* c_CT_AutoFilter::find_sortState() { return _sortState.getIf(); }
+const c_CT_SortState* c_CT_AutoFilter::find_sortState() const { return _sortState.getIf(); }
 bindery::c_raw_node& c_CT_AutoFilter::extLst() { return _extLst.get(); }
 const bindery::c_raw_node& c_CT_AutoFilter::extLst() const { return orEmpty(find_extLst()); }
 void c_CT_AutoFilter::extLst(const bindery::c_raw_node& value) { _extLst.set(value); }
@@ -813,5 +813,71 @@ const bindery::c_raw_node& c_CT_IgnoredErrors::extLst() const { return orEmpty(f
 void c_CT_IgnoredErrors::extLst(const bindery::c_raw_node& value) { _extLst.set(value); }
 bindery::c_raw_node* c_CT_IgnoredErrors::find_extLst() { return _extLst.getIf(); }
 const bindery::c_raw_node* c_CT_IgnoredErrors::find_extLst() const { return _extLst.getIf(); }
+
+// c_CT_Drawing
+
+struct c_CT_Drawing::tables {
+    static constexpr bindery::MemberInfo attributes[] = {
+        {"id", 3, Kind::single, offsetof(c_CT_Drawing, _id), __LINE__, 1, 1, &spec::ST_RelationshipId},
+    };
+    static constexpr bindery::NameEntry attributeNames[] = {
+        entry(3, "id", 13),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_Drawing::info = {
+    .name = "c_CT_Drawing",
+    .sourceFile = "ooxml/sml-sheet2",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .attributeNames = tables::attributeNames,
+    .attributes = tables::attributes,
+    .create = bindery::makeNode<c_CT_Drawing>,
+};
+c_CT_Drawing::c_CT_Drawing() = default;
+c_CT_Drawing::c_CT_Drawing(const c_CT_Drawing&) = default;
+c_CT_Drawing& c_CT_Drawing::operator=(const c_CT_Drawing&) = default;
+c_CT_Drawing::~c_CT_Drawing() = default;
+c_CT_Drawing* c_CT_Drawing::clone() const { return ooxml::copyOf(*this); }
+int c_CT_Drawing::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_Drawing::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
+
+// c_CT_LegacyDrawing
+
+struct c_CT_LegacyDrawing::tables {
+    static constexpr bindery::MemberInfo attributes[] = {
+        {"id", 3, Kind::single, offsetof(c_CT_LegacyDrawing, _id), __LINE__, 1, 1, &spec::ST_RelationshipId},
+    };
+    static constexpr bindery::NameEntry attributeNames[] = {
+        entry(3, "id", 13),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_LegacyDrawing::info = {
+    .name = "c_CT_LegacyDrawing",
+    .sourceFile = "ooxml/sml-sheet2",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .attributeNames = tables::attributeNames,
+    .attributes = tables::attributes,
+    .create = bindery::makeNode<c_CT_LegacyDrawing>,
+};
+c_CT_LegacyDrawing::c_CT_LegacyDrawing() = default;
+c_CT_LegacyDrawing::c_CT_LegacyDrawing(const c_CT_LegacyDrawing&) = default;
+c_CT_LegacyDrawing& c_CT_LegacyDrawing::operator=(const c_CT_LegacyDrawing&) = default;
+c_CT_LegacyDrawing::~c_CT_LegacyDrawing() = default;
+c_CT_LegacyDrawing* c_CT_LegacyDrawing::clone() const { return ooxml::copyOf(*this); }
+int c_CT_LegacyDrawing::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_LegacyDrawing::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
 
 }  // namespace sheet

@@ -396,11 +396,11 @@ public:
     bool isset_filterColumn() const { return _filterColumn.isset(); }
     void unset_filterColumn() { _filterColumn.clear(); }
 
-    bindery::c_raw_node& sortState();
-    const bindery::c_raw_node& sortState() const;
-    void sortState(const bindery::c_raw_node& value);
-    bindery::c_raw_node* find_sortState();
-    const bindery::c_raw_node* find_sortState() const;
+    c_CT_SortState& sortState();
+    const c_CT_SortState& sortState() const;
+    void sortState(const c_CT_SortState& value);
+    c_CT_SortState* find_sortState();
+    const c_CT_SortState* find_sortState() const;
     bool isset_sortState() const { return _sortState.isset(); }
     void unset_sortState() { _sortState.unset(); }
 
@@ -418,7 +418,7 @@ private:
     struct tables;
     bindery::ct_simple_pod_optional<std::string> _ref;
     bindery::ct_non_pod_container<c_CT_FilterColumn> _filterColumn;
-    bindery::ct_child<bindery::c_raw_node> _sortState;
+    bindery::ct_child<c_CT_SortState> _sortState;
     bindery::ct_child<bindery::c_raw_node> _extLst;
 };
 
@@ -897,6 +897,48 @@ private:
     struct tables;
     bindery::ct_non_pod_container<c_CT_IgnoredError> _ignoredError;
     bindery::ct_child<bindery::c_raw_node> _extLst;
+};
+
+class c_CT_Drawing : public bindery::c_bound {
+public:
+    c_CT_Drawing();
+    c_CT_Drawing(const c_CT_Drawing&);
+    c_CT_Drawing& operator=(const c_CT_Drawing&);
+    ~c_CT_Drawing() override;
+    c_CT_Drawing* clone() const override;
+    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
+    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
+
+    const std::string& id() const { return _id.get(); }
+    void id(std::string value) { _id.set(std::move(value)); }
+    bool isset_id() const { return _id.isset(); }
+
+    static const bindery::ClassInfo info;
+
+private:
+    struct tables;
+    bindery::ct_simple_pod_single<std::string> _id;
+};
+
+class c_CT_LegacyDrawing : public bindery::c_bound {
+public:
+    c_CT_LegacyDrawing();
+    c_CT_LegacyDrawing(const c_CT_LegacyDrawing&);
+    c_CT_LegacyDrawing& operator=(const c_CT_LegacyDrawing&);
+    ~c_CT_LegacyDrawing() override;
+    c_CT_LegacyDrawing* clone() const override;
+    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
+    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
+
+    const std::string& id() const { return _id.get(); }
+    void id(std::string value) { _id.set(std::move(value)); }
+    bool isset_id() const { return _id.isset(); }
+
+    static const bindery::ClassInfo info;
+
+private:
+    struct tables;
+    bindery::ct_simple_pod_single<std::string> _id;
 };
 
 }  // namespace sheet

@@ -22,72 +22,6 @@ using ooxml::orEmpty;
 using ooxml::propertyAt;
 using ooxml::removeProperty;
 
-// c_CT_Drawing
-
-struct c_CT_Drawing::tables {
-    static constexpr bindery::MemberInfo attributes[] = {
-        {"id", 3, Kind::single, offsetof(c_CT_Drawing, _id), __LINE__, 1, 1, &spec::ST_RelationshipId},
-    };
-    static constexpr bindery::NameEntry attributeNames[] = {
-        entry(3, "id", 13),
-        bindery::endOfNames,
-    };
-};
-
-constinit const bindery::ClassInfo c_CT_Drawing::info = {
-    .name = "c_CT_Drawing",
-    .sourceFile = "ooxml/sml-sheet3",
-    .content = bindery::Content::children,
-    .mayBeEmpty = true,
-    .attributeNames = tables::attributeNames,
-    .attributes = tables::attributes,
-    .create = bindery::makeNode<c_CT_Drawing>,
-};
-c_CT_Drawing::c_CT_Drawing() = default;
-c_CT_Drawing::c_CT_Drawing(const c_CT_Drawing&) = default;
-c_CT_Drawing& c_CT_Drawing::operator=(const c_CT_Drawing&) = default;
-c_CT_Drawing::~c_CT_Drawing() = default;
-c_CT_Drawing* c_CT_Drawing::clone() const { return ooxml::copyOf(*this); }
-int c_CT_Drawing::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
-    return ooxml::unmarshalElement(reader, name, *this, info);
-}
-int c_CT_Drawing::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
-    return bindery::marshalObject(writer, *this, info, name);
-}
-
-// c_CT_LegacyDrawing
-
-struct c_CT_LegacyDrawing::tables {
-    static constexpr bindery::MemberInfo attributes[] = {
-        {"id", 3, Kind::single, offsetof(c_CT_LegacyDrawing, _id), __LINE__, 1, 1, &spec::ST_RelationshipId},
-    };
-    static constexpr bindery::NameEntry attributeNames[] = {
-        entry(3, "id", 13),
-        bindery::endOfNames,
-    };
-};
-
-constinit const bindery::ClassInfo c_CT_LegacyDrawing::info = {
-    .name = "c_CT_LegacyDrawing",
-    .sourceFile = "ooxml/sml-sheet3",
-    .content = bindery::Content::children,
-    .mayBeEmpty = true,
-    .attributeNames = tables::attributeNames,
-    .attributes = tables::attributes,
-    .create = bindery::makeNode<c_CT_LegacyDrawing>,
-};
-c_CT_LegacyDrawing::c_CT_LegacyDrawing() = default;
-c_CT_LegacyDrawing::c_CT_LegacyDrawing(const c_CT_LegacyDrawing&) = default;
-c_CT_LegacyDrawing& c_CT_LegacyDrawing::operator=(const c_CT_LegacyDrawing&) = default;
-c_CT_LegacyDrawing::~c_CT_LegacyDrawing() = default;
-c_CT_LegacyDrawing* c_CT_LegacyDrawing::clone() const { return ooxml::copyOf(*this); }
-int c_CT_LegacyDrawing::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
-    return ooxml::unmarshalElement(reader, name, *this, info);
-}
-int c_CT_LegacyDrawing::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
-    return bindery::marshalObject(writer, *this, info, name);
-}
-
 // c_CT_TableParts
 
 struct c_CT_TableParts::tables {
@@ -560,6 +494,65 @@ const bindery::c_raw_node& c_CT_FilterColumn::extLst() const { return orEmpty(fi
 void c_CT_FilterColumn::extLst(const bindery::c_raw_node& value) { _choice.get().extLst(value); }
 bindery::c_raw_node* c_CT_FilterColumn::find_extLst() { auto* inner = _choice.getIf(); return inner != nullptr ? inner->find_extLst() : nullptr; }
 const bindery::c_raw_node* c_CT_FilterColumn::find_extLst() const { auto* inner = _choice.getIf(); return inner != nullptr ? inner->find_extLst() : nullptr; }
+
+// c_CT_SortState
+
+struct c_CT_SortState::tables {
+    static constexpr bindery::MemberInfo attributes[] = {
+        {"columnSort", 1, Kind::optional, offsetof(c_CT_SortState, _columnSort), __LINE__, 0, 1, &spec::xsd_boolean},
+        {"caseSensitive", 1, Kind::optional, offsetof(c_CT_SortState, _caseSensitive), __LINE__, 0, 1, &spec::xsd_boolean},
+        {"sortMethod", 1, Kind::optional, offsetof(c_CT_SortState, _sortMethod), __LINE__, 0, 1, &spec::ST_SortMethod},
+        {"ref", 1, Kind::single, offsetof(c_CT_SortState, _ref), __LINE__, 1, 1, &spec::ST_Ref},
+    };
+    static constexpr bindery::NameEntry attributeNames[] = {
+        entry(1, "columnSort", 13),
+        entry(1, "caseSensitive", 14),
+        entry(1, "sortMethod", 15),
+        entry(1, "ref", 16),
+        bindery::endOfNames,
+    };
+    static constexpr bindery::MemberInfo elements[] = {
+        {"sortCondition", 2, Kind::children, offsetof(c_CT_SortState, _sortCondition), __LINE__, 0, 64, nullptr, &c_CT_SortCondition::info},
+        {"extLst", 2, Kind::raw, offsetof(c_CT_SortState, _extLst), __LINE__, 0, 1},
+    };
+    static constexpr bindery::NameEntry elementNames[] = {
+        entry(2, "sortCondition", 13),
+        entry(2, "extLst", 14),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_SortState::info = {
+    .name = "c_CT_SortState",
+    .sourceFile = "ooxml/sml-sheet3",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .attributeNames = tables::attributeNames,
+    .attributes = tables::attributes,
+    .elementNames = tables::elementNames,
+    .elements = tables::elements,
+    .create = bindery::makeNode<c_CT_SortState>,
+};
+c_CT_SortState::c_CT_SortState() = default;
+c_CT_SortState::c_CT_SortState(const c_CT_SortState&) = default;
+c_CT_SortState& c_CT_SortState::operator=(const c_CT_SortState&) = default;
+c_CT_SortState::~c_CT_SortState() = default;
+c_CT_SortState* c_CT_SortState::clone() const { return ooxml::copyOf(*this); }
+int c_CT_SortState::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_SortState::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
+const std::string& c_CT_SortState::sortMethod() const {
+    static const std::string absent = "none";
+    return _sortMethod.isset() ? _sortMethod.get() : absent;
+}
+bindery::c_raw_node& c_CT_SortState::extLst() { return _extLst.get(); }
+const bindery::c_raw_node& c_CT_SortState::extLst() const { return orEmpty(find_extLst()); }
+void c_CT_SortState::extLst(const bindery::c_raw_node& value) { _extLst.set(value); }
+bindery::c_raw_node* c_CT_SortState::find_extLst() { return _extLst.getIf(); }
+const bindery::c_raw_node* c_CT_SortState::find_extLst() const { return _extLst.getIf(); }
 
 // c_CT_MergeCell
 

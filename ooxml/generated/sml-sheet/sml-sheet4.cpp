@@ -153,6 +153,59 @@ int c_CT_CustomFilters::marshal(bindery::c_xml_writer& writer, std::string_view 
     return bindery::marshalObject(writer, *this, info, name);
 }
 
+// c_CT_SortCondition
+
+struct c_CT_SortCondition::tables {
+    static constexpr bindery::MemberInfo attributes[] = {
+        {"descending", 1, Kind::optional, offsetof(c_CT_SortCondition, _descending), __LINE__, 0, 1, &spec::xsd_boolean},
+        {"sortBy", 1, Kind::optional, offsetof(c_CT_SortCondition, _sortBy), __LINE__, 0, 1, &spec::ST_SortBy},
+        {"ref", 1, Kind::single, offsetof(c_CT_SortCondition, _ref), __LINE__, 1, 1, &spec::ST_Ref},
+        {"customList", 1, Kind::optional, offsetof(c_CT_SortCondition, _customList), __LINE__, 0, 1, &spec::ST_Xstring},
+        {"dxfId", 1, Kind::optional, offsetof(c_CT_SortCondition, _dxfId), __LINE__, 0, 1, &spec::ST_DxfId},
+        {"iconSet", 1, Kind::optional, offsetof(c_CT_SortCondition, _iconSet), __LINE__, 0, 1, &spec::ST_IconSetType},
+        {"iconId", 1, Kind::optional, offsetof(c_CT_SortCondition, _iconId), __LINE__, 0, 1, &spec::xsd_unsignedInt},
+    };
+    static constexpr bindery::NameEntry attributeNames[] = {
+        entry(1, "descending", 13),
+        entry(1, "sortBy", 14),
+        entry(1, "ref", 15),
+        entry(1, "customList", 16),
+        entry(1, "dxfId", 17),
+        entry(1, "iconSet", 18),
+        entry(1, "iconId", 19),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_SortCondition::info = {
+    .name = "c_CT_SortCondition",
+    .sourceFile = "ooxml/sml-sheet4",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .attributeNames = tables::attributeNames,
+    .attributes = tables::attributes,
+    .create = bindery::makeNode<c_CT_SortCondition>,
+};
+c_CT_SortCondition::c_CT_SortCondition() = default;
+c_CT_SortCondition::c_CT_SortCondition(const c_CT_SortCondition&) = default;
+c_CT_SortCondition& c_CT_SortCondition::operator=(const c_CT_SortCondition&) = default;
+c_CT_SortCondition::~c_CT_SortCondition() = default;
+c_CT_SortCondition* c_CT_SortCondition::clone() const { return ooxml::copyOf(*this); }
+int c_CT_SortCondition::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_SortCondition::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
+const std::string& c_CT_SortCondition::sortBy() const {
+    static const std::string absent = "value";
+    return _sortBy.isset() ? _sortBy.get() : absent;
+}
+const std::string& c_CT_SortCondition::iconSet() const {
+    static const std::string absent = "3Arrows";
+    return _iconSet.isset() ? _iconSet.get() : absent;
+}
+
 // c_CT_CellFormula
 
 struct c_CT_CellFormula::tables {
@@ -267,7 +320,7 @@ const bindery::c_raw_node* c_CT_Rst::find_phoneticPr() const { return _phoneticP
 
 struct c_CT_Filter::tables {
     static constexpr bindery::MemberInfo attributes[] = {
-        {"val", 1, Kind::optional, offsetof(c_CT_Filter, _val), __LINE__, 0, 1, &spec::ST_Xstring},
+        {"val", 1, Kind::optional, offsetof(c_CT_Filter, _val), __LINE__, 0, 1, &spec::ST_Xstring_2},
     };
     static constexpr bindery::NameEntry attributeNames[] = {
         entry(1, "val", 13),
@@ -301,7 +354,7 @@ int c_CT_Filter::marshal(bindery::c_xml_writer& writer, std::string_view name) c
 struct c_CT_CustomFilter::tables {
     static constexpr bindery::MemberInfo attributes[] = {
         {"operator", 1, Kind::optional, offsetof(c_CT_CustomFilter, _operator_), __LINE__, 0, 1, &spec::ST_FilterOperator},
-        {"val", 1, Kind::optional, offsetof(c_CT_CustomFilter, _val), __LINE__, 0, 1, &spec::ST_Xstring},
+        {"val", 1, Kind::optional, offsetof(c_CT_CustomFilter, _val), __LINE__, 0, 1, &spec::ST_Xstring_2},
     };
     static constexpr bindery::NameEntry attributeNames[] = {
         entry(1, "operator", 13),
@@ -1284,50 +1337,5 @@ int c_CT_CellStyles::unmarshal(bindery::c_xml_reader& reader, std::string_view n
 int c_CT_CellStyles::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
     return bindery::marshalObject(writer, *this, info, name);
 }
-
-// c_CT_Colors
-
-struct c_CT_Colors::tables {
-    static constexpr bindery::MemberInfo elements[] = {
-        {"indexedColors", 2, Kind::child, offsetof(c_CT_Colors, _indexedColors), __LINE__, 0, 1, nullptr, &c_CT_IndexedColors::info},
-        {"mruColors", 2, Kind::raw, offsetof(c_CT_Colors, _mruColors), __LINE__, 0, 1},
-    };
-    static constexpr bindery::NameEntry elementNames[] = {
-        entry(2, "indexedColors", 13),
-        entry(2, "mruColors", 14),
-        bindery::endOfNames,
-    };
-};
-
-constinit const bindery::ClassInfo c_CT_Colors::info = {
-    .name = "c_CT_Colors",
-    .sourceFile = "ooxml/sml-sheet4",
-    .content = bindery::Content::children,
-    .mayBeEmpty = true,
-    .elementNames = tables::elementNames,
-    .elements = tables::elements,
-    .create = bindery::makeNode<c_CT_Colors>,
-};
-c_CT_Colors::c_CT_Colors() = default;
-c_CT_Colors::c_CT_Colors(const c_CT_Colors&) = default;
-c_CT_Colors& c_CT_Colors::operator=(const c_CT_Colors&) = default;
-c_CT_Colors::~c_CT_Colors() = default;
-c_CT_Colors* c_CT_Colors::clone() const { return ooxml::copyOf(*this); }
-int c_CT_Colors::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
-    return ooxml::unmarshalElement(reader, name, *this, info);
-}
-int c_CT_Colors::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
-    return bindery::marshalObject(writer, *this, info, name);
-}
-c_CT_IndexedColors& c_CT_Colors::indexedColors() { return _indexedColors.get(); }
-const c_CT_IndexedColors& c_CT_Colors::indexedColors() const { return orEmpty(find_indexedColors()); }
-void c_CT_Colors::indexedColors(const c_CT_IndexedColors& value) { _indexedColors.set(value); }
-c_CT_IndexedColors* c_CT_Colors::find_indexedColors() { return _indexedColors.getIf(); }
-const c_CT_IndexedColors* c_CT_Colors::find_indexedColors() const { return _indexedColors.getIf(); }
-bindery::c_raw_node& c_CT_Colors::mruColors() { return _mruColors.get(); }
-const bindery::c_raw_node& c_CT_Colors::mruColors() const { return orEmpty(find_mruColors()); }
-void c_CT_Colors::mruColors(const bindery::c_raw_node& value) { _mruColors.set(value); }
-bindery::c_raw_node* c_CT_Colors::find_mruColors() { return _mruColors.getIf(); }
-const bindery::c_raw_node* c_CT_Colors::find_mruColors() const { return _mruColors.getIf(); }
 
 }  // namespace sheet

@@ -122,6 +122,63 @@ private:
     bindery::ct_non_pod_container<c_CT_CustomFilter> _customFilter;
 };
 
+class c_CT_SortCondition : public bindery::c_bound {
+public:
+    c_CT_SortCondition();
+    c_CT_SortCondition(const c_CT_SortCondition&);
+    c_CT_SortCondition& operator=(const c_CT_SortCondition&);
+    ~c_CT_SortCondition() override;
+    c_CT_SortCondition* clone() const override;
+    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
+    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
+
+    bool descending() const { return _descending.get(); }
+    void descending(bool value) { _descending.set(value); }
+    bool isset_descending() const { return _descending.isset(); }
+    void unset_descending() { _descending.unset(); }
+
+    const std::string& sortBy() const;
+    void sortBy(std::string value) { _sortBy.set(std::move(value)); }
+    bool isset_sortBy() const { return _sortBy.isset(); }
+    void unset_sortBy() { _sortBy.unset(); }
+
+    const std::string& ref() const { return _ref.get(); }
+    void ref(std::string value) { _ref.set(std::move(value)); }
+    bool isset_ref() const { return _ref.isset(); }
+
+    const std::wstring& customList() const { return _customList.get(); }
+    void customList(std::wstring value) { _customList.set(std::move(value)); }
+    bool isset_customList() const { return _customList.isset(); }
+    void unset_customList() { _customList.unset(); }
+
+    unsigned int dxfId() const { return _dxfId.get(); }
+    void dxfId(unsigned int value) { _dxfId.set(value); }
+    bool isset_dxfId() const { return _dxfId.isset(); }
+    void unset_dxfId() { _dxfId.unset(); }
+
+    const std::string& iconSet() const;
+    void iconSet(std::string value) { _iconSet.set(std::move(value)); }
+    bool isset_iconSet() const { return _iconSet.isset(); }
+    void unset_iconSet() { _iconSet.unset(); }
+
+    unsigned int iconId() const { return _iconId.get(); }
+    void iconId(unsigned int value) { _iconId.set(value); }
+    bool isset_iconId() const { return _iconId.isset(); }
+    void unset_iconId() { _iconId.unset(); }
+
+    static const bindery::ClassInfo info;
+
+private:
+    struct tables;
+    bindery::ct_simple_pod_optional<bool> _descending;
+    bindery::ct_simple_pod_optional<std::string> _sortBy;
+    bindery::ct_simple_pod_single<std::string> _ref;
+    bindery::ct_simple_pod_optional<std::wstring> _customList;
+    bindery::ct_simple_pod_optional<unsigned int> _dxfId;
+    bindery::ct_simple_pod_optional<std::string> _iconSet;
+    bindery::ct_simple_pod_optional<unsigned int> _iconId;
+};
+
 class c_CT_CellFormula : public bindery::c_bound {
 public:
     c_CT_CellFormula();
@@ -272,8 +329,8 @@ public:
     int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
     int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
 
-    const std::wstring& val() const { return _val.get(); }
-    void val(std::wstring value) { _val.set(std::move(value)); }
+    const std::string& val() const { return _val.get(); }
+    void val(std::string value) { _val.set(std::move(value)); }
     bool isset_val() const { return _val.isset(); }
     void unset_val() { _val.unset(); }
 
@@ -281,7 +338,7 @@ public:
 
 private:
     struct tables;
-    bindery::ct_simple_pod_optional<std::wstring> _val;
+    bindery::ct_simple_pod_optional<std::string> _val;
 };
 
 class c_CT_CustomFilter : public bindery::c_bound {
@@ -299,8 +356,8 @@ public:
     bool isset_operator_() const { return _operator_.isset(); }
     void unset_operator_() { _operator_.unset(); }
 
-    const std::wstring& val() const { return _val.get(); }
-    void val(std::wstring value) { _val.set(std::move(value)); }
+    const std::string& val() const { return _val.get(); }
+    void val(std::string value) { _val.set(std::move(value)); }
     bool isset_val() const { return _val.isset(); }
     void unset_val() { _val.unset(); }
 
@@ -309,7 +366,7 @@ public:
 private:
     struct tables;
     bindery::ct_simple_pod_optional<std::string> _operator_;
-    bindery::ct_simple_pod_optional<std::wstring> _val;
+    bindery::ct_simple_pod_optional<std::string> _val;
 };
 
 class c_CT_RElt : public bindery::c_bound {
@@ -1070,40 +1127,6 @@ private:
     struct tables;
     bindery::ct_simple_pod_optional<unsigned int> _count;
     bindery::ct_non_pod_container<c_CT_CellStyle> _cellStyle;
-};
-
-class c_CT_Colors : public bindery::c_bound {
-public:
-    c_CT_Colors();
-    c_CT_Colors(const c_CT_Colors&);
-    c_CT_Colors& operator=(const c_CT_Colors&);
-    ~c_CT_Colors() override;
-    c_CT_Colors* clone() const override;
-    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
-    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
-
-    c_CT_IndexedColors& indexedColors();
-    const c_CT_IndexedColors& indexedColors() const;
-    void indexedColors(const c_CT_IndexedColors& value);
-    c_CT_IndexedColors* find_indexedColors();
-    const c_CT_IndexedColors* find_indexedColors() const;
-    bool isset_indexedColors() const { return _indexedColors.isset(); }
-    void unset_indexedColors() { _indexedColors.unset(); }
-
-    bindery::c_raw_node& mruColors();
-    const bindery::c_raw_node& mruColors() const;
-    void mruColors(const bindery::c_raw_node& value);
-    bindery::c_raw_node* find_mruColors();
-    const bindery::c_raw_node* find_mruColors() const;
-    bool isset_mruColors() const { return _mruColors.isset(); }
-    void unset_mruColors() { _mruColors.unset(); }
-
-    static const bindery::ClassInfo info;
-
-private:
-    struct tables;
-    bindery::ct_child<c_CT_IndexedColors> _indexedColors;
-    bindery::ct_child<bindery::c_raw_node> _mruColors;
 };
 
 }  // namespace sheet

@@ -22,6 +22,51 @@ using ooxml::orEmpty;
 using ooxml::propertyAt;
 using ooxml::removeProperty;
 
+// c_CT_Colors
+
+struct c_CT_Colors::tables {
+    static constexpr bindery::MemberInfo elements[] = {
+        {"indexedColors", 2, Kind::child, offsetof(c_CT_Colors, _indexedColors), __LINE__, 0, 1, nullptr, &c_CT_IndexedColors::info},
+        {"mruColors", 2, Kind::raw, offsetof(c_CT_Colors, _mruColors), __LINE__, 0, 1},
+    };
+    static constexpr bindery::NameEntry elementNames[] = {
+        entry(2, "indexedColors", 13),
+        entry(2, "mruColors", 14),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_Colors::info = {
+    .name = "c_CT_Colors",
+    .sourceFile = "ooxml/sml-sheet5",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .elementNames = tables::elementNames,
+    .elements = tables::elements,
+    .create = bindery::makeNode<c_CT_Colors>,
+};
+c_CT_Colors::c_CT_Colors() = default;
+c_CT_Colors::c_CT_Colors(const c_CT_Colors&) = default;
+c_CT_Colors& c_CT_Colors::operator=(const c_CT_Colors&) = default;
+c_CT_Colors::~c_CT_Colors() = default;
+c_CT_Colors* c_CT_Colors::clone() const { return ooxml::copyOf(*this); }
+int c_CT_Colors::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_Colors::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
+c_CT_IndexedColors& c_CT_Colors::indexedColors() { return _indexedColors.get(); }
+const c_CT_IndexedColors& c_CT_Colors::indexedColors() const { return orEmpty(find_indexedColors()); }
+void c_CT_Colors::indexedColors(const c_CT_IndexedColors& value) { _indexedColors.set(value); }
+c_CT_IndexedColors* c_CT_Colors::find_indexedColors() { return _indexedColors.getIf(); }
+const c_CT_IndexedColors* c_CT_Colors::find_indexedColors() const { return _indexedColors.getIf(); }
+bindery::c_raw_node& c_CT_Colors::mruColors() { return _mruColors.get(); }
+const bindery::c_raw_node& c_CT_Colors::mruColors() const { return orEmpty(find_mruColors()); }
+void c_CT_Colors::mruColors(const bindery::c_raw_node& value) { _mruColors.set(value); }
+bindery::c_raw_node* c_CT_Colors::find_mruColors() { return _mruColors.getIf(); }
+const bindery::c_raw_node* c_CT_Colors::find_mruColors() const { return _mruColors.getIf(); }
+
 // c_CT_NumFmt
 
 struct c_CT_NumFmt::tables {

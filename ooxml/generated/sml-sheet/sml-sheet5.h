@@ -15,6 +15,40 @@
 
 namespace sheet {
 
+class c_CT_Colors : public bindery::c_bound {
+public:
+    c_CT_Colors();
+    c_CT_Colors(const c_CT_Colors&);
+    c_CT_Colors& operator=(const c_CT_Colors&);
+    ~c_CT_Colors() override;
+    c_CT_Colors* clone() const override;
+    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
+    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
+
+    c_CT_IndexedColors& indexedColors();
+    const c_CT_IndexedColors& indexedColors() const;
+    void indexedColors(const c_CT_IndexedColors& value);
+    c_CT_IndexedColors* find_indexedColors();
+    const c_CT_IndexedColors* find_indexedColors() const;
+    bool isset_indexedColors() const { return _indexedColors.isset(); }
+    void unset_indexedColors() { _indexedColors.unset(); }
+
+    bindery::c_raw_node& mruColors();
+    const bindery::c_raw_node& mruColors() const;
+    void mruColors(const bindery::c_raw_node& value);
+    bindery::c_raw_node* find_mruColors();
+    const bindery::c_raw_node* find_mruColors() const;
+    bool isset_mruColors() const { return _mruColors.isset(); }
+    void unset_mruColors() { _mruColors.unset(); }
+
+    static const bindery::ClassInfo info;
+
+private:
+    struct tables;
+    bindery::ct_child<c_CT_IndexedColors> _indexedColors;
+    bindery::ct_child<bindery::c_raw_node> _mruColors;
+};
+
 class c_CT_NumFmt : public bindery::c_bound {
 public:
     c_CT_NumFmt();

@@ -73,6 +73,10 @@ inline constexpr std::string_view ST_SheetViewType_texts[] = {
 };
 inline constexpr bindery::ValueSpec ST_SheetViewType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_SheetViewType_texts});
 inline constexpr bindery::ValueSpec ST_CellRef = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve);
+inline constexpr std::string_view ST_SortMethod_texts[] = {
+    "stroke", "pinYin", "none",
+};
+inline constexpr bindery::ValueSpec ST_SortMethod = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_SortMethod_texts});
 inline constexpr std::string_view ST_DataValidationType_texts[] = {
     "none", "whole", "decimal", "list", "date", "time", "textLength", "custom",
 };
@@ -105,10 +109,22 @@ inline constexpr std::string_view ST_CalendarType_texts[] = {
     "korea", "saka", "gregorianXlitEnglish", "gregorianXlitFrench", "none",
 };
 inline constexpr bindery::ValueSpec ST_CalendarType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_CalendarType_texts});
+inline constexpr std::string_view ST_SortBy_texts[] = {
+    "value", "cellColor", "fontColor", "icon",
+};
+inline constexpr bindery::ValueSpec ST_SortBy = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_SortBy_texts});
+inline constexpr bindery::ValueSpec ST_DxfId = bindery::valueSpec(bindery::Atomic::uint32, bindery::Whitespace::collapse);
+inline constexpr std::string_view ST_IconSetType_texts[] = {
+    "3Arrows", "3ArrowsGray", "3Flags", "3TrafficLights1", "3TrafficLights2", "3Signs", "3Symbols", "3Symbols2",
+    "4Arrows", "4ArrowsGray", "4RedToBlack", "4Rating", "4TrafficLights", "5Arrows", "5ArrowsGray", "5Rating",
+    "5Quarters",
+};
+inline constexpr bindery::ValueSpec ST_IconSetType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_IconSetType_texts});
 inline constexpr std::string_view ST_CellFormulaType_texts[] = {
     "normal", "array", "dataTable", "shared",
 };
 inline constexpr bindery::ValueSpec ST_CellFormulaType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_CellFormulaType_texts});
+inline constexpr bindery::ValueSpec ST_Xstring_2 = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve);
 inline constexpr std::string_view ST_FilterOperator_texts[] = {
     "equal", "lessThan", "lessThanOrEqual", "notEqual", "greaterThanOrEqual", "greaterThan",
 };
@@ -155,7 +171,6 @@ inline constexpr std::string_view ST_TableType_texts[] = {
     "worksheet", "xml", "queryTable",
 };
 inline constexpr bindery::ValueSpec ST_TableType = bindery::valueSpec(bindery::Atomic::narrow, bindery::Whitespace::preserve, {.enumeration = ST_TableType_texts});
-inline constexpr bindery::ValueSpec ST_DxfId = bindery::valueSpec(bindery::Atomic::uint32, bindery::Whitespace::collapse);
 inline constinit const bindery::c_regex ST_Guid_pattern0("\\{[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\}");
 inline constexpr const bindery::c_regex* ST_Guid_patterns[] = {&ST_Guid_pattern0};
 inline constexpr bindery::Facets ST_Guid_facets = {.patterns = ST_Guid_patterns};

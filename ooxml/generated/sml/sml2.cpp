@@ -306,7 +306,7 @@ struct c_CT_AutoFilter::tables {
     };
     static constexpr bindery::MemberInfo elements[] = {
         {"filterColumn", 2, Kind::children, offsetof(c_CT_AutoFilter, _filterColumn), __LINE__, 0, unbounded, nullptr, &c_CT_FilterColumn::info},
-        {"sortState", 2, Kind::raw, offsetof(c_CT_AutoFilter, _sortState), __LINE__, 0, 1},
+        {"sortState", 2, Kind::child, offsetof(c_CT_AutoFilter, _sortState), __LINE__, 0, 1, nullptr, &c_CT_SortState::info},
         {"extLst", 2, Kind::raw, offsetof(c_CT_AutoFilter, _extLst), __LINE__, 0, 1},
     };
     static constexpr bindery::NameEntry elementNames[] = {
@@ -339,11 +339,11 @@ int c_CT_AutoFilter::unmarshal(bindery::c_xml_reader& reader, std::string_view n
 int c_CT_AutoFilter::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
     return bindery::marshalObject(writer, *this, info, name);
 }
-bindery::c_raw_node& c_CT_AutoFilter::sortState() { return _sortState.get(); }
-const bindery::c_raw_node& c_CT_AutoFilter::sortState() const { return orEmpty(find_sortState()); }
-void c_CT_AutoFilter::sortState(const bindery::c_raw_node& value) { _sortState.set(value); }
-bindery::c_raw_node* c_CT_AutoFilter::find_sortState() { return _sortState.getIf(); }
-const bindery::c_raw_node* c_CT_AutoFilter::find_sortState() const { return _sortState.getIf(); }
+c_CT_SortState& c_CT_AutoFilter::sortState() { return _sortState.get(); }
+const c_CT_SortState& c_CT_AutoFilter::sortState() const { return orEmpty(find_sortState()); }
+void c_CT_AutoFilter::sortState(const c_CT_SortState& value) { _sortState.set(value); }
+c_CT_SortState* c_CT_AutoFilter::find_sortState() { return _sortState.getIf(); }
+const c_CT_SortState* c_CT_AutoFilter::find_sortState() const { return _sortState.getIf(); }
 bindery::c_raw_node& c_CT_AutoFilter::extLst() { return _extLst.get(); }
 const bindery::c_raw_node& c_CT_AutoFilter::extLst() const { return orEmpty(find_extLst()); }
 void c_CT_AutoFilter::extLst(const bindery::c_raw_node& value) { _extLst.set(value); }
@@ -919,6 +919,47 @@ int c_CT_TableParts::unmarshal(bindery::c_xml_reader& reader, std::string_view n
     return ooxml::unmarshalElement(reader, name, *this, info);
 }
 int c_CT_TableParts::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
+
+// c_CT_Color
+
+struct c_CT_Color::tables {
+    static constexpr bindery::MemberInfo attributes[] = {
+        {"auto", 1, Kind::optional, offsetof(c_CT_Color, _auto_), __LINE__, 0, 1, &spec::xsd_boolean},
+        {"indexed", 1, Kind::optional, offsetof(c_CT_Color, _indexed), __LINE__, 0, 1, &spec::xsd_unsignedInt},
+        {"rgb", 1, Kind::optional, offsetof(c_CT_Color, _rgb), __LINE__, 0, 1, &spec::ST_UnsignedIntHex},
+        {"theme", 1, Kind::optional, offsetof(c_CT_Color, _theme), __LINE__, 0, 1, &spec::xsd_unsignedInt},
+        {"tint", 1, Kind::optional, offsetof(c_CT_Color, _tint), __LINE__, 0, 1, &spec::xsd_double},
+    };
+    static constexpr bindery::NameEntry attributeNames[] = {
+        entry(1, "auto", 13),
+        entry(1, "indexed", 14),
+        entry(1, "rgb", 15),
+        entry(1, "theme", 16),
+        entry(1, "tint", 17),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_Color::info = {
+    .name = "c_CT_Color",
+    .sourceFile = "ooxml/sml2",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .attributeNames = tables::attributeNames,
+    .attributes = tables::attributes,
+    .create = bindery::makeNode<c_CT_Color>,
+};
+c_CT_Color::c_CT_Color() = default;
+c_CT_Color::c_CT_Color(const c_CT_Color&) = default;
+c_CT_Color& c_CT_Color::operator=(const c_CT_Color&) = default;
+c_CT_Color::~c_CT_Color() = default;
+c_CT_Color* c_CT_Color::clone() const { return ooxml::copyOf(*this); }
+int c_CT_Color::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_Color::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
     return bindery::marshalObject(writer, *this, info, name);
 }
 

@@ -396,11 +396,11 @@ public:
     bool isset_filterColumn() const { return _filterColumn.isset(); }
     void unset_filterColumn() { _filterColumn.clear(); }
 
-    bindery::c_raw_node& sortState();
-    const bindery::c_raw_node& sortState() const;
-    void sortState(const bindery::c_raw_node& value);
-    bindery::c_raw_node* find_sortState();
-    const bindery::c_raw_node* find_sortState() const;
+    c_CT_SortState& sortState();
+    const c_CT_SortState& sortState() const;
+    void sortState(const c_CT_SortState& value);
+    c_CT_SortState* find_sortState();
+    const c_CT_SortState* find_sortState() const;
     bool isset_sortState() const { return _sortState.isset(); }
     void unset_sortState() { _sortState.unset(); }
 
@@ -418,7 +418,7 @@ private:
     struct tables;
     bindery::ct_simple_pod_optional<std::string> _ref;
     bindery::ct_non_pod_container<c_CT_FilterColumn> _filterColumn;
-    bindery::ct_child<bindery::c_raw_node> _sortState;
+    bindery::ct_child<c_CT_SortState> _sortState;
     bindery::ct_child<bindery::c_raw_node> _extLst;
 };
 
@@ -967,6 +967,52 @@ private:
     struct tables;
     bindery::ct_simple_pod_optional<unsigned int> _count;
     bindery::ct_non_pod_container<c_CT_TablePart> _tablePart;
+};
+
+class c_CT_Color : public bindery::c_bound {
+public:
+    c_CT_Color();
+    c_CT_Color(const c_CT_Color&);
+    c_CT_Color& operator=(const c_CT_Color&);
+    ~c_CT_Color() override;
+    c_CT_Color* clone() const override;
+    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
+    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
+
+    bool auto_() const { return _auto_.get(); }
+    void auto_(bool value) { _auto_.set(value); }
+    bool isset_auto_() const { return _auto_.isset(); }
+    void unset_auto_() { _auto_.unset(); }
+
+    unsigned int indexed() const { return _indexed.get(); }
+    void indexed(unsigned int value) { _indexed.set(value); }
+    bool isset_indexed() const { return _indexed.isset(); }
+    void unset_indexed() { _indexed.unset(); }
+
+    const bindery::c_binary& rgb() const { return _rgb.get(); }
+    void rgb(bindery::c_binary value) { _rgb.set(std::move(value)); }
+    bool isset_rgb() const { return _rgb.isset(); }
+    void unset_rgb() { _rgb.unset(); }
+
+    unsigned int theme() const { return _theme.get(); }
+    void theme(unsigned int value) { _theme.set(value); }
+    bool isset_theme() const { return _theme.isset(); }
+    void unset_theme() { _theme.unset(); }
+
+    double tint() const { return _tint.get(); }
+    void tint(double value) { _tint.set(value); }
+    bool isset_tint() const { return _tint.isset(); }
+    void unset_tint() { _tint.unset(); }
+
+    static const bindery::ClassInfo info;
+
+private:
+    struct tables;
+    bindery::ct_simple_pod_optional<bool> _auto_;
+    bindery::ct_simple_pod_optional<unsigned int> _indexed;
+    bindery::ct_simple_pod_optional<bindery::c_binary> _rgb;
+    bindery::ct_simple_pod_optional<unsigned int> _theme;
+    bindery::ct_simple_pod_optional<double> _tint;
 };
 
 }  // namespace strict

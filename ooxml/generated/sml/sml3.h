@@ -15,52 +15,6 @@
 
 namespace strict {
 
-class c_CT_Color : public bindery::c_bound {
-public:
-    c_CT_Color();
-    c_CT_Color(const c_CT_Color&);
-    c_CT_Color& operator=(const c_CT_Color&);
-    ~c_CT_Color() override;
-    c_CT_Color* clone() const override;
-    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
-    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
-
-    bool auto_() const { return _auto_.get(); }
-    void auto_(bool value) { _auto_.set(value); }
-    bool isset_auto_() const { return _auto_.isset(); }
-    void unset_auto_() { _auto_.unset(); }
-
-    unsigned int indexed() const { return _indexed.get(); }
-    void indexed(unsigned int value) { _indexed.set(value); }
-    bool isset_indexed() const { return _indexed.isset(); }
-    void unset_indexed() { _indexed.unset(); }
-
-    const bindery::c_binary& rgb() const { return _rgb.get(); }
-    void rgb(bindery::c_binary value) { _rgb.set(std::move(value)); }
-    bool isset_rgb() const { return _rgb.isset(); }
-    void unset_rgb() { _rgb.unset(); }
-
-    unsigned int theme() const { return _theme.get(); }
-    void theme(unsigned int value) { _theme.set(value); }
-    bool isset_theme() const { return _theme.isset(); }
-    void unset_theme() { _theme.unset(); }
-
-    double tint() const { return _tint.get(); }
-    void tint(double value) { _tint.set(value); }
-    bool isset_tint() const { return _tint.isset(); }
-    void unset_tint() { _tint.unset(); }
-
-    static const bindery::ClassInfo info;
-
-private:
-    struct tables;
-    bindery::ct_simple_pod_optional<bool> _auto_;
-    bindery::ct_simple_pod_optional<unsigned int> _indexed;
-    bindery::ct_simple_pod_optional<bindery::c_binary> _rgb;
-    bindery::ct_simple_pod_optional<unsigned int> _theme;
-    bindery::ct_simple_pod_optional<double> _tint;
-};
-
 class c_CT_OutlinePr : public bindery::c_bound {
 public:
     c_CT_OutlinePr();
@@ -526,6 +480,60 @@ private:
     bindery::ct_simple_pod_optional<bool> _hiddenButton;
     bindery::ct_simple_pod_optional<bool> _showButton;
     bindery::ct_child<c_inner_CT_FilterColumn> _choice;
+};
+
+class c_CT_SortState : public bindery::c_bound {
+public:
+    c_CT_SortState();
+    c_CT_SortState(const c_CT_SortState&);
+    c_CT_SortState& operator=(const c_CT_SortState&);
+    ~c_CT_SortState() override;
+    c_CT_SortState* clone() const override;
+    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
+    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
+
+    bool columnSort() const { return _columnSort.get(); }
+    void columnSort(bool value) { _columnSort.set(value); }
+    bool isset_columnSort() const { return _columnSort.isset(); }
+    void unset_columnSort() { _columnSort.unset(); }
+
+    bool caseSensitive() const { return _caseSensitive.get(); }
+    void caseSensitive(bool value) { _caseSensitive.set(value); }
+    bool isset_caseSensitive() const { return _caseSensitive.isset(); }
+    void unset_caseSensitive() { _caseSensitive.unset(); }
+
+    const std::string& sortMethod() const;
+    void sortMethod(std::string value) { _sortMethod.set(std::move(value)); }
+    bool isset_sortMethod() const { return _sortMethod.isset(); }
+    void unset_sortMethod() { _sortMethod.unset(); }
+
+    const std::string& ref() const { return _ref.get(); }
+    void ref(std::string value) { _ref.set(std::move(value)); }
+    bool isset_ref() const { return _ref.isset(); }
+
+    bindery::ct_non_pod_container<c_CT_SortCondition>& sortCondition() { return _sortCondition; }
+    const bindery::ct_non_pod_container<c_CT_SortCondition>& sortCondition() const { return _sortCondition; }
+    bool isset_sortCondition() const { return _sortCondition.isset(); }
+    void unset_sortCondition() { _sortCondition.clear(); }
+
+    bindery::c_raw_node& extLst();
+    const bindery::c_raw_node& extLst() const;
+    void extLst(const bindery::c_raw_node& value);
+    bindery::c_raw_node* find_extLst();
+    const bindery::c_raw_node* find_extLst() const;
+    bool isset_extLst() const { return _extLst.isset(); }
+    void unset_extLst() { _extLst.unset(); }
+
+    static const bindery::ClassInfo info;
+
+private:
+    struct tables;
+    bindery::ct_simple_pod_optional<bool> _columnSort;
+    bindery::ct_simple_pod_optional<bool> _caseSensitive;
+    bindery::ct_simple_pod_optional<std::string> _sortMethod;
+    bindery::ct_simple_pod_single<std::string> _ref;
+    bindery::ct_non_pod_container<c_CT_SortCondition> _sortCondition;
+    bindery::ct_child<bindery::c_raw_node> _extLst;
 };
 
 class c_CT_MergeCell : public bindery::c_bound {

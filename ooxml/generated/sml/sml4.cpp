@@ -64,6 +64,59 @@ int c_CT_CustomFilters::marshal(bindery::c_xml_writer& writer, std::string_view 
     return bindery::marshalObject(writer, *this, info, name);
 }
 
+// c_CT_SortCondition
+
+struct c_CT_SortCondition::tables {
+    static constexpr bindery::MemberInfo attributes[] = {
+        {"descending", 1, Kind::optional, offsetof(c_CT_SortCondition, _descending), __LINE__, 0, 1, &spec::xsd_boolean},
+        {"sortBy", 1, Kind::optional, offsetof(c_CT_SortCondition, _sortBy), __LINE__, 0, 1, &spec::ST_SortBy},
+        {"ref", 1, Kind::single, offsetof(c_CT_SortCondition, _ref), __LINE__, 1, 1, &spec::ST_Ref},
+        {"customList", 1, Kind::optional, offsetof(c_CT_SortCondition, _customList), __LINE__, 0, 1, &spec::ST_Xstring},
+        {"dxfId", 1, Kind::optional, offsetof(c_CT_SortCondition, _dxfId), __LINE__, 0, 1, &spec::ST_DxfId},
+        {"iconSet", 1, Kind::optional, offsetof(c_CT_SortCondition, _iconSet), __LINE__, 0, 1, &spec::ST_IconSetType},
+        {"iconId", 1, Kind::optional, offsetof(c_CT_SortCondition, _iconId), __LINE__, 0, 1, &spec::xsd_unsignedInt},
+    };
+    static constexpr bindery::NameEntry attributeNames[] = {
+        entry(1, "descending", 13),
+        entry(1, "sortBy", 14),
+        entry(1, "ref", 15),
+        entry(1, "customList", 16),
+        entry(1, "dxfId", 17),
+        entry(1, "iconSet", 18),
+        entry(1, "iconId", 19),
+        bindery::endOfNames,
+    };
+};
+
+constinit const bindery::ClassInfo c_CT_SortCondition::info = {
+    .name = "c_CT_SortCondition",
+    .sourceFile = "ooxml/sml4",
+    .content = bindery::Content::children,
+    .mayBeEmpty = true,
+    .attributeNames = tables::attributeNames,
+    .attributes = tables::attributes,
+    .create = bindery::makeNode<c_CT_SortCondition>,
+};
+c_CT_SortCondition::c_CT_SortCondition() = default;
+c_CT_SortCondition::c_CT_SortCondition(const c_CT_SortCondition&) = default;
+c_CT_SortCondition& c_CT_SortCondition::operator=(const c_CT_SortCondition&) = default;
+c_CT_SortCondition::~c_CT_SortCondition() = default;
+c_CT_SortCondition* c_CT_SortCondition::clone() const { return ooxml::copyOf(*this); }
+int c_CT_SortCondition::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
+    return ooxml::unmarshalElement(reader, name, *this, info);
+}
+int c_CT_SortCondition::marshal(bindery::c_xml_writer& writer, std::string_view name) const {
+    return bindery::marshalObject(writer, *this, info, name);
+}
+const std::string& c_CT_SortCondition::sortBy() const {
+    static const std::string absent = "value";
+    return _sortBy.isset() ? _sortBy.get() : absent;
+}
+const std::string& c_CT_SortCondition::iconSet() const {
+    static const std::string absent = "3Arrows";
+    return _iconSet.isset() ? _iconSet.get() : absent;
+}
+
 // c_CT_CellFormula
 
 struct c_CT_CellFormula::tables {
@@ -178,7 +231,7 @@ const bindery::c_raw_node* c_CT_Rst::find_phoneticPr() const { return _phoneticP
 
 struct c_CT_Filter::tables {
     static constexpr bindery::MemberInfo attributes[] = {
-        {"val", 1, Kind::optional, offsetof(c_CT_Filter, _val), __LINE__, 0, 1, &spec::ST_Xstring},
+        {"val", 1, Kind::optional, offsetof(c_CT_Filter, _val), __LINE__, 0, 1, &spec::ST_Xstring_2},
     };
     static constexpr bindery::NameEntry attributeNames[] = {
         entry(1, "val", 13),
@@ -212,7 +265,7 @@ int c_CT_Filter::marshal(bindery::c_xml_writer& writer, std::string_view name) c
 struct c_CT_CustomFilter::tables {
     static constexpr bindery::MemberInfo attributes[] = {
         {"operator", 1, Kind::optional, offsetof(c_CT_CustomFilter, _operator_), __LINE__, 0, 1, &spec::ST_FilterOperator},
-        {"val", 1, Kind::optional, offsetof(c_CT_CustomFilter, _val), __LINE__, 0, 1, &spec::ST_Xstring},
+        {"val", 1, Kind::optional, offsetof(c_CT_CustomFilter, _val), __LINE__, 0, 1, &spec::ST_Xstring_2},
     };
     static constexpr bindery::NameEntry attributeNames[] = {
         entry(1, "operator", 13),

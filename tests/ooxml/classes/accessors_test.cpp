@@ -71,7 +71,7 @@ TEST(Accessors, FontPropertiesStandInSchemaOrder) {
 TEST(Accessors, AChoiceHasOneLiveMember) {
     sheet::c_CT_FilterColumn column;
     column.colId(3);
-    column.filters().filter().append().val(L"x");
+    column.filters().filter().append().val("x");
     EXPECT_TRUE(column.isset_filters());
     column.customFilters().and_(true);
     EXPECT_FALSE(column.isset_filters());

@@ -16,13 +16,14 @@ HEAD = """<xsd:schema xmlns:xsd="http://www.w3.org/2001/XMLSchema" xmlns="urn:ma
 def family(body, others=(), **options):
     """Compiles a family from the body of one schema, with the root element "root".
 
-    `others` are further files, (name, whole text). Options: `raw`, `amend`, `simple`, `text_class`.
+    `others` are further files, (name, whole text). Options: `raw`, `narrow`, `amend`, `simple`, `text_class`.
     """
     with tempfile.TemporaryDirectory() as folder:
         for name, text in (("main.xsd", f"{HEAD}{textwrap.dedent(body)}</xsd:schema>"), *others):
             with open(os.path.join(folder, name), "w", encoding="utf-8") as file:
                 file.write(text)
         rules = {"raw": options.get("raw", [])}
+        rules["narrow"] = options.get("narrow", [])
         if "text_class" in options:
             rules["text_class"] = options["text_class"]
         if "by_hand" in options:

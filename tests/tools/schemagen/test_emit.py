@@ -51,6 +51,12 @@ class Units(unittest.TestCase):
         self.expect("unit/unit.h", "int val() const { return _val.get(3); }", "void unset_n() { _n.unset(); }", "c_CT_Leaf& x();")
         self.assertNotIn("unset_id", self.files["unit/unit.h"])
 
+    def test_attributes_by_name_are_held_narrow(self):
+        body = root("", '<xsd:attribute name="a" type="xsd:string"/><xsd:attribute name="b" type="xsd:string"/>')
+        header = FamilyEmitter(family(body, narrow=["CT_Root/b"])).files()["unit/unit.h"]
+        self.assertIn("const std::wstring& a() const", header)
+        self.assertIn("const std::string& b() const", header)
+
     def test_enumeration_texts_are_escaped(self):
         self.expect("unit/unit-types.h", r'"on", "of\"f",')
 
