@@ -86,17 +86,12 @@ template <class Tag>
 void DefinedNames<Tag>::move(std::wstring_view sheet, const CellMove& move) {
     auto* const names = _workbook.find_definedNames();
     if (!names) return;
-    auto& list = names->definedName();
-    std::vector<bool> gone(list.size());
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        const std::wstring& text = list[i].text();
-        std::wstring moved = movedAreas(text, sheet, move);
-        gone[i] = moved.empty() && !text.empty();
-        if (moved != text) list[i].text(std::move(moved));
-    }
-    std::size_t i = 0;
-    const auto kept = std::remove_if(list.begin(), list.end(), [&](const Name&) { return gone[i++]; });
-    if (kept != list.end()) list.erase(static_cast<std::size_t>(kept - list.begin()), list.size());
+    names->definedName().eraseIf([&](Name& name) {
+        std::wstring moved = movedAreas(name.text(), sheet, move);
+        if (moved.empty() && !name.text().empty()) return true;
+        if (moved != name.text()) name.text(std::move(moved));
+        return false;
+    });
     dropEmptyList();
     changed();
 }

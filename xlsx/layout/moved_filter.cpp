@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
-#include <type_traits>
 
 namespace vellum::xlsx {
 
@@ -23,19 +22,15 @@ namespace {
 /// False when nothing is left to sort.
 template <class SortState>
 bool moveSortState(SortState& state, const CellMove& move) {
-    if constexpr (std::is_same_v<SortState, bindery::c_raw_node>) {
-        return moveKeptRanges(state, move);
-    } else {
-        auto ref = movedRef(state.ref(), move);
-        if (!ref) return false;
-        state.ref(std::move(*ref));
-        state.sortCondition().eraseIf([&](auto& condition) {
-            auto of = movedRef(condition.ref(), move);
-            if (of) condition.ref(std::move(*of));
-            return !of;
-        });
-        return true;
-    }
+    auto ref = movedRef(state.ref(), move);
+    if (!ref) return false;
+    state.ref(std::move(*ref));
+    state.sortCondition().eraseIf([&](auto& condition) {
+        auto of = movedRef(condition.ref(), move);
+        if (of) condition.ref(std::move(*of));
+        return !of;
+    });
+    return true;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,12 @@
 #include "xlsx/pages/page_setup.h"
 
 namespace vellum {
+
+template <class CharT, class Tag>
+class XMLAutoFilterT;
+namespace xlsx {
+class FilterBook;
+}
 
 /// A sheet of 1048576 rows by 16384 columns. The bound tree is the store: rows and cells in two levels of vectors that
 /// stay sorted, and all operations go straight to them. Owned by its book, which binds it each time that it gives it
@@ -228,6 +235,15 @@ public:
                                   const CharT* errorTitle, const CharT* error, int errorStyle) override;
     bool removeValidationRules() override;
 
+    // Filters and tables: sheet_filters.cpp.
+    bool hasFilter() override;
+    IAutoFilterT<CharT>* filterObject() override;
+    bool applyFilter() override;
+    bool removeFilter() override;
+    int tableTotal() override;
+    const CharT* tableAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int* headerRows,
+                         int* totalsRows) override;
+
 protected:
     LastError& lastError() noexcept override { return _book ? _book->lastError() : _ownError; }
     void beforeWrite() override;
@@ -343,6 +359,14 @@ private:
     const CellArea& used() { return updateAreas(), _used; }
     const CellArea& filled() { return updateAreas(), _filled; }
 
+    // The filter: sheet_filters.cpp.
+    void dropFilter();
+    void dropFilterElement();
+    void dropEmptyFilter();
+    void dissolveShared(const CellRange& range);
+    void sortData(typename Sml::c_CT_AutoFilter& filter, CellRange range, std::uint32_t endRow,
+                  xlsx::FilterBook& values);
+
     // The workbook, and names: sheet_workbook.cpp, sheet_ranges.cpp, sheet_rules.cpp.
     typename Sml::c_CT_Sheet* sheetElement();
     /// Throws when the workbook has no such sheet.
@@ -378,10 +402,12 @@ private:
     bool _mastersKnown = false;
     std::unordered_map<std::uint32_t, CellPlace> _heirs;  // who took over last: no member stands in front of it
 
+    std::unique_ptr<XMLAutoFilterT<CharT, Tag>> _filter;  // once it was asked for
+
     std::vector<DefinedName*> _visibleNames;
     unsigned _visibleNamesVersion = 0;  // of the names that they were taken from; 0 for none
 
-    TextHolder _text, _nameText, _addressText, _linkText;
+    TextHolder _text, _nameText, _addressText, _linkText, _tableText;
     std::wstring _wide;
 };
 

@@ -3,30 +3,12 @@
 
 #include "bindery/values/value_spec.h"
 #include "engine/failure/vlerror.h"
+#include "xlsx/features/future_functions.h"
 #include "xlsx/sheet/sheet.h"
 #include "xlsx/sheet/sheet_messages.h"
 #include "xlsx/strings/shared_strings.h"
 
 namespace vellum {
-namespace {
-
-/// The prefix of functions that came after the first edition of the format.
-constexpr std::wstring_view functionPrefix = L"_xlfn.";
-
-void eraseAll(std::wstring& text, std::wstring_view part) {
-    std::size_t kept = text.find(part);
-    for (std::size_t at = kept; at != std::wstring::npos;) {
-        const std::size_t from = at + part.size();
-        at = text.find(part, from);
-        const std::size_t length = std::min(at, text.size()) - from;
-        std::copy_n(text.begin() + static_cast<std::ptrdiff_t>(from), length,
-                    text.begin() + static_cast<std::ptrdiff_t>(kept));
-        kept += length;
-    }
-    if (kept != std::wstring::npos) text.resize(kept);
-}
-
-}  // namespace
 
 template <class CharT, class Tag>
 const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** format) {
@@ -38,7 +20,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** f
         const CellPlace at = place(row, col);
         std::wstring text = formulaText(at, cell, at);
         if (book().listSeparator() == L';') std::replace(text.begin(), text.end(), L',', L';');
-        eraseAll(text, functionPrefix);
+        xlsx::unprefixFunctions(text);
         return give(text);
     });
 }
@@ -51,6 +33,7 @@ auto XMLSheetImplT<CharT, Tag>::putFormula(CellPlace at, const CharT* text, Form
     numberAll();
     if (Cell* const old = findCell(at); old && isMaster(*old)) removeShared(at, *old);
     if (formula.starts_with(L'=')) formula.erase(0, 1);
+    xlsx::prefixFunctions(formula);
     std::replace(formula.begin(), formula.end(), L';', L',');
     const bool isArray = formula.size() >= 2 && formula.front() == L'{' && formula.back() == L'}';
     if (isArray) {

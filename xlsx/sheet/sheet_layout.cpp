@@ -3,6 +3,7 @@
 
 #include "engine/facts/sheet_names.h"
 #include "engine/failure/vlerror.h"
+#include "xlsx/filters/auto_filter.h"
 #include "xlsx/layout/moved_cells.h"
 #include "xlsx/layout/moved_filter.h"
 #include "xlsx/layout/moved_tables.h"
@@ -82,9 +83,8 @@ void XMLSheetImplT<CharT, Tag>::moveRanges(const xlsx::CellMove& move) {
         moveColumnStyles(move);
     }
     auto* const filter = this->_root.find_autoFilter();
-    if (!filter || xlsx::moveFilter<Tag>(*filter, move)) return;
-    this->_root.unset_autoFilter();
-    if (auto* const properties = this->_root.find_sheetPr()) properties->unset_filterMode();
+    if (filter && !xlsx::moveFilter<Tag>(*filter, move)) dropFilter();
+    if (_filter) _filter->forgetGone();
 }
 
 /// The hidden name of the filter follows the filter, whatever happens to the others.

@@ -7,6 +7,7 @@
 #include "bindery/classes/raw_node.h"
 #include "bindery/values/error.h"
 #include "engine/failure/vlerror.h"
+#include "xlsx/filters/auto_filter.h"
 #include "xlsx/sheet/sheet.h"
 #include "xlsx/sheet/sheet_messages.h"
 
@@ -201,6 +202,7 @@ void XMLSheetImplT<CharT, Tag>::setDimension() {
 
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::beforeWrite() {
+    dropEmptyFilter();
     if (_changed) setDimension();
 }
 

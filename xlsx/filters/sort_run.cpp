@@ -1,0 +1,135 @@
+#include "xlsx/filters/sort_run.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
+#include "ooxml/generated/sml/sml.h"
+#include "xlsx/filters/sort_order.h"
+
+namespace vellum::xlsx {
+namespace {
+
+template <class Tag>
+class Sort {
+public:
+    using Row = typename ooxml::dialect<Tag>::sml::c_CT_Row;
+    using Cell = typename ooxml::dialect<Tag>::sml::c_CT_Cell;
+    using Cells = std::vector<Cell>;
+
+    Sort(Rows<Tag>& rows, const CellRange& data, std::uint32_t endRow) : _rows(rows), _data(data) {
+        const std::uint32_t end = std::min(data.rowLast + 1, endRow);
+        if (data.rowFirst < end) _at.resize(end - data.rowFirst);
+        findRows();
+    }
+
+    bool run(const std::vector<SortKey>& keys, FilterBook& book) {
+        ValueReader<Cell> reader(book);
+        std::vector<RankedColumn> columns;
+        for (const SortKey& key : keys) columns.push_back({ranked(key.col, reader), key.descending});
+        const auto order = sortedOrder(columns, _at.size());
+        if (std::is_sorted(order.begin(), order.end())) return false;
+        takeBlocks();
+        makeRows(order);
+        for (std::uint32_t to = 0; to < order.size(); ++to) {
+            if (!_blocks[order[to]].empty()) putBlock(order[to], to);
+        }
+        return true;
+    }
+
+private:
+    void findRows() {
+        std::fill(_at.begin(), _at.end(), nullptr);
+        for (std::size_t i = firstRowFrom(_rows, _data.rowFirst); i < _rows.size(); ++i) {
+            const std::size_t at = _rows[i].r() - 1 - _data.rowFirst;
+            if (at >= _at.size()) return;
+            _at[at] = &_rows[i];
+        }
+    }
+
+    std::vector<Ranked> ranked(std::uint32_t col, ValueReader<Cell>& reader) {
+        Ranking<Cell> ranking(reader);
+        std::size_t hint = 0;
+        for (const Row* const row : _at) ranking.add(row ? cellOf(row->c(), col, hint) : nullptr);
+        return ranking.take();
+    }
+
+    /// Takes the cells of the block out of their rows.
+    void takeBlocks() {
+        _blocks.resize(_at.size());
+        for (std::size_t i = 0; i < _at.size(); ++i) {
+            if (!_at[i]) continue;
+            Cells& cells = _at[i]->c();
+            const auto first = cells.begin() + static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colFirst, 0));
+            const auto end = cells.begin() + static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colLast + 1, 0));
+            if (first == cells.begin() && end == cells.end()) {
+                _blocks[i].swap(cells);
+                continue;
+            }
+            _blocks[i].assign(std::make_move_iterator(first), std::make_move_iterator(end));
+            cells.erase(first, end);
+        }
+    }
+
+    /// Rows that get cells and are not there.
+    void makeRows(const std::vector<std::uint32_t>& order) {
+        std::vector<std::uint32_t> missing;
+        for (std::uint32_t to = 0; to < order.size(); ++to) {
+            if (!_at[to] && !_blocks[order[to]].empty()) missing.push_back(_data.rowFirst + to);
+        }
+        addRows(_rows, missing);
+        if (!missing.empty()) findRows();
+    }
+
+    void putBlock(std::uint32_t from, std::uint32_t to) {
+        Row& row = *_at[to];
+        Cells& block = _blocks[from];
+        if (from != to) {
+            row.unset_spans();  // of the cells that it had
+            for (Cell& cell : block) {
+                moveFormula(cell, from, to);
+                cell.setReference(_data.rowFirst + to, cell.column());
+            }
+        }
+        Cells& cells = row.c();
+        if (cells.empty()) {
+            cells.swap(block);
+            return;
+        }
+        const auto at = static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colFirst, 0));
+        cells.insert(cells.begin() + at, std::make_move_iterator(block.begin()), std::make_move_iterator(block.end()));
+    }
+
+    /// The range of an array formula goes along with its cell.
+    static void moveFormula(Cell& cell, std::uint32_t from, std::uint32_t to) {
+        auto* const formula = cell.formula();
+        const auto range =
+            formula && formula->isset_ref() ? readCellRange(std::string_view(formula->ref())) : std::nullopt;
+        if (!range) return;
+        const auto moved = [&](std::uint32_t row) {
+            const std::int64_t at = std::int64_t{row} + to - from;
+            return static_cast<std::uint32_t>(std::clamp<std::int64_t>(at, 0, sheetRows - 1));
+        };
+        formula->ref(cellRangeText({moved(range->rowFirst), moved(range->rowLast), range->colFirst, range->colLast}));
+    }
+
+    Rows<Tag>& _rows;
+    CellRange _data;
+    std::vector<Row*> _at;  // by row of the block; null for one that is not there
+    std::vector<Cells> _blocks;
+};
+
+}  // namespace
+
+template <class Tag>
+bool sortRows(Rows<Tag>& rows, const CellRange& data, std::uint32_t endRow, const std::vector<SortKey>& keys,
+              FilterBook& book) {
+    return Sort<Tag>(rows, data, endRow).run(keys, book);
+}
+
+template bool sortRows<ooxml::excelNormal_tag>(Rows<ooxml::excelNormal_tag>&, const CellRange&, std::uint32_t,
+                                               const std::vector<SortKey>&, FilterBook&);
+template bool sortRows<ooxml::excelStrict_tag>(Rows<ooxml::excelStrict_tag>&, const CellRange&, std::uint32_t,
+                                               const std::vector<SortKey>&, FilterBook&);
+
+}  // namespace vellum::xlsx
