@@ -63,9 +63,6 @@ inline constexpr const char* continueNotFoundInt16 = "readInt16: CONTINUE record
 inline constexpr const char* continueNotFoundInt32 = "readInt32: CONTINUE record not found";
 inline constexpr const char* readStringNull = "Xls::readString(): s == 0";
 inline constexpr const char* readStringWithoutNullNull = "Xls::readStringWithoutNull(): s == 0";
-inline constexpr const char* popInt16 = "ByteStream::popInt16() error";
-inline constexpr const char* popInt32 = "ByteStream::popInt32() error";
-inline constexpr const char* popDouble = "ByteStream::popDouble() error";
 std::string badSize(const char* record);           // "Blank size is incorrect"
 std::string unexpectedRecord(const char* record);  // "Blank: unexpected record"
 

@@ -7,6 +7,8 @@ inline constexpr const char* ok = "ok";
 inline constexpr const char* generalFailure = "general failure";
 inline constexpr const char* notAvailable = "function is not available yet";
 
+inline constexpr const char* colOutOfRange = "col must be in range 0-16383";
+inline constexpr const char* rowOutOfRange = "row must be in range 0-1048575";
 inline constexpr const char* indexOutOfRange = "index is out of range";
 inline constexpr const char* stringTooLong = "string is too long";
 inline constexpr const char* loadNameNull = "file name name can't be 0";

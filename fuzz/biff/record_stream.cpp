@@ -4,7 +4,6 @@
 
 #include "biff/container/memory_stream.h"
 #include "biff/container/record_codec.h"
-#include "biff/records/byte_stream.h"
 #include "biff/records/continue_writer.h"
 #include "biff/records/ext_string.h"
 #include "biff/records/raw_record.h"

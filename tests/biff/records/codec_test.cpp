@@ -2,7 +2,6 @@
 
 #include "biff/cells/rk.h"
 #include "biff/container/record_codec.h"
-#include "biff/records/byte_stream.h"
 #include "fixture.h"
 
 namespace vellum::test {
@@ -60,22 +59,6 @@ TEST(Rk, AllFourForms) {
         {0, 0.0},
     };
     for (const auto& c : cases) EXPECT_EQ(decodeRk(c.rk), c.value) << std::hex << c.rk;
-}
-
-TEST(ByteStream, PopsUntilEmptyWithItsTexts) {
-    const Bytes bytes = hex("01 02 00 04 03 02 01");
-    ByteStream tokens(bytes);
-    EXPECT_EQ(tokens.popInt8(), 1);
-    EXPECT_EQ(tokens.popInt16(), 2);
-    EXPECT_EQ(tokens.popInt32(), 0x01020304U);
-    EXPECT_EQ(textOf([&] { tokens.popInt16(); }), "ByteStream::popInt16() error");
-    EXPECT_EQ(textOf([&] { tokens.popInt32(); }), "ByteStream::popInt32() error");
-    EXPECT_EQ(textOf([&] { tokens.popDouble(); }), "ByteStream::popDouble() error");
-    tokens.push(1.5);
-    tokens.push(std::uint16_t{9});
-    tokens.dropBack(2);
-    EXPECT_EQ(tokens.popDouble(), 1.5);
-    EXPECT_TRUE(tokens.empty());
 }
 
 }  // namespace
