@@ -19,6 +19,8 @@ void addDump(CLI::App& program, int& exitStatus) {
     const auto wanted = std::make_shared<Wanted>();
     CLI::App* command = program.add_subcommand("dump", "Prints the content of a workbook as JSON lines");
     command->add_option("file", wanted->file, "The workbook")->required();
+    command->add_flag("--formulas", wanted->options.formulas, "The text of each formula");
+    command->add_flag("--names", wanted->options.names, "The defined names");
     command->add_flag("--features", wanted->options.features, "What each sheet holds beside its cells");
     command->add_flag("--all", wanted->all, "All of these");
     command->add_flag("--no-cells", wanted->noCells, "Leaves the cells out");

@@ -3,7 +3,8 @@
 
 Container: every sector in one chain or none, tables marked, the directory a tree in order. Records: the order in which
 the engine writes them, sizes of fixed ones, nothing over 8224 bytes, nothing behind the last EOF but zeros. Indices:
-fonts, formats, cell formats, strings and sheets that exist; BoundSheet8 positions that lead to a Bof of the right kind.
+fonts, formats, cell formats, strings, sheets, sheet references and names that exist; BoundSheet8 positions that lead to a
+Bof of the right kind. Names that are one of a kind in their scope; shared, array and table formulas whose tokens are there.
 
 A directory order, or references to formats that were wrong in the loaded file, come back unchanged in the saved one:
 with --loaded ORIGINAL what the original has wrong too is not told. Exit status 1 when there is a fault.
@@ -15,6 +16,7 @@ import sys
 
 from xlsfile import (BOF, CONTINUE, CONTINUES, EOF, MAX_BODY, CompoundFile, Fault, expand_cells, grouped, record_name,
                      records, shared_strings, substreams)
+from xlstokens import PTG_EXP, PTG_NAME, PTG_TBL, WITH_XTI, counted, tokens
 
 # The order of the globals; one line a step, any order within a line's set only as given by `repeat`.
 GLOBALS = [2057, 134, 96, 225, 193, 226, 92, 66, 353, 448, 317, 211, 445, 442, 156, 25, 18, 19, 431, 444, 61, 64, 141,
@@ -168,9 +170,39 @@ class Lint:
         for record in of.get(430, ()):
             if record.body[2:4] == b"\x01\x04" and record.u16(0) != sheets:
                 self.fault("SupBook of this book has %d sheets, not %d" % (record.u16(0), sheets))
+        self.references = sum(struct.unpack_from("<H", r.body)[0] for r in of.get(23, ()) if len(r.body) >= 2)
+        self.names = len(of.get(24, ()))
+        known = set()
         for number, record in enumerate(of.get(24, ())):
             if len(record.body) >= 10 and record.u16(8) > sheets:
                 self.fault("name %d belongs to sheet %d of %d" % (number, record.u16(8), sheets))
+            if len(record.body) >= 15:
+                self.check_name(number, record, known)
+
+    def check_name(self, number, record, known):
+        body, size = record.body, record.body[3]
+        wide = body[14] & 1
+        end = 15 + size * (2 if wide else 1)
+        text = body[15:end].decode("utf-16le" if wide else "latin-1", "replace").lower()
+        if (record.u16(8), record.u16(0) & 0x20, text) in known:
+            self.fault("name %d: %r twice in its scope" % (number, text))
+        known.add((record.u16(8), record.u16(0) & 0x20, text))
+        self.check_tokens("name %d" % number, body[end:end + record.u16(4)])
+
+    def check_tokens(self, what, rgce):
+        """Indices that tokens hold; the tokens as a list, None where the bytes are none."""
+        try:
+            found = list(tokens(rgce))
+        except ValueError as e:
+            self.fault("%s: %s" % (what, e))
+            return None
+        for base, operands in found:
+            index = struct.unpack_from("<H", operands)[0] if len(operands) >= 2 else 0
+            if base in WITH_XTI and index >= self.references:
+                self.fault("%s names sheet reference %d of %d" % (what, index, self.references))
+            if base == PTG_NAME and not 1 <= index <= self.names:
+                self.fault("%s names name %d of %d" % (what, index, self.names))
+        return found
 
     def bound_sheets(self, parts):
         self.where = "globals: "
@@ -235,6 +267,7 @@ class Lint:
 
     def check_cells(self, flat, units):
         seen, before = set(), (-1, -1)
+        self.anchors, self.users = {}, []
         rows = [record.u16(0) for record in units if record.id == 520 and len(record.body) >= 16]
         for record in units:
             if record.id == 520 and len(record.body) >= 16 and record.u16(12) & 0x80:
@@ -259,6 +292,7 @@ class Lint:
                 self.check_formula(place, value)
             for k in (0, 1):
                 low[k], high[k] = min(low[k], place[k]), max(high[k], place[k])
+        self.check_users()
         missing = {place[0] for place in seen} - set(rows)
         if missing:
             self.fault("rows with cells and without Row: %s" % sorted(missing)[:5])
@@ -275,9 +309,25 @@ class Lint:
         if len(body) < 22 or 22 + struct.unpack_from("<H", body, 20)[0] > len(body):
             self.fault("cell %d,%d: tokens run past the formula" % place)
             return
+        found = self.check_tokens("cell %d,%d" % place, counted(body, 20))
+        for rid, record in parts:
+            if rid in (545, 1212, 566) and len(record) >= 6:
+                self.anchors[place] = (rid, struct.unpack_from("<HHBB", record))
+                if rid != 566:
+                    self.check_tokens("cell %d,%d" % place, counted(record, 12 if rid == 545 else 8))
+        if found and len(found) == 1 and found[0][0] in (PTG_EXP, PTG_TBL):
+            self.users.append((place, found[0][0], struct.unpack("<HH", found[0][1])))
         has_text = body[12:14] == b"\xff\xff" and body[6] == 0
         if has_text != (519 in ids):
             self.fault("cell %d,%d: %s" % (place + ("a text is promised and missing" if has_text else "a text too many",)))
+
+    def check_users(self):
+        for place, code, target in self.users:
+            rid, (top, bottom, left, right) = self.anchors.get(target, (0, (0, 0, 0, 0)))
+            if (rid != 566) if code == PTG_TBL else (rid not in (545, 1212)):
+                self.fault("cell %d,%d: no tokens behind cell %d,%d" % (place + target))
+            elif not (top <= place[0] <= bottom and left <= place[1] <= right):
+                self.fault("cell %d,%d is outside of the range of its tokens" % place)
 
 
 DIFAT_OR_FAT = 0xFFFFFFFC

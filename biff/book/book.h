@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "biff/book/formula_book.h"
 #include "biff/container/xls.h"
 #include "biff/globals/globals.h"
 #include "biff/sheet/book_context.h"
@@ -83,6 +84,9 @@ public:
     bool setCalculationMode(int mode) override;
     int keptTotal() override;
     const char* keptAt(int index, std::size_t* size) override;
+    int nameTotal() override;
+    bool nameAt(int index, IBookNames::Name& name) override;
+    IBookNames::Outside outside() override;
     int binaryVersion() override { return _globals.bof.vers; }
     bool isDate1904() override { return date1904(); }
     bool setDate1904(bool date1904) override;
@@ -115,6 +119,7 @@ public:
     Palette& palette() override { return _globals.palette; }
     biff::DefinedNames& names() override { return _globals.names; }
     [[nodiscard]] const biff::DefinedNames& names() const override { return _globals.names; }
+    formula::FormulaContext& formulas() override;
     [[nodiscard]] std::size_t sheetTotal() const override { return _sheets.size(); }
     [[nodiscard]] SheetImplT<CharT>* sheetByIndex(std::size_t index) const override;
     [[nodiscard]] int indexOfSheet(const SheetImplT<CharT>& sheet) const override;
@@ -149,6 +154,8 @@ private:
 
     SheetImplT<CharT>& makeSheet(std::size_t index, const CharT* name, ISheetT<CharT>* source);
     const wchar_t* checkedSheetName(const CharT* name, const SheetImplT<CharT>* renamed, bool& cut);
+    /// The local names of the source for a sheet that has just got its place.
+    void copyNames(const SheetImplT<CharT>& source, const SheetImplT<CharT>& made);
     void renumber(std::span<const int> newIndex);
     void activate(std::size_t index);
     [[nodiscard]] const BoundSheet8* findBoundSheet(const SheetImplT<CharT>& sheet) const;
@@ -161,6 +168,7 @@ private:
     StringPool _pool;
     Xls _xls;
     Globals _globals;
+    std::optional<biff::FormulaBook> _formulaBook;
     StrMap _strings;
     // Deques keep the place of what they hold: pointers to formats and fonts are what callers have.
     std::deque<FontImplT<CharT>> _fonts;
@@ -175,6 +183,7 @@ private:
     bool _rgb = false, _r1c1 = false;
     std::wstring _widened;
     std::vector<std::pair<std::string, std::size_t>> _kept;  // what keptTotal counted
+    std::vector<std::size_t> _listedNames;                   // what nameTotal counted
     std::vector<char> _saved;                                // what saveMemory returned last
 };
 

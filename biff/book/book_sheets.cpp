@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "biff/book/book.h"
+#include "biff/names/name_copy.h"
 #include "biff/records/book_messages.h"
 #include "engine/api/enums.h"
 #include "engine/failure/guarded.h"
@@ -56,9 +57,11 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
     entry.sheetName.set(checkedSheetName(name, nullptr, cut), _pool, utf8());
     auto sheet = std::make_unique<SheetImplT<CharT>>(*this);
     sheet->setName(entry.sheetName.text);
+    const SheetImplT<CharT>* own = nullptr;
     if (source != nullptr) {
-        const auto* const own = dynamic_cast<SheetImplT<CharT>*>(source);
+        own = dynamic_cast<SheetImplT<CharT>*>(source);
         if (own == nullptr) throw vlerror(biff::msg::foreignSheet);
+        if (&own->book() == this) biff::checkCopy(_globals.names, indexOfSheet(*own), formulas());
         sheet->cloneFrom(*own);
         entry.dt = boundKindOf(sheet->dt());
         sheet->setSelected(_sheets.empty());  // two selected sheets would be edited together
@@ -80,6 +83,7 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
     _sheets.insert(_sheets.begin() + static_cast<std::ptrdiff_t>(index), std::move(sheet));
     _globals.boundSheets.insert(_globals.boundSheets.begin() + static_cast<std::ptrdiff_t>(index), entry);
     renumber(newIndex);
+    if (own != nullptr) copyNames(*own, made);
     if (cut) this->_lastError.set(biff::msg::sheetNameCut);
     return made;
 }

@@ -62,6 +62,7 @@ FormulaCell FormulaCell::copyWithoutTail(StringPool& pool) const {
     copy.grbit = grbit;
     copy.value = value;
     copy.chn = chn;
+    copy.generation = generation;
     copy.expressionSize = expressionSize;
     copy.expression = pool.allocateBytes(expressionSize);
     std::ranges::copy(expressionBytes(), copy.expression);

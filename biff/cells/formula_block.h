@@ -15,6 +15,7 @@
 #include "biff/container/record_ids.h"
 #include "biff/records/unicode_string.h"
 #include "engine/api/enums.h"
+#include "formula/formula_context.h"
 
 namespace vellum {
 
@@ -71,6 +72,8 @@ struct FormulaCell {
     std::uint16_t grbit = 0;
     CachedValue value;
     std::uint32_t chn = 0;
+    /// Of the tokens. Those of an older book that have no newer form are kept as they are.
+    formula::Generation generation = formula::Generation::biff8;
     std::uint32_t expressionSize = 0;
     std::byte* expression = nullptr;  // pool memory of this block's own: size of the tokens, these, what follows them
     XLUnicodeString text;             // the cached text, when `hasText`

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "biff/container/cursor.h"
+#include "biff/names/biff5_names.h"
 #include "biff/records/book_messages.h"
 #include "engine/api/enums.h"
 #include "engine/failure/vlerror.h"
@@ -16,6 +17,7 @@ void Globals::finishLoad() {
         std::iota(rrTabId.begin(), rrTabId.end(), std::uint16_t{1});
     }
     others.shrink();
+    if (isBiff5()) biff::convertBiff5Names(names, boundSheets.size());
 }
 
 const RawRecords& Globals::slot(std::uint16_t id) const {

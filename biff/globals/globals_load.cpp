@@ -114,7 +114,11 @@ void rrTabId(Globals& g, Xls& in, RecordHeader h, StringPool&) {
 }
 
 void supBook(Globals& g, Xls& in, RecordHeader h, StringPool&) {
-    g.names.links.read(in, h);
+    if (g.isBiff5()) {
+        g.others.take(in, h);  // its references have another form, and are made anew
+    } else {
+        g.names.links.read(in, h);
+    }
 }
 
 void lbl(Globals& g, Xls& in, RecordHeader h, StringPool& pool) {

@@ -73,10 +73,8 @@ void Globals::writeBoundSheets(Xls& out, std::vector<std::uint32_t>& positions) 
 
 void Globals::writeLinks(Xls& out) {
     writeFixed(out, country);
-    if (!isBiff5()) {
-        names.links.write(out, boundSheets.size());
-        names.write(out);
-    }
+    names.links.write(out, boundSheets.size());
+    names.write(out);
     // The engine calculates nothing: a reader must, also where the file came from a newer program.
     globals::RecalcId saved = recalcId;
     saved.dwBuild = std::min(saved.dwBuild, globals::RecalcId().dwBuild);

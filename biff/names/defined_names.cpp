@@ -6,24 +6,21 @@
 #include "biff/names/name_messages.h"
 #include "engine/failure/vlerror.h"
 #include "engine/text/letter_case.h"
+#include "formula/token_cut.h"
 
 namespace vellum::biff {
 
 namespace {
 
-constexpr std::uint8_t memFunc = 0x29;  // in front of a union: the size of what follows
-constexpr std::size_t memFuncSize = 3;
-
 // PtgNameX to PtgAreaErr3d begin with the index of a sheet reference.
-bool namesReference(std::byte code) {
-    const std::uint8_t base = tokenBase(code);
-    return base >= 0x39 && base <= 0x3D;
+bool namesReference(std::uint8_t base) {
+    return base >= formula::ptg::nameX && base <= formula::ptg::areaErr3d;
 }
 
 }  // namespace
 
-void DefinedNames::requireRoom() const {
-    if (_list.size() >= maxNames) throw vlerror(msg::tooManyNames);
+void DefinedNames::requireRoom(std::size_t more) const {
+    if (_list.size() + more > maxNames) throw vlerror(msg::tooManyNames);
 }
 
 std::size_t DefinedNames::add(Lbl name) {
@@ -137,11 +134,10 @@ std::span<const std::uint32_t> DefinedNames::seenBy(int sheet) const {
 }
 
 std::optional<SheetSpan> DefinedNames::reach(const Lbl& name) const {
-    auto tokens = name.tokens();
-    if (!tokens.empty() && tokenBase(tokens[0]) == memFunc && tokens.size() > memFuncSize)
-        tokens = tokens.subspan(memFuncSize);
-    if (tokens.size() < 3 || !namesReference(tokens[0])) return std::nullopt;
-    return links.ownSheets(loadLe<std::uint16_t>(&tokens[1]));
+    for (formula::TokenWalk token(name.tokens()); token.next();) {
+        if (namesReference(token.base())) return links.ownSheets(loadLe<std::uint16_t>(token.operands().data()));
+    }
+    return std::nullopt;
 }
 
 void DefinedNames::renumber(std::span<const int> newIndex) {

@@ -38,8 +38,8 @@ public:
     void load(Lbl name) { _list.push_back(std::move(name)); }
     /// At the end of the list; a full list throws "too many names". The index.
     std::size_t add(Lbl name);
-    /// Throws "too many names" when `add` would.
-    void requireRoom() const;
+    /// Throws "too many names" when there is no room for so many more.
+    void requireRoom(std::size_t more = 1) const;
     /// The place stays, see Lbl.
     void remove(std::size_t index);
     void write(Xls& out) const {

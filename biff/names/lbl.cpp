@@ -62,8 +62,9 @@ void Lbl::parse(StringPool& pool, TextForm form) {
     }
     if (in.left() < _head.cce) return;
     _tokensAt = static_cast<std::uint16_t>(body.size() - in.left());
-    _sound = true;
-    if (form == TextForm::withFlags) return;
+    constexpr std::size_t flagsByte = 1;
+    _sound = form == TextForm::withFlags || body.size() + flagsByte <= maxRecordBody;
+    if (form == TextForm::withFlags || !_sound) return;
     // The older form has no flags byte in front of the text, and a count of sheets where nothing is now.
     _head.reserved = 0;
     Sink front;

@@ -73,7 +73,9 @@ public:
     [[nodiscard]] int scope() const { return _head.itab == lostSheet ? int{noScope} : _head.itab - 1; }
     /// What users call it: of a built-in name the text for its code.
     [[nodiscard]] std::wstring_view text() const;
-    /// The same for a formula that uses it; a name that is gone shows as what it is saved as.
+    /// As the record has it: of a built-in name its code.
+    [[nodiscard]] std::wstring_view recordText() const { return _name; }
+    /// The same as `text` for a formula that uses it; a name that is gone shows as what it is saved as.
     [[nodiscard]] std::wstring_view shownText() const { return isGone() ? std::wstring_view(_goneText) : text(); }
     [[nodiscard]] std::optional<biff::BuiltinName> builtin() const;
     [[nodiscard]] std::span<const std::byte> tokens() const;

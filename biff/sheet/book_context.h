@@ -17,6 +17,9 @@ class Xls;
 namespace biff {
 class DefinedNames;
 }
+namespace formula {
+class FormulaContext;
+}
 template <class CharT>
 class FontImplT;
 template <class CharT>
@@ -112,6 +115,8 @@ public:
     /// Defined names of the book and of its sheets, and the references to sheets.
     virtual biff::DefinedNames& names() = 0;
     [[nodiscard]] virtual const biff::DefinedNames& names() const = 0;
+    /// The book as formulas see it, with the notation of this moment. Lives until the next call.
+    virtual formula::FormulaContext& formulas() = 0;
 
     /// Sheets in tab order. A book loaded as outline has none.
     [[nodiscard]] virtual std::size_t sheetTotal() const = 0;

@@ -2,8 +2,11 @@
 
 #include <unordered_map>
 
+#include "biff/cells/biff5_formulas.h"
+#include "biff/names/defined_names.h"
 #include "biff/strings/str_map.h"
 #include "engine/text/string_pool.h"
+#include "formula/formula_context.h"
 
 namespace vellum {
 namespace {
@@ -157,11 +160,23 @@ void SheetImplT<CharT>::load(Xls& in, const SheetLoad& what) {
     _parts = SheetParts();
     _parts.features = biff::SheetFeatures::ofFile();
     loadSheet(_parts, {in, _book.pool(), _book.strings(), what, _book.isBiff5()});
+    if (_book.isBiff5())
+        biff::convertBiff5Formulas(_parts.cells, _book.names().links, _book.formulas().sheetTotal(), _book.pool());
 }
 
 template <class CharT>
 void SheetImplT<CharT>::save(Xls& out) {
-    saveSheet(_parts, out, _book.isBiff5());
+    saveSheet(_parts, out);
+}
+
+template <class CharT>
+int SheetImplT<CharT>::lostFormulas() const {
+    int lost = 0;
+    _parts.cells.index().forEach([&](std::uint32_t, std::uint32_t, CellSlot slot) {
+        if (slot.kind() != SlotKind::formula) return;
+        lost += _parts.cells.template get<FormulaCell>(slot).generation == formula::Generation::biff5;
+    });
+    return lost;
 }
 
 template <class CharT>

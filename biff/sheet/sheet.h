@@ -32,11 +32,14 @@ public:
     void cloneFrom(const SheetImplT& source);
     /// Takes the sheet's uses out of the shared strings; to be called before the sheet goes.
     void releaseStrings();
+    [[nodiscard]] BookContext<CharT>& book() const { return _book; }
     [[nodiscard]] const wchar_t* name() const { return _name; }
     /// `pooled` must live as long as the book. No checks.
     void setName(const wchar_t* pooled) { _name = pooled; }
     /// Of the sheet's Bof: 16 worksheet, 32 chart, others.
     [[nodiscard]] std::uint16_t dt() const { return _parts.bof.dt; }
+    /// Formulas that a save turns into their values.
+    [[nodiscard]] int lostFormulas() const;
     /// Whether the sheet belongs to the group that is shown and edited.
     void setSelected(bool selected);
     [[nodiscard]] int calcMode() const { return _parts.settings.calcMode; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "biff/cells/formula_read.h"
+#include "biff/cells/orphaned_tokens.h"
 #include "biff/cells/rk.h"
 #include "biff/container/messages.h"
 #include "biff/container/record_codec.h"
@@ -35,6 +36,7 @@ public:
             }
             readRecord(*header);
         }
+        _leftOut.adopt(_sheet.cells);
         _sheet.kept.sort();
         _sheet.rows.rows().shrink_to_fit();
         _sheet.cells.shrink();
@@ -248,7 +250,11 @@ private:
     void readFormula(const RecordHeader& header) {
         FormulaCell cell;
         vellum::readFormula(cell, header, _in, _source.pool, _source.biff5);
-        if (accepts(cell.row)) put(std::move(cell));
+        if (accepts(cell.row)) {
+            put(std::move(cell));
+        } else {
+            _leftOut.leaveOut(std::move(cell));
+        }
     }
 
     void readRow(Cursor in) {
@@ -373,6 +379,7 @@ private:
     }
 
     SheetParts& _sheet;
+    OrphanedTokens _leftOut;
     const SheetSource& _source;
     Xls& _in;
     std::span<const std::byte> _bofWire;

@@ -67,8 +67,8 @@ struct SheetSource {
 /// Reads a sheet into fresh parts, from the next Bof to the EOF that closes it or the stream's end.
 void loadSheet(SheetParts& sheet, const SheetSource& source);
 
-/// Writes a sheet from its Bof to its EOF, always in the BIFF8 layout. `fromBiff5`: the sheet was loaded
-/// from that older layout, so that formulas go out as their values and a sheet that is no worksheet empty.
-void saveSheet(SheetParts& sheet, Xls& out, bool fromBiff5);
+/// Writes a sheet from its Bof to its EOF, always in the BIFF8 layout. Formulas whose tokens are of the older one go
+/// out as their values, and a sheet of a BIFF5 file that is no worksheet empty.
+void saveSheet(SheetParts& sheet, Xls& out);
 
 }  // namespace vellum

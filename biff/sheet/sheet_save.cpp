@@ -13,7 +13,7 @@ namespace {
 
 class SheetWriter {
 public:
-    SheetWriter(SheetParts& sheet, Xls& out, bool fromBiff5) : _sheet(sheet), _out(out), _fromBiff5(fromBiff5) {}
+    SheetWriter(SheetParts& sheet, Xls& out) : _sheet(sheet), _out(out) {}
 
     void write() {
         if (!_sheet.isWorksheet()) {
@@ -148,7 +148,7 @@ private:
     void write(const BoolErrCell& cell) { writeCell(record_id::BoolErr, cell, cell.value, cell.isError); }
     void write(const LabelCell& cell) { writeLabel(cell, cell.text); }
     void write(const FormulaCell& cell) {
-        if (_fromBiff5) {
+        if (cell.generation == formula::Generation::biff5) {
             writeResult(cell);
         } else {
             writeFormula(cell, _out);
@@ -211,13 +211,12 @@ private:
 
     SheetParts& _sheet;
     Xls& _out;
-    bool _fromBiff5;
 };
 
 }  // namespace
 
-void saveSheet(SheetParts& sheet, Xls& out, bool fromBiff5) {
-    SheetWriter(sheet, out, fromBiff5).write();
+void saveSheet(SheetParts& sheet, Xls& out) {
+    SheetWriter(sheet, out).write();
 }
 
 }  // namespace vellum

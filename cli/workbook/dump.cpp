@@ -1,10 +1,12 @@
 #include "cli/workbook/dump.h"
 
+#include <string>
 #include <string_view>
 
 #include "cli/workbook/book_file.h"
 #include "cli/workbook/cell_name.h"
 #include "cli/workbook/dump_features.h"
+#include "cli/workbook/dump_names.h"
 #include "cli/workbook/json_lines.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
@@ -35,8 +37,9 @@ const char* errorText(int code) {
 
 class SheetDump {
 public:
-    SheetDump(vellum::IBookT<char>& book, vellum::ISheetT<char>& sheet, JsonLines& out, std::ostream& errors)
-        : _book(book), _sheet(sheet), _out(out), _errors(errors) {}
+    SheetDump(vellum::IBookT<char>& book, vellum::ISheetT<char>& sheet, bool formulas, JsonLines& out,
+              std::ostream& errors)
+        : _book(book), _sheet(sheet), _formulas(formulas), _out(out), _errors(errors) {}
 
     void run() {
         auto* const cells = dynamic_cast<vellum::ISheetCells*>(&_sheet);
@@ -67,7 +70,21 @@ private:
                 _out.raw(R"(,"k":"z")");
                 break;
         }
-        _out.raw(_sheet.isFormulaCell(row, col) ? R"(,"f":true})" : "}").endLine();
+        if (_sheet.isFormulaCell(row, col)) formula(row, col);
+        _out.raw("}").endLine();
+    }
+
+    void formula(int row, int col) {
+        _out.raw(R"(,"f":true)");
+        if (!_formulas) return;
+        const char* const text = _sheet.readFormula(row, col);
+        _out.raw(R"(,"t":)");
+        if (text) {
+            _out.text(text);
+            return;
+        }
+        _out.raw(R"(null,"e":)").text(_book.errorMessage());
+        tellFailure(row, col);
     }
 
     void number(int row, int col) {
@@ -89,14 +106,20 @@ private:
             return;
         }
         _out.raw("null");
-        if (failed())
-            _errors << _sheet.sheetName() << '!' << cellName(row, col) << ": " << _book.errorMessage() << '\n';
+        if (failed()) tellFailure(row, col);
+    }
+
+    // The sheet's name sets the last error, so the text is taken first.
+    void tellFailure(int row, int col) {
+        const std::string text = _book.errorMessage();
+        _errors << _sheet.sheetName() << '!' << cellName(row, col) << ": " << text << '\n';
     }
 
     bool failed() { return std::string_view(_book.errorMessage()) != "ok"; }
 
     vellum::IBookT<char>& _book;
     vellum::ISheetT<char>& _sheet;
+    bool _formulas;
     JsonLines& _out;
     std::ostream& _errors;
 };
@@ -105,6 +128,7 @@ private:
 
 void dumpBook(vellum::IBookT<char>& book, const DumpOptions& options, std::ostream& out, std::ostream& errors) {
     JsonLines lines(out);
+    if (options.names) dumpNames(book, lines);
     const int count = book.sheetCount();
     for (int index = 0; index < count; ++index) {
         const char* const name = book.sheetNameAt(index);
@@ -116,7 +140,7 @@ void dumpBook(vellum::IBookT<char>& book, const DumpOptions& options, std::ostre
         if (kind != vellum::sheetWorksheet) continue;
         auto* const sheet = book.getSheet(index);
         if (sheet == nullptr) continue;
-        if (options.cells) SheetDump(book, *sheet, lines, errors).run();
+        if (options.cells) SheetDump(book, *sheet, options.formulas, lines, errors).run();
         if (options.features) dumpFeatures(book, *sheet, lines);
     }
 }

@@ -5,10 +5,12 @@ namespace cli {
 /// What `quillet dump` prints besides the list of sheets.
 struct DumpOptions {
     bool cells = true;
+    bool formulas = false;  // the text of each formula
+    bool names = false;     // a line for each defined name, in front of the sheets
     bool features = false;  // a line of its settings behind each worksheet's cells
 
     /// Whatever there is; the cells stay as they are.
-    void addAll() { features = true; }
+    void addAll() { formulas = names = features = true; }
 };
 
 }  // namespace cli

@@ -8,6 +8,7 @@
 #include "cli/workbook/book_file.h"
 #include "cli/workbook/cell_name.h"
 #include "cli/workbook/info_features.h"
+#include "cli/workbook/info_names.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
 
@@ -104,6 +105,7 @@ int info(const std::string& path, std::ostream& out, std::ostream& errors) {
     if (const int pictures = book->pictureTotal(); pictures > 0) out << ", pictures: " << pictures;
     out << "\nSheets: " << book->sheetCount() << '\n';
     printSheets(*book, out);
+    printNames(*book, out);
     printKept(*book, out);
     if (out.flush()) return 0;
     errors << "can't write the report\n";

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 
 namespace vellum {
 
@@ -129,6 +131,33 @@ public:
 
 protected:
     ~IBookKept() = default;
+};
+
+/// The defined names of the whole book, for those who list them. Both engines' books have it.
+class IBookNames {
+public:
+    /// Texts are UTF-8. `scope` is a sheet's index, or -1 for the workbook.
+    struct Name {
+        std::string text;
+        int scope = -1;
+        bool hidden = false, builtIn = false;
+        /// The one area of one sheet that the name stands for; `sheet` is -1 when it stands for something else.
+        int sheet = -1;
+        int rowFirst = 0, rowLast = 0, colFirst = 0, colLast = 0;
+        std::optional<std::string> formula;  // none when the engine has no text for it
+    };
+    /// What the book refers to outside of it, and formulas that a save turns into their values.
+    struct Outside {
+        int otherBooks = 0, addInFunctions = 0, ddeLinks = 0, lostFormulas = 0;
+    };
+
+    virtual int nameTotal() = 0;
+    /// In the file's order, as `nameTotal` counted last. False when the index is out of range, or a text is no UTF-8.
+    virtual bool nameAt(int index, Name& name) = 0;
+    virtual Outside outside() = 0;
+
+protected:
+    ~IBookNames() = default;
 };
 
 }  // namespace vellum

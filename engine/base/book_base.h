@@ -11,7 +11,7 @@ namespace vellum {
 /// The state that every book has, and what both engines do alike. Every other operation fails with the
 /// interface's failure value and "function is not available yet"; an engine overrides what it has.
 template <class CharT>
-class BookBaseT : public IBookT<CharT>, public IBookKept {
+class BookBaseT : public IBookT<CharT>, public IBookKept, public IBookNames {
 public:
     /// For the sheets, formats and fonts of the book.
     LastError& lastError() noexcept { return _lastError; }
@@ -22,6 +22,9 @@ public:
     const char* errorMessage() override;
     int keptTotal() override;
     const char* keptAt(int index, std::size_t* size) override;
+    int nameTotal() override { return 0; }
+    bool nameAt(int, IBookNames::Name&) override { return false; }
+    IBookNames::Outside outside() override { return {}; }
 
     bool loadFile(const CharT*, const CharT*) override;
     bool loadFileSheet(const CharT*, int, const CharT*) override;

@@ -47,6 +47,41 @@ void read(Book& book) {
     }
 }
 
+void readNames(Book& book) {
+    auto& names = dynamic_cast<vellum::IBookNames&>(book);
+    vellum::IBookNames::Name name;
+    for (int i = names.nameTotal() - 1; i >= 0; --i) names.nameAt(i, name);
+    names.outside();
+    int a, b, c, d;
+    for (int s = 0; s < book.sheetCount() && s < 20; ++s) {
+        auto* const sheet = book.getSheet(s);
+        for (int i = 0; i < sheet->namedRangeCount(); ++i) {
+            const char* const text = sheet->namedRange(i, &a, &b, &c, &d);
+            if (text == nullptr) std::abort();
+        }
+        sheet->printAreaRange(&a, &b, &c, &d);
+        sheet->repeatRows(&a, &b);
+        sheet->repeatColumns(&a, &b);
+    }
+}
+
+/// Names set, found, copied with their sheet and removed.
+void changeNames(Book& book) {
+    if (book.sheetCount() == 0) return;
+    auto* const sheet = book.getSheet(0);
+    int a, b, c, d;
+    if (sheet->setNamedRangeByName("fuzzed", 1, 2, 3, 4, 0) &&
+        (!sheet->namedRangeByName("FUZZED", &a, &b, &c, &d, 0) || a != 1 || d != 4))
+        std::abort();
+    sheet->setPrintAreaRange(0, 9, 0, 9);
+    sheet->setRepeatRows(0, 1);
+    sheet->setRepeatColumns(2, 3);
+    if (book.sheetCount() < 20) book.insertSheet(0, "Fuzzed", sheet);
+    sheet->removeNamedRange("fuzzed", -2);
+    if (book.sheetCount() > 1) book.removeSheet(1);
+    readNames(book);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -58,6 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const BookPtr book = load(stream.written());
     if (!book) return 0;
     read(*book);
+    readNames(*book);
 
     const char* saved = nullptr;
     std::size_t savedSize = 0;
@@ -69,6 +105,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         auto* const a = book->getSheet(i);
         auto* const b = again->getSheet(i);
         if (a->lastRow() != b->lastRow() || a->lastCol() != b->lastCol()) std::abort();
+        if (i < 20 && a->namedRangeCount() != b->namedRangeCount()) std::abort();
     }
+    changeNames(*again);
+    if (again->saveMemory(&saved, &savedSize) && !load({saved, saved + savedSize})) std::abort();
     return 0;
 }

@@ -99,6 +99,8 @@ public:
     bool isWriteProtected() override;
     int keptTotal() override;
     const char* keptAt(int index, std::size_t* size) override;
+    int nameTotal() override;
+    bool nameAt(int index, IBookNames::Name& name) override;
     void release() override;
 
     // For the book's parts.

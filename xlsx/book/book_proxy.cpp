@@ -92,6 +92,16 @@ const char* XMLBookProxy<CharT>::keptAt(int index, std::size_t* size) {
     return dynamic_cast<IBookKept&>(*_book).keptAt(index, size);
 }
 
+template <class CharT>
+int XMLBookProxy<CharT>::nameTotal() {
+    return dynamic_cast<IBookNames&>(*_book).nameTotal();
+}
+
+template <class CharT>
+bool XMLBookProxy<CharT>::nameAt(int index, IBookNames::Name& name) {
+    return dynamic_cast<IBookNames&>(*_book).nameAt(index, name);
+}
+
 template class XMLBookProxy<char>;
 template class XMLBookProxy<wchar_t>;
 

@@ -9,7 +9,7 @@ namespace vellum {
 /// Owns a book of one dialect and forwards to it. A load that fails is tried again in the other dialect, with a fresh
 /// book: nothing but the parser knows which dialect a file is in. A book that was replaced takes its settings with it.
 template <class CharT>
-class XMLBookProxy final : public IBookT<CharT>, public IBookKept {
+class XMLBookProxy final : public IBookT<CharT>, public IBookKept, public IBookNames {
 public:
     XMLBookProxy();
     ~XMLBookProxy() override;
@@ -25,6 +25,9 @@ public:
 
     int keptTotal() override;
     const char* keptAt(int index, std::size_t* size) override;
+    int nameTotal() override;
+    bool nameAt(int index, IBookNames::Name& name) override;
+    IBookNames::Outside outside() override { return {}; }
 
     // All others go straight through.
     bool loadWithoutEmptyCells(const CharT* path) override { return _book->loadWithoutEmptyCells(path); }

@@ -225,12 +225,48 @@ TEST(SheetLoad, OfSeveralRecordsOfARowTheFirstCountsOfACellTheLast) {
     EXPECT_EQ(one.sheet->lastFilledRow(), 3);
 }
 
+// Rows 1 to 3 of column A use the tokens behind the first, rows 1 to 3 of column B an array behind its last cell.
+TEST(SheetLoad, TokensBehindARowThatIsLeftOut) {
+    const auto user = [](const std::string& place, const std::string& anchor) {
+        return Record{6, hex(place + "0F00 000000000000F03F 0800 00000000 0500 01" + anchor)};
+    };
+    const Record shared{1212, hex("0100 0300 00 00 00 03 0300 1E0700")};
+    const Record array{545, hex("0100 0300 01 01 0000 00000000 0300 1E0900")};
+    const auto file = workbook(
+        {{user("0100 0000", "0100 0000"), shared, user("0100 0100", "0300 0100"), user("0200 0000", "0100 0000"),
+          user("0200 0100", "0300 0100"), user("0300 0000", "0100 0000"), user("0300 0100", "0300 0100"), array}});
+    const struct {
+        int first, last;
+        std::vector<Record> saved;
+    } cases[] = {
+        {2,
+         3,
+         {user("0200 0000", "0200 0000"), shared, user("0200 0100", "0300 0100"), user("0300 0000", "0200 0000"),
+          user("0300 0100", "0300 0100"), array}},
+        {1,
+         2,
+         {user("0100 0000", "0100 0000"), shared, user("0100 0100", "0100 0100"), array, user("0200 0000", "0100 0000"),
+          user("0200 0100", "0100 0100")}},
+        {3, 3, {user("0300 0000", "0300 0000"), shared, user("0300 0100", "0300 0100"), array}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.first);
+        const Book book = newBook();
+        ASSERT_TRUE(book->loadMemory(file.data(), file.size(), 0, c.first, c.last)) << book->errorMessage();
+        std::vector<Record> formulas;
+        for (const Record& r : savedRecords(*book)) {
+            if (r.id == 6 || r.id == 545 || r.id == 1212) formulas.push_back(r);
+        }
+        EXPECT_EQ(formulas, c.saved);
+    }
+}
+
 TEST(SheetLoad, Biff5CellsAndWhatOfThemIsSaved) {
     OneSheet one({{214, hex("0000 0000 0F00 0300 6162E9 01 0000")},
-                  {6, hex("0100 0000 0F00 000000000000FFFF 0000 00000000 0300 1E0700")},
+                  {6, hex("0100 0000 0F00 000000000000FFFF 0000 00000000 0100 FF")},
                   {519, hex("0200 7879")},
-                  {6, hex("0200 0000 0F00 000000000000F83F 0000 00000000 0300 1E0700")},
-                  {6, hex("0300 0000 0F00 020007000000FFFF 0000 00000000 0300 1E0700")},
+                  {6, hex("0200 0000 0F00 000000000000F83F 0000 00000000 0100 FF")},
+                  {6, hex("0300 0000 0F00 020007000000FFFF 0000 00000000 0100 FF")},
                   {512, Bytes(10)},
                   {523, Bytes(12)},
                   {20, hex("0161")},
