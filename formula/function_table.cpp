@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <span>
 
 #include "formula/function_word.h"
 
@@ -136,9 +137,30 @@ static_assert(functions[placeOfId[userDefinedId]].name == userDefinedName);
 
 }  // namespace
 
+namespace {
+
+/// First function of each initial letter; that of the letter behind Z is the end.
+constexpr std::array<std::uint16_t, 27> firstOfLetter = [] {
+    std::array<std::uint16_t, 27> first{};
+    for (std::size_t letter = 0; letter < first.size(); ++letter) {
+        const auto c = static_cast<wchar_t>(L'A' + letter);
+        while (first[letter] < std::size(functions) && functions[first[letter]].name[0] < c) ++first[letter];
+    }
+    return first;
+}();
+
+}  // namespace
+
+// Asked for every word of every text, most of which are cells.
 const Function* functionByName(std::wstring_view name) {
-    const auto* const found = std::ranges::lower_bound(functions, name, {}, &Function::name);
-    return found != std::end(functions) && found->name == name ? found : nullptr;
+    if (name.empty() || name[0] < L'A' || name[0] > L'Z') return nullptr;
+    const auto letter = static_cast<std::size_t>(name[0] - L'A');
+    const auto same =
+        std::span(functions).subspan(firstOfLetter[letter], firstOfLetter[letter + 1] - firstOfLetter[letter]);
+    const auto found = std::ranges::lower_bound(
+        same, name, [](std::wstring_view a, std::wstring_view b) { return std::ranges::lexicographical_compare(a, b); },
+        &Function::name);
+    return found != same.end() && found->name == name ? &*found : nullptr;
 }
 
 const Function* functionById(std::uint16_t id) {

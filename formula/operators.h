@@ -21,7 +21,8 @@ inline constexpr BinaryOperator binaryOperators[] = {
 };
 
 constexpr const BinaryOperator* binaryOperator(std::wstring_view word) {
-    if (word.empty() || word.size() > 2) return nullptr;
+    constexpr std::wstring_view firsts = L"&=<>+-*/^";
+    if (word.empty() || word.size() > 2 || firsts.find(word[0]) == std::wstring_view::npos) return nullptr;
     for (const BinaryOperator& op : binaryOperators) {
         if (op.word == word) return &op;
     }

@@ -11,6 +11,9 @@
 
 namespace vellum {
 
+/// Characters of a text in a cell.
+inline constexpr std::size_t maxCellText = 32767;
+
 struct RkCell {
     static constexpr SlotKind kind = SlotKind::rk;
     static constexpr const char* name = "RK";

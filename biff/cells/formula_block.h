@@ -28,6 +28,7 @@ public:
     static CachedValue number(double value);
     static CachedValue text() { return special(0, 0); }
     static CachedValue boolean(bool value) { return special(1, value ? 1 : 0); }
+    static CachedValue empty() { return special(3, 0); }
     static CachedValue error(int code) { return special(2, static_cast<std::uint8_t>(code)); }
 
     /// A number, text, boolean or error; `cellEmpty` when the formula has none or gave an empty text.
@@ -67,6 +68,7 @@ struct FormulaTail {
 struct FormulaCell {
     static constexpr SlotKind kind = SlotKind::formula;
     static constexpr const char* name = "Formula";
+    static constexpr std::uint16_t alwaysCalc = 0x0001;  // of `grbit`: readers are to calculate it, whatever its value
 
     std::uint16_t row = 0, col = 0, ixfe = 0;
     std::uint16_t grbit = 0;

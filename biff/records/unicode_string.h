@@ -56,6 +56,10 @@ struct XLUnicodeString {
     void write(ContinueWriter& out) const;
     [[nodiscard]] std::size_t wireSize() const;
 
+    /// A text that is in the pool already, of at most 65535 characters.
+    static XLUnicodeString twoByte(const wchar_t* pooled, std::size_t cch) {
+        return {.cch = static_cast<std::uint16_t>(cch), .flags = 1, .text = pooled};
+    }
     /// Throws "string is too long" above 65535.
     template <class CharT>
     void set(const CharT* newText, StringPool& pool, bool utf8);

@@ -9,6 +9,8 @@
 #include "engine/base/sheet_base.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
+#include "formula/compiling/formula_from_text.h"
+#include "formula/printing/formula_to_text.h"
 
 namespace vellum {
 
@@ -69,6 +71,10 @@ public:
     bool writeRichText(int row, int col, IRichStringT<CharT>* text, Format* format) override;
     bool isRichTextCell(int row, int col) override;
     const CharT* readFormula(int row, int col, Format** format) override;
+    bool writeFormula(int row, int col, const CharT* text, Format* format) override;
+    bool writeFormulaNumber(int row, int col, const CharT* text, double value, Format* format) override;
+    bool writeFormulaText(int row, int col, const CharT* text, const CharT* value, Format* format) override;
+    bool writeFormulaBoolean(int row, int col, const CharT* text, bool value, Format* format) override;
 
     // Rows (sheet_rows.cpp) and columns (sheet_columns.cpp).
     double rowHeight(int row) override;
@@ -271,12 +277,17 @@ private:
     void putLabelSst(CellPlace at, std::uint16_t ixfe, std::uint32_t isst);
     void putBoolErr(CellPlace at, std::uint16_t ixfe, int value, bool isError);
     void putBlank(CellPlace at, std::uint16_t ixfe);
+    void putFormula(FormulaCell cell);
     void eraseCell(CellPlace at);
     void eraseCells(CellPlace first, CellPlace last);
     void setIxfe(CellSlot slot, std::uint16_t ixfe);
 
     [[nodiscard]] const CharT* textOf(CellSlot slot);
     [[nodiscard]] const CharT* formulaText(const FormulaCell& cell);
+    /// The text of a formula's tokens, alive until the next call.
+    [[nodiscard]] const std::wstring& expressionText(const FormulaCell& cell);
+    /// Compiles a text into a cell that has no value yet. Nothing of the sheet changes.
+    [[nodiscard]] FormulaCell compiled(CellPlace at, const CharT* text, const Format* format);
     [[nodiscard]] const CharT* numberText(double value);
     [[nodiscard]] const CharT* give(std::wstring_view text) { return _text.template give<CharT>(text, _book.utf8()); }
     /// Before the cell goes: a formula whose tokens others share hands them on.
@@ -295,6 +306,8 @@ private:
     SheetParts _parts;
     TextHolder _text;
     TextHolder _nameText;
+    formula::FormulaText _formulaText;
+    formula::FormulaTokens _formulaTokens;
 };
 
 extern template class SheetImplT<char>;

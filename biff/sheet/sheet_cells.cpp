@@ -137,6 +137,11 @@ void SheetImplT<CharT>::putLabelSst(CellPlace at, std::uint16_t ixfe, std::uint3
 }
 
 template <class CharT>
+void SheetImplT<CharT>::putFormula(FormulaCell cell) {
+    put(std::move(cell));
+}
+
+template <class CharT>
 void SheetImplT<CharT>::putBlank(CellPlace at, std::uint16_t ixfe) {
     put(BlankCell{at.row, at.col, ixfe});
 }

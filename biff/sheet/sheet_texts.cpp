@@ -8,11 +8,6 @@
 #include "biff/strings/str_map.h"
 
 namespace vellum {
-namespace {
-
-constexpr std::size_t maxCellText = 32767;
-
-}  // namespace
 
 // As "%.16g" shows it.
 template <class CharT>

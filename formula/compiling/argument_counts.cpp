@@ -6,6 +6,8 @@
 
 namespace vellum::formula {
 
+using namespace std::string_view_literals;
+
 void ArgumentCounts::scan(std::wstring_view text) {
     _text = text;
     _counts.assign(text.size(), neverClosed);
@@ -13,16 +15,16 @@ void ArgumentCounts::scan(std::wstring_view text) {
     TextWords words(text);
     std::size_t at = 0;
     for (auto word = words.next(); !word.empty(); at = words.position(), word = words.next()) {
-        if (!_open.empty() && word != L")") {
+        if (!_open.empty() && word != L")"sv) {
             std::int32_t& count = _open.back().count;
-            if (word == L"," || word == L";") {
+            if (word == L","sv || word == L";"sv) {
                 ++count;
             } else if (count == 0) {
                 count = 1;
             }
         }
-        if (word == L"(") _open.push_back({at, 0});
-        if (word == L")" && !_open.empty()) {
+        if (word == L"("sv) _open.push_back({at, 0});
+        if (word == L")"sv && !_open.empty()) {
             _counts[_open.back().place] = _open.back().count;
             _open.pop_back();
         }

@@ -4,10 +4,11 @@
 
 namespace vellum::formula {
 
-std::span<const std::byte> FormulaTokens::tokensOfText(std::wstring& text, FormulaContext& book, int sheet,
+std::span<const std::byte> FormulaTokens::tokensOfText(std::wstring_view text, FormulaContext& book, int sheet,
                                                        TextOrigin at) {
-    if (book.usesR1C1Text()) r1c1ToA1(text, at.row, at.col, true);
-    return _tokens.compileFormula(_postfix.textToPostfix(text), book, sheet);
+    _text = text;
+    if (book.usesR1C1Text()) r1c1ToA1(_text, at.row, at.col, true);
+    return _tokens.compileFormula(_postfix.textToPostfix(_text), book, sheet);
 }
 
 }  // namespace vellum::formula

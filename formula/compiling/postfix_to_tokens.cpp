@@ -16,6 +16,8 @@
 #include "formula/token_cut.h"
 
 namespace vellum::formula {
+
+using namespace std::string_view_literals;
 namespace {
 
 constexpr std::size_t maxTokenBytes = 8202;  // of a Formula record that is not continued
@@ -51,17 +53,17 @@ std::optional<Prefixed> splitPrefix(std::wstring_view word) {
 }  // namespace
 
 bool TokenMaker::operatorWord(std::wstring_view word) {
-    if (word == L"uMinus") {
+    if (word == L"uMinus"sv) {
         code(ptg::uminus);
-    } else if (word == L"uPlus") {
+    } else if (word == L"uPlus"sv) {
         code(ptg::uplus);
-    } else if (word == L"%" || word == L"uPercent") {
+    } else if (word == L"%"sv || word == L"uPercent"sv) {
         code(ptg::percent);
     } else if (const BinaryOperator* const op = binaryOperator(word)) {
         code(op->code);
-    } else if (word == L"(") {
+    } else if (word == L"("sv) {
         code(ptg::paren);
-    } else if (word == L"SUM1") {
+    } else if (word == L"SUM1"sv) {
         _out.putAll(ptg::attr, attributeSum, std::uint16_t{0});
     } else {
         return false;
@@ -187,8 +189,8 @@ void TokenMaker::nameWord(std::wstring_view word) {
 
 void TokenMaker::word(std::wstring_view word) {
     if (operatorWord(word) || numberWord(word)) return;
-    if (word == L"TRUE" || word == L"FALSE") {
-        _out.putAll(ptg::boolean, static_cast<std::uint8_t>(word == L"TRUE"));
+    if (word == L"TRUE"sv || word == L"FALSE"sv) {
+        _out.putAll(ptg::boolean, static_cast<std::uint8_t>(word == L"TRUE"sv));
     } else if (const auto call = parseFunctionWord(word)) {
         functionCall(*call);
     } else if (locationWord(word)) {

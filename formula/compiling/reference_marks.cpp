@@ -5,6 +5,8 @@
 #include "formula/text_words.h"
 
 namespace vellum::formula {
+
+using namespace std::string_view_literals;
 namespace {
 
 bool isLetter(wchar_t c) {
@@ -33,26 +35,26 @@ void ReferenceMarker::append(std::wstring_view word, std::wstring_view rest) {
     _text += word;
     std::uint32_t mask = 0;
     // TRUE and FALSE without a parenthesis are operands, and open no call.
-    const bool isConstant = (word == L"TRUE" || word == L"FALSE") && !rest.starts_with(L'(');
+    const bool isConstant = (word == L"TRUE"sv || word == L"FALSE"sv) && !rest.starts_with(L'(');
     if (!isConstant && isFunctionName(word, mask)) {
         _calls.push_back({.mask = mask});
         return;
     }
     if (_calls.empty()) return;
     Call& call = _calls.back();
-    if (word == L"(") {
+    if (word == L"("sv) {
         if (call.waiting) {
             call.waiting = false;
         } else {
             ++call.nested;
         }
-    } else if (word == L")") {
+    } else if (word == L")"sv) {
         if (call.nested > 0) {
             --call.nested;
         } else {
             _calls.pop_back();
         }
-    } else if (word == L"," || word == L";") {
+    } else if (word == L","sv || word == L";"sv) {
         ++call.argument;
     } else if ((call.mask >> (call.argument % 32) & 1) != 0) {
         const std::size_t prefix = findOutsideQuotes(word, L'!');

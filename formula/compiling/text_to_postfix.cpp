@@ -9,6 +9,8 @@
 #include "formula/text_words.h"
 
 namespace vellum::formula {
+
+using namespace std::string_view_literals;
 namespace {
 
 // Beside those of the binary operators.
@@ -63,9 +65,9 @@ void PostfixMaker::pushOperator(std::wstring_view word, int precedence, bool sep
         while (!_waiting.empty() && _waiting.back().precedence >= precedence) writeTop();
     }
     if (!separator) {
-        const bool unary = _operands == 0 && (word == L"-" || word == L"+");
+        const bool unary = _operands == 0 && (word == L"-"sv || word == L"+"sv);
         if (unary) {
-            _waiting.push_back({word == L"-" ? L"uMinus" : L"uPlus", 0, unaryPrecedence});
+            _waiting.push_back({word == L"-"sv ? L"uMinus" : L"uPlus", 0, unaryPrecedence});
         } else {
             _waiting.push_back({word, 0, static_cast<std::int8_t>(precedence)});
         }
@@ -78,16 +80,16 @@ void PostfixMaker::convert(std::wstring_view text) {
     std::uint32_t mask = 0;
     for (auto word = words.next(); !word.empty(); word = words.next()) {
         const bool constant =
-            (word == L"TRUE" || word == L"FALSE") && !words.rest().empty() && !words.rest().starts_with(L'(');
+            (word == L"TRUE"sv || word == L"FALSE"sv) && !words.rest().empty() && !words.rest().starts_with(L'(');
         if (!constant && isFunctionName(word, mask)) {
             pushFunction(word, words.position());
-        } else if (word == L"%") {
+        } else if (word == L"%"sv) {
             write(L"uPercent");
-        } else if (word == L"(") {
+        } else if (word == L"("sv) {
             openParenthesis();
-        } else if (word == L")") {
+        } else if (word == L")"sv) {
             closeParenthesis();
-        } else if (word == L";" || word == L",") {
+        } else if (word == L";"sv || word == L","sv) {
             pushOperator(word, separatorPrecedence, true);
         } else if (const BinaryOperator* const op = binaryOperator(word)) {
             pushOperator(word, op->precedence, false);

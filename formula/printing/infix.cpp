@@ -9,6 +9,8 @@
 #include "formula/postfix_words.h"
 
 namespace vellum::formula {
+
+using namespace std::string_view_literals;
 namespace {
 
 constexpr std::size_t maxText = 32767;  // characters of a text at the interface
@@ -16,11 +18,11 @@ constexpr std::size_t maxText = 32767;  // characters of a text at the interface
 }  // namespace
 
 InfixBuilder::Node InfixBuilder::classify(std::wstring_view word) {
-    if (word == L"uMinus") return {word, 0, 1, Shape::minus};
-    if (word == L"uPlus") return {word, 0, 1, Shape::plus};
-    if (word == L"uPercent") return {word, 0, 1, Shape::percent};
-    if (word == L"ptgRange") return {word, 0, 2, Shape::range};
-    if (word == L"(") return {word, 0, 1, Shape::paren};
+    if (word == L"uMinus"sv) return {word, 0, 1, Shape::minus};
+    if (word == L"uPlus"sv) return {word, 0, 1, Shape::plus};
+    if (word == L"uPercent"sv) return {word, 0, 1, Shape::percent};
+    if (word == L"ptgRange"sv) return {word, 0, 2, Shape::range};
+    if (word == L"("sv) return {word, 0, 1, Shape::paren};
     if (isBinaryOperator(word)) return {word, 0, 2, Shape::binary};
     if (const auto call = parseFunctionWord(word)) {
         const bool user = call->name == userDefinedName && call->count > 0;

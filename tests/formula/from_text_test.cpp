@@ -194,6 +194,10 @@ TEST(TextToTokens, Functions) {
         {L"sum(A1)", "incorrect token in formula"},
         {L"USERDEFINED(1)", "incorrect token in formula"},
         {L"SUM(A1 B1)", "incorrect token in formula"},
+        // The stream that docs/formulas.md tells byte by byte.
+        {L"IF(A1>10,ROUND(B1/3,2),\"none\")",
+         "44 00 00 00 C0 1E 0A 00 0D 44 00 00 01 C0 1E 03 00 06 1E 02 00 42 02 1B 00 "
+         "17 04 01 6E 00 6F 00 6E 00 65 00 42 03 01 00"},
         {L"GET.CELL(1,A1)", "1E 01 00 24 00 00 00 C0 42 02 B9 00"},
     });
     FakeBook book;
