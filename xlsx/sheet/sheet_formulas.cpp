@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "bindery/values/value_spec.h"
+#include "engine/facts/r1c1.h"
 #include "engine/failure/vlerror.h"
 #include "xlsx/features/future_functions.h"
 #include "xlsx/sheet/sheet.h"
@@ -16,9 +17,9 @@ const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** f
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
         if (!cell.formula()) throw vlerror(xlsx::msg::noFormula);
-        if (book().isR1C1()) throw vlerror(xlsx::msg::notAvailable);
         const CellPlace at = place(row, col);
         std::wstring text = formulaText(at, cell, at);
+        if (book().isR1C1()) text = a1ToR1C1(text, row, col);
         if (book().listSeparator() == L';') std::replace(text.begin(), text.end(), L',', L';');
         xlsx::unprefixFunctions(text);
         return give(text);
@@ -28,13 +29,13 @@ const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** f
 /// A formula's text begins behind the "="; in braces it is an array formula, which covers its own cell.
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::putFormula(CellPlace at, const CharT* text, Format* format) -> Cell& {
-    if (book().isR1C1()) throw vlerror(xlsx::msg::notAvailable);
     std::wstring formula(widened(text));
-    numberAll();
-    if (Cell* const old = findCell(at); old && isMaster(*old)) removeShared(at, *old);
     if (formula.starts_with(L'=')) formula.erase(0, 1);
     xlsx::prefixFunctions(formula);
     std::replace(formula.begin(), formula.end(), L';', L',');
+    if (book().isR1C1()) r1c1ToA1(formula, static_cast<int>(at.row), static_cast<int>(at.col), false);
+    numberAll();
+    if (Cell* const old = findCell(at); old && isMaster(*old)) removeShared(at, *old);
     const bool isArray = formula.size() >= 2 && formula.front() == L'{' && formula.back() == L'}';
     if (isArray) {
         formula = formula.substr(1, formula.size() - 2);

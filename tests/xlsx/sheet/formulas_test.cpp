@@ -53,10 +53,17 @@ TEST(SheetFormulas, ReadersSeeTheirSeparatorAndNoPrefix) {
     sheet.book.separator = L';';
     EXPECT_EQ(sheet.formula(0, 0), "CONCAT(A2;X(B2))");
     EXPECT_EQ(sheet.formula(0, 1), "! this cell doesn't contain a formula");
+}
+
+TEST(SheetFormulas, R1C1CountsFromTheCell) {
+    TestSheet sheet("");
     sheet.book.r1c1 = true;
-    EXPECT_EQ(sheet.formula(0, 0), "! function is not available yet");
-    EXPECT_FALSE(sheet->writeFormula(0, 0, "R1C1", nullptr));
-    EXPECT_TRUE(sheet->isFormulaCell(0, 0));
+    EXPECT_TRUE(sheet->writeFormula(1, 1, "=SUM(R1C1:R[-1]C, RC[1]; 'R1C1 x'!R1C1)&\"RC\"", nullptr));
+    EXPECT_FALSE(sheet->writeFormula(1, 1, "R0C1", nullptr));
+    EXPECT_EQ(sheet.error(), "row must be in range 0-1048575");
+    EXPECT_EQ(sheet.formula(1, 1), "SUM($A$1:B1,RC[1],'R1C1 x'!$A$1)&\"RC\"");
+    sheet.book.r1c1 = false;
+    EXPECT_EQ(sheet.formula(1, 1), "SUM($A$1:B1,C2,'R1C1 x'!$A$1)&\"RC\"");
 }
 
 TEST(SheetFormulas, CachedResultsAreCells) {
