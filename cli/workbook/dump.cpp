@@ -128,6 +128,8 @@ private:
 
 void dumpBook(vellum::IBookT<char>& book, const DumpOptions& options, std::ostream& out, std::ostream& errors) {
     JsonLines lines(out);
+    // One notation for all: in R1C1 the text of shared tokens counts from no cell, and says less.
+    if (options.formulas) book.setUsesR1C1(false);
     if (options.names) dumpNames(book, lines);
     const int count = book.sheetCount();
     for (int index = 0; index < count; ++index) {
