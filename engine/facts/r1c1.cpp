@@ -140,7 +140,9 @@ std::wstring a1ToR1C1(std::wstring_view text, int row, int col) {
         at += length;
         const wchar_t behind = at == text.size() ? L' ' : text[at];
         const auto joins = [](wchar_t c) { return c == L'!' || c == L':' || c == L'(' || c == L'[' || c == L']'; };
-        if ((before != L'(' && joins(before)) || joins(behind) || !appendR1C1(out, piece, row, col)) out += piece;
+        const bool alone = (before == L'(' || !joins(before)) && !joins(behind);
+        // A name may have the form of a cell that no sheet has.
+        if (!alone || !readCellAddress(piece) || !appendR1C1(out, piece, row, col)) out += piece;
     }
     return out;
 }

@@ -11,7 +11,7 @@ namespace vellum {
 bool appendR1C1(std::wstring& out, std::wstring_view word, int originRow, int originCol);
 
 /// The whole text of a formula with its single cells in R1C1 notation. Areas and cells with a sheet stay as they are,
-/// as does what stands in quotes.
+/// as does what stands in quotes, and what is no cell of an Open XML sheet.
 std::wstring a1ToR1C1(std::wstring_view text, int row, int col);
 
 /// Rewrites every cell in R1C1 notation as A1, relative to a cell, and drops the blanks outside of quotes; all else

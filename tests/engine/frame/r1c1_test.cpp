@@ -20,7 +20,7 @@ TEST(R1C1, SingleCellsOfATextAreTold) {
         {L"\"B2\"&B2", L"\"B2\"&RC"},
         {L"XFD1048576", L"R[1048574]C[16382]"},
         {L"1.5E2+Rate", L"1.5E2+Rate"},
-        {L"$ABCD1", L"$ABCD1"},
+        {L"$ABCD1+Rate2", L"$ABCD1+Rate2"},
         {L"A123456789", L"A123456789"},
     };
     for (const auto& c : cases) EXPECT_EQ(a1ToR1C1(c.a1, 1, 1), c.r1c1) << a1ToR1C1(c.a1, 1, 1).size();
