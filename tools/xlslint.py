@@ -5,6 +5,7 @@ Container: every sector in one chain or none, tables marked, the directory a tre
 the engine writes them, sizes of fixed ones, nothing over 8224 bytes, nothing behind the last EOF but zeros. Indices:
 fonts, formats, cell formats, strings, sheets, sheet references and names that exist; BoundSheet8 positions that lead to a
 Bof of the right kind. Names that are one of a kind in their scope; shared, array and table formulas whose tokens are there.
+Drawings: one exact tree a sheet, its pieces under the right identifiers and before their objects, counts in step.
 
 A directory order, or references to formats that were wrong in the loaded file, come back unchanged in the saved one:
 with --loaded ORIGINAL what the original has wrong too is not told. Exit status 1 when there is a fault.
@@ -14,6 +15,7 @@ import re
 import struct
 import sys
 
+from xlsdrawing import DrawingGroup, SheetDrawing
 from xlsfile import (BOF, CONTINUE, CONTINUES, EOF, MAX_BODY, CompoundFile, Fault, expand_cells, grouped, record_name,
                      records, shared_strings, substreams)
 from xlstokens import PTG_EXP, PTG_NAME, PTG_TBL, WITH_XTI, counted, tokens
@@ -65,11 +67,25 @@ class Lint:
         for number, part in enumerate(parts[1:]):
             self.where = "sheet %d: " % number
             self.sheet(part)
+        self.drawings(parts)
 
     where = "globals: "
 
     def fault(self, text):
         self.faults.append(self.where + text)
+
+    def drawings(self, parts):
+        """One tree a sheet, cut and counted as it must be; identifiers and pictures that exist."""
+        found = []
+        for number, part in enumerate(parts[1:]):
+            if part[0].u16(2) == 16:
+                self.where = "sheet %d: " % number
+                found.append(SheetDrawing(part))
+                for text in found[-1].check():
+                    self.fault(text)
+        self.where = "globals: "
+        for text in DrawingGroup(parts[0]).check(found):
+            self.fault(text)
 
     def sizes(self, flat):
         depth = 0

@@ -18,6 +18,7 @@
 #include "biff/strings/str_map.h"
 #include "biff/styles/font.h"
 #include "biff/styles/format.h"
+#include "engine/api/iobjects.h"
 #include "engine/base/book_base.h"
 #include "engine/text/string_pool.h"
 
@@ -28,7 +29,7 @@ namespace vellum {
 /// A book is new, with the formats and fonts that every workbook has and no sheet, or loaded. A load reads all of the
 /// file at once and closes it. What the engine does not understand is kept as bytes and saved again at its place.
 template <class CharT>
-class BookImplT final : public BookBaseT<CharT>, public BookContext<CharT> {
+class BookImplT final : public BookBaseT<CharT>, public BookContext<CharT>, public IBookPictures {
 public:
     BookImplT();
     BookImplT(const BookImplT&) = delete;
@@ -95,6 +96,14 @@ public:
     bool isWriteProtected() override { return _globals.isWriteProtected; }
     void release() override;
 
+    // Pictures: book_pictures.cpp.
+    int pictureTotal() override;
+    int pictureAt(int index, const char** data, std::size_t* size) override;
+    int addPictureFile(const CharT* path) override;
+    int addPictureData(const void* data, std::size_t size) override;
+    bool pictureSize(int index, int* width, int* height) override;
+    bool isThumbnail(int) override { return false; }
+
     // For the book's sheets: where each concerns, see above.
     LastError& lastError() noexcept override { return this->_lastError; }
     StringPool& pool() override { return _pool; }
@@ -120,6 +129,7 @@ public:
     biff::DefinedNames& names() override { return _globals.names; }
     [[nodiscard]] const biff::DefinedNames& names() const override { return _globals.names; }
     formula::FormulaContext& formulas() override;
+    drawing::DrawingGroup& drawingGroup() override { return _globals.drawingGroup; }
     [[nodiscard]] std::size_t sheetTotal() const override { return _sheets.size(); }
     [[nodiscard]] SheetImplT<CharT>* sheetByIndex(std::size_t index) const override;
     [[nodiscard]] int indexOfSheet(const SheetImplT<CharT>& sheet) const override;

@@ -187,6 +187,7 @@ bool BookImplT<CharT>::removeSheet(int index) {
         newIndex[gone] = -1;
 
         _sheets[gone]->releaseStrings();
+        _sheets[gone]->releaseDrawing();
         _sheets.erase(_sheets.begin() + index);
         _globals.boundSheets.erase(_globals.boundSheets.begin() + index);
         _globals.rrTabId.resize(_sheets.size());

@@ -12,19 +12,13 @@ constexpr bool single = true;
 
 // Sorted by id.
 constexpr KeptRule rules[] = {
-    {record_id::Note, Place::notes},
     {record_id::Pls, Place::printerData},  // one per platform occurs
     {record_id::DCon, Place::consolidation, single},
-    {record_id::Obj, Place::drawing},
     {record_id::Sort, Place::sorting, single},
     {record_id::AutoFilterInfo, Place::autoFilter, single},
-    {record_id::MsoDrawing, Place::drawing},
-    {record_id::MsoDrawingSelection, Place::drawing},
     {record_id::PhoneticInfo, Place::phonetic, single},
-    {record_id::TxO, Place::drawing},
     {record_id::CodeName, Place::codeName, single},
     {record_id::EntExU2, Place::formulaExtension, single},
-    {record_id::Bof, Place::drawing},  // a chart, from its Bof to its EOF
     {record_id::FeatHdr11, Place::tables},
     {record_id::Feature11, Place::tables},
     {record_id::DropDownObjIds, Place::dropDowns, single},

@@ -17,8 +17,6 @@ enum class Place : std::uint8_t {
     dropDowns,
     autoFilter,
     formulaExtension,
-    drawing,
-    notes,
     consolidation,
     pageLayoutView,
     phonetic,

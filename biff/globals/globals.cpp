@@ -18,6 +18,8 @@ void Globals::finishLoad() {
     }
     others.shrink();
     if (isBiff5()) biff::convertBiff5Names(names, boundSheets.size());
+    if (isBiff5()) drawingGroup.clear();
+    drawingGroup.finishLoad();
 }
 
 const RawRecords& Globals::slot(std::uint16_t id) const {
@@ -56,8 +58,8 @@ std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
 }
 
 std::size_t Globals::keptBytes() const {
-    std::size_t bytes = 0;
-    for (const RawRecords* one : {&xfExts, &headerPictures, &drawingGroup, &bookExt, &extSst, &others}) {
+    std::size_t bytes = drawingGroup.unreadBytes();
+    for (const RawRecords* one : {&xfExts, &headerPictures, &bookExt, &extSst, &others}) {
         bytes += one->wire().size();
     }
     for (const RawRecords& one : slots) bytes += one.wire().size();

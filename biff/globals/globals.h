@@ -13,6 +13,7 @@
 #include "biff/records/bof.h"
 #include "biff/records/raw_records.h"
 #include "biff/records/word_record.h"
+#include "drawing/pictures/drawing_group.h"
 
 namespace vellum {
 
@@ -70,7 +71,8 @@ struct Globals {
     Palette palette;
 
     std::array<RawRecords, std::size(slotIds)> slots;
-    RawRecords xfExts, headerPictures, drawingGroup, bookExt, extSst, others;
+    RawRecords xfExts, headerPictures, bookExt, extSst, others;
+    drawing::DrawingGroup drawingGroup;
 
     /// A record that is not a font, a format or the shared strings. Throws "NAME size is incorrect" and its like.
     void read(Xls& in, RecordHeader header, StringPool& pool);

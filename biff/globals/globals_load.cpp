@@ -146,6 +146,10 @@ void bookExt(Globals& g, Xls& in, RecordHeader h, StringPool& pool) {
     readPrefix<globals::BookExt>(body, body.left());
 }
 
+void drawingGroup(Globals& g, Xls& in, RecordHeader h, StringPool&) {
+    g.drawingGroup.take(in, h);
+}
+
 constexpr Rule rules[] = {
     {14, fixed<&Globals::calcPrecision>},
     {18, fixed<&Globals::protect>},
@@ -170,7 +174,7 @@ constexpr Rule rules[] = {
     {218, fixed<&Globals::bookBool>},
     {225, fixedOrEmpty<&Globals::interfaceHdr>},
     {226, interfaceEnd},
-    {235, raw<&Globals::drawingGroup>},
+    {235, drawingGroup},
     {255, raw<&Globals::extSst>},
     {317, rrTabId},
     {352, fixed<&Globals::usesElfs>},

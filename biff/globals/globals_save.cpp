@@ -80,7 +80,7 @@ void Globals::writeLinks(Xls& out) {
     saved.dwBuild = std::min(saved.dwBuild, globals::RecalcId().dwBuild);
     writeFixed(out, saved);
     writeKept(out, headerPictures);
-    writeKept(out, drawingGroup);
+    drawingGroup.write(out);
 }
 
 void Globals::writeBack(Xls& out) const {

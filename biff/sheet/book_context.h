@@ -9,6 +9,10 @@
 
 namespace vellum {
 
+namespace drawing {
+class DrawingGroup;
+}
+
 class LastError;
 class Palette;
 class StringPool;
@@ -111,6 +115,8 @@ public:
     [[nodiscard]] virtual const wchar_t* numFormatText(std::uint16_t ifmt) const = 0;
 
     virtual Palette& palette() = 0;
+    /// What the drawings of all sheets share.
+    virtual drawing::DrawingGroup& drawingGroup() = 0;
 
     /// Defined names of the book and of its sheets, and the references to sheets.
     virtual biff::DefinedNames& names() = 0;

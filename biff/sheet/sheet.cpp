@@ -4,6 +4,7 @@
 
 #include "biff/cells/biff5_formulas.h"
 #include "biff/names/defined_names.h"
+#include "biff/sheet/drawing_surroundings.h"
 #include "biff/strings/str_map.h"
 #include "engine/text/string_pool.h"
 #include "formula/formula_context.h"
@@ -11,12 +12,12 @@
 namespace vellum {
 namespace {
 
-// What a copy leaves behind: drawings, comments and tables bear numbers and names that are unique in a book, drop-down
-// lists name such numbers, and a code name belongs to one sheet's macros.
-constexpr Place uniquePlaces[] = {Place::drawing, Place::notes, Place::codeName, Place::tables, Place::dropDowns};
+// What a copy leaves behind: tables bear numbers and names that are unique in a book, and a code name belongs to one
+// sheet's macros. Drop-down lists name objects by numbers that only a copy within the book keeps.
+constexpr Place uniquePlaces[] = {Place::codeName, Place::tables};
 // What refers to fonts, names or formats of its book.
-constexpr Place boundPlaces[] = {Place::sorting,  Place::autoFilter,    Place::formulaExtension,
-                                 Place::phonetic, Place::consolidation, Place::other};
+constexpr Place boundPlaces[] = {Place::dropDowns, Place::sorting,       Place::autoFilter, Place::formulaExtension,
+                                 Place::phonetic,  Place::consolidation, Place::other};
 
 /// Copies the content of a sheet, cell by cell in the order of the table, so that what lies dead in the vectors of the
 /// source stays there.
@@ -159,7 +160,10 @@ void SheetImplT<CharT>::load(Xls& in, const SheetLoad& what) {
     releaseStrings();
     _parts = SheetParts();
     _parts.features = biff::SheetFeatures::ofFile();
-    loadSheet(_parts, {in, _book.pool(), _book.strings(), what, _book.isBiff5()});
+    std::vector<drawing::OlderNote> notes;
+    loadSheet(_parts, {in, _book.pool(), _book.strings(), what, _book.isBiff5(), notes});
+    DrawingSurroundings surroundings(*this);
+    for (const auto& note : notes) drawing::addOlderNote(_parts.drawing, _parts.notes, surroundings, note);
     if (_book.isBiff5())
         biff::convertBiff5Formulas(_parts.cells, _book.names().links, _book.formulas().sheetTotal(), _book.pool());
 }
@@ -184,6 +188,7 @@ void SheetImplT<CharT>::cloneFrom(const SheetImplT& source) {
     releaseStrings();
     _parts = SheetParts();
     SheetCopier<CharT>(_parts, _book, source._parts, source._book).copy();
+    copyDrawing(source);
 }
 
 template <class CharT>

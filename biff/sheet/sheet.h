@@ -6,6 +6,7 @@
 
 #include "biff/sheet/book_context.h"
 #include "biff/sheet/sheet_parts.h"
+#include "engine/api/iobjects.h"
 #include "engine/base/sheet_base.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
@@ -14,10 +15,14 @@
 
 namespace vellum {
 
+namespace drawing {
+struct PixelPlace;
+}
+
 /// A sheet of 65536 rows by 256 columns. Owned by its book; not to be used from two threads at once.
 /// Strings that it returns live until the next operation on the same sheet that returns one.
 template <class CharT>
-class SheetImplT final : public SheetBaseT<CharT> {
+class SheetImplT final : public SheetBaseT<CharT>, public ISheetObjects<CharT> {
 public:
     using typename SheetBaseT<CharT>::Format;
 
@@ -29,12 +34,14 @@ public:
     void load(Xls& in, const SheetLoad& what);
     /// Writes from Bof to EOF, always as BIFF8.
     void save(Xls& out);
-    /// Takes the content of a sheet of this or another book. Drawings, comments and tables stay behind,
-    /// since what they name is unique in a book; from another book formulas come as their values.
+    /// Takes the content of a sheet of this or another book. Tables stay behind, since what they name is unique in a
+    /// book; from another book formulas come as their values, and of a drawing the pictures and comments.
     void cloneFrom(const SheetImplT& source);
     /// Takes the sheet's uses out of the shared strings; to be called before the sheet goes.
     void releaseStrings();
     [[nodiscard]] BookContext<CharT>& book() const { return _book; }
+    /// The same for the pictures that its drawing shows.
+    void releaseDrawing() { _parts.drawing.leaveBook(_book.drawingGroup()); }
     [[nodiscard]] const wchar_t* name() const { return _name; }
     /// `pooled` must live as long as the book. No checks.
     void setName(const wchar_t* pooled) { _name = pooled; }
@@ -182,6 +189,21 @@ public:
                          int* totalsRows) override;
     bool groupRowRange(int rowFirst, int rowLast, bool collapsed) override;
     bool groupColumnRange(int colFirst, int colLast, bool collapsed) override;
+    // Comments (sheet_comments.cpp) and pictures (sheet_pictures.cpp).
+    const CharT* readComment(int row, int col) override;
+    bool writeComment(int row, int col, const CharT* text, const CharT* author, int width, int height) override;
+    bool removeComment(int row, int col) override;
+    int pictureTotalOnSheet() override;
+    int sheetPictureAt(int index, int* rowTop, int* colLeft, int* rowBottom, int* colRight, int* width, int* height,
+                       int* offsetX, int* offsetY, const CharT** linkPath) override;
+    bool placePicture(int row, int col, int pictureId, double scale, int offsetX, int offsetY, int placement) override;
+    bool placePictureSized(int row, int col, int pictureId, int width, int height, int offsetX, int offsetY,
+                           int placement) override;
+    bool removePictureAt(int row, int col) override;
+    bool removePictureByIndex(int index) override;
+    // What a report needs of them: sheet_objects.cpp.
+    std::vector<SheetComment<CharT>> comments() override;
+    std::vector<SheetShape> shapes() override;
 
     // View, name, and what a binary sheet has not (sheet_view.cpp).
     bool showsGridlines() override;
@@ -294,10 +316,20 @@ private:
     void handOnShared(CellPlace at);
 
     [[nodiscard]] int widthPixels(std::uint16_t col) const;
+    /// As they are shown: 0 when hidden.
+    [[nodiscard]] int shownColumnPixels(std::uint16_t col) const;
+    [[nodiscard]] int shownRowPixels(std::uint16_t row) const;
     /// The same as a record has it, 1/256 character.
     [[nodiscard]] std::uint16_t widthUnits(std::uint16_t col) const;
     [[nodiscard]] std::uint16_t defaultWidthUnits() const;
     void setColumns(std::uint16_t first, std::uint16_t last, std::uint16_t coldx, const Format* format, bool hidden);
+    class DrawingSurroundings;
+    void requireWorksheet() const;
+    void copyDrawing(const SheetImplT& source);
+    /// After rows, or columns, were inserted before `first`, or removed from it on with a negative difference.
+    void moveComments(bool rows, int first, int difference);
+    void placeOnSheet(int pictureId, const drawing::PixelPlace& at, int placement);
+
     /// Characters that the cells of a column need, -1.0 when none has a text.
     [[nodiscard]] double fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd);
 

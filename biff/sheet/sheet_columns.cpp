@@ -60,12 +60,14 @@ double SheetImplT<CharT>::columnWidth(int col) {
 }
 
 template <class CharT>
+int SheetImplT<CharT>::shownColumnPixels(std::uint16_t col) const {
+    const ColInfo* const info = _parts.columns.find(col);
+    return info != nullptr && (info->flags & ColInfo::hidden) != 0 ? 0 : widthPixels(col);
+}
+
+template <class CharT>
 int SheetImplT<CharT>::columnWidthPixels(int col) {
-    return guard(-1, [&] {
-        const std::uint16_t checked = checkedCol(col);
-        const ColInfo* const info = _parts.columns.find(checked);
-        return info != nullptr && (info->flags & ColInfo::hidden) != 0 ? 0 : widthPixels(checked);
-    });
+    return guard(-1, [&] { return shownColumnPixels(checkedCol(col)); });
 }
 
 template <class CharT>

@@ -37,6 +37,7 @@ public:
             readRecord(*header);
         }
         _leftOut.adopt(_sheet.cells);
+        _sheet.drawing.finishLoad();
         _sheet.kept.sort();
         _sheet.rows.rows().shrink_to_fit();
         _sheet.cells.shrink();
@@ -81,7 +82,7 @@ private:
 
     // A continuation that is met here has lost the record that it went on with; kept, it would attach to another.
     void readRecord(const RecordHeader& header) {
-        if (readCell(header) || readMember(header)) return;
+        if (readCell(header) || readMember(header) || readDrawing(header)) return;
         if (continuesRecord(record_id::Eof, header.id)) {
             _in.skip(header.size);
         } else {
@@ -348,6 +349,37 @@ private:
             range.colLast = in.get<std::uint16_t>();
             _sheet.merges.push_back(range);
         }
+    }
+
+    // Drawings. Those of the older layout are another matter.
+
+    bool readDrawing(const RecordHeader& header) {
+        if (_source.biff5) return readOlderNote(header);
+        if (header.id == record_id::Note) {
+            _sheet.notes.read(body(header).rest());
+            return true;
+        }
+        if (!drawing::SheetDrawing::isPart(header.id)) return false;
+        _sheet.drawing.readBlock(_in, header);
+        return true;
+    }
+
+    // The older note has its text itself; long ones go on in records of row 65535.
+    bool readOlderNote(const RecordHeader& header) {
+        constexpr std::uint16_t goesOn = 0xFFFF;
+        if (header.id != record_id::Note) return false;
+        Cursor in = body(header);
+        if (in.left() < 6) return true;
+        const auto row = in.get<std::uint16_t>(), col = in.get<std::uint16_t>();
+        in.skip(sizeof(std::uint16_t));
+        auto& notes = _source.olderNotes;
+        if (row != goesOn) {
+            notes.push_back({row, col, {}});
+        } else if (notes.empty()) {
+            return true;
+        }
+        for (const std::byte c : in.rest()) notes.back().text += std::to_integer<wchar_t>(c);
+        return true;
     }
 
     // Records of which the bytes are kept.

@@ -15,6 +15,9 @@
 #include "biff/features/sheet_settings.h"
 #include "biff/records/bof.h"
 #include "biff/sheet/book_context.h"
+#include "drawing/objects/comments.h"
+#include "drawing/objects/note.h"
+#include "drawing/objects/sheet_drawing.h"
 
 namespace vellum {
 
@@ -34,6 +37,8 @@ struct SheetParts {
     SharedTokens sharedTokens;
     std::vector<biff::CellRange> merges;
     biff::SheetFeatures features;
+    drawing::SheetDrawing drawing;
+    drawing::Notes notes;
     KeptRecords kept;
     /// A sheet that is no worksheet, from its Bof to its EOF in wire form; empty for a worksheet.
     std::vector<std::byte> foreign;
@@ -62,6 +67,7 @@ struct SheetSource {
     StrMap& strings;  // uses of its strings are noted there
     SheetLoad what;
     bool biff5;
+    std::vector<drawing::OlderNote>& olderNotes;  // of a sheet of the older layout
 };
 
 /// Reads a sheet into fresh parts, from the next Bof to the EOF that closes it or the stream's end.

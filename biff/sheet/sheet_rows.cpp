@@ -22,13 +22,16 @@ double SheetImplT<CharT>::rowHeight(int row) {
 }
 
 template <class CharT>
+int SheetImplT<CharT>::shownRowPixels(std::uint16_t row) const {
+    const Row* const record = _parts.rows.find(row);
+    if (record != nullptr && (record->flags & Row::hidden) != 0) return 0;
+    const auto twips = record != nullptr ? record->miyRw : _parts.settings.defaultRowHeight.miyRw;
+    return static_cast<int>(std::floor(twips / twipsPerPoint * pixelsPerPoint + 0.5));
+}
+
+template <class CharT>
 int SheetImplT<CharT>::rowHeightPixels(int row) {
-    return guard(-1, [&] {
-        const Row* const record = _parts.rows.find(checkedRow(row));
-        if (record != nullptr && (record->flags & Row::hidden) != 0) return 0;
-        const auto twips = record != nullptr ? record->miyRw : _parts.settings.defaultRowHeight.miyRw;
-        return static_cast<int>(std::floor(twips / twipsPerPoint * pixelsPerPoint + 0.5));
-    });
+    return guard(-1, [&] { return shownRowPixels(checkedRow(row)); });
 }
 
 template <class CharT>

@@ -41,8 +41,8 @@ public:
         writeRows();
         writeCells();
         kept(Place::formulaExtension);
-        kept(Place::drawing);
-        kept(Place::notes);
+        _sheet.drawing.write(_out);
+        _sheet.notes.write(_out);
         kept(Place::consolidation);
         writeWindow2();
         kept(Place::pageLayoutView);

@@ -17,6 +17,31 @@ def record(rid, *fields, fmt="H", body=b""):
     return rid, body
 
 
+def art(ver, inst, kind, body, length=None):
+    return struct.pack("<HHI", ver | inst << 4, kind, len(body) if length is None else length) + body
+
+
+# A drawing of a picture and a comment, and its group with one picture.
+GROUP = art(15, 0, 0xF000, art(0, 0, 0xF006, struct.pack("<6I", 1027, 2, 3, 1, 1, 3)) + art(15, 1, 0xF001, art(
+    2, 6, 0xF007, struct.pack("<BB16sHIIIBBBB", 6, 6, bytes(16), 255, 33, 1, 0, 0, 0, 0, 0)
+    + art(0, 1760, 0xF01E, bytes(16) + b"\xffpicture!"))))
+ANCHOR = art(0, 0, 0xF010, bytes(18)) + art(0, 0, 0xF011, b"")
+PICTURE = art(15, 0, 0xF004, art(2, 75, 0xF00A, struct.pack("<II", 1025, 2560))
+              + art(3, 1, 0xF00B, struct.pack("<HI", 0x4104, 1)) + ANCHOR)
+BOX = art(2, 202, 0xF00A, struct.pack("<II", 1026, 2560)) + ANCHOR
+COMMENT = art(15, 0, 0xF004, BOX, len(BOX) + 8)
+TOP = art(15, 0, 0xF004, art(1, 0, 0xF009, bytes(16)) + art(2, 0, 0xF00A, struct.pack("<II", 1024, 5)))
+SHAPES = len(TOP) + len(PICTURE) + len(COMMENT) + 8
+FRAME = (art(15, 0, 0xF002, art(0, 1, 0xF008, struct.pack("<II", 3, 1026)), 16 + 8 + SHAPES)
+         + art(15, 0, 0xF003, TOP, SHAPES))
+DRAWING = [
+    (236, FRAME + PICTURE), (93, struct.pack("<5H", 21, 18, 8, 1, 0x6011) + bytes(16)),
+    (236, COMMENT), (93, struct.pack("<5H", 21, 18, 25, 2, 0x4011) + bytes(16)),
+    (236, art(0, 0, 0xF00D, b"")), (438, struct.pack("<HHIHHHIH", 530, 0, 0, 0, 1, 0, 0, 0)), (60, b"\0a"),
+    (28, struct.pack("<4HHB", 0, 0, 0, 2, 1, 0) + b"A\0"),
+]
+
+
 class Book:
     """Records of a workbook with one sheet, to be damaged before they are laid out."""
 
@@ -31,6 +56,7 @@ class Book:
         self.globals += [record(224, 0, 164, 1, body=bytes(14)), record(659, 0x8000, 0xFF00), record(2194, 2194),
                          record(659, 0x8000, 0xFF03), record(2194, 2194), record(133, body=bytes(6)
                          + b"\1\0S"), record(140, 1, 1), record(449, 449, 0, 0, 0),
+                         (235, GROUP),
                          record(252, 2, 0, 2, 0, body=b"\2\0\0ab\1\0\1c\0"), record(255, 8), record(2000, 1), (10, b"")]
         self.sheet = [
             record(2057, 1536, 16, 8346, 1997, body=bytes(8)), record(523, *[0] * 8), record(13, 1), record(85, 8),
@@ -38,7 +64,7 @@ class Book:
             record(520, 0, 0, 2, 255, 0, 0, 256, 15), record(520, 1, 0, 1, 255, 0, 0, 256, 15),
             record(638, 0, 0, 15, 2, 0), record(253, 0, 1, 15, 1, 0),
             record(6, 1, 0, 15, 0, 0, 0, 0xFFFF, 0, 0, 0, 3, body=b"\x1e\1\0"), record(519, 1, body=b"\0x"),
-            record(236, 7), record(93, 8), record(574, *[0] * 9), record(65, *[0] * 5), record(229, 1, 3, 4, 0, 1),
+            *DRAWING, record(574, *[0] * 9), record(65, *[0] * 5), record(229, 1, 3, 4, 0, 1),
             record(3000, 5), record(60, 6), (10, b""),
         ]
 
@@ -126,10 +152,38 @@ class LintTest(unittest.TestCase):
             ("sheet 0: rows with cells and without Row: [0]", lambda b: b.drop("sheet", 520)),
             ("sheet 0: Dimensions (0, 3, 0, 2), the cells are within (0, 2, 0, 2)",
              lambda b: b.patch("sheet", 512, 4, "I", 3)),
-            ("sheet 0: Pane (65) stands behind MergeCells (229)", lambda b: b.move("sheet", 229, 14)),
+            ("sheet 0: Pane (65) stands behind MergeCells (229)", lambda b: b.move("sheet", 229, 20)),
             ("sheet 0: no Window2 (574)", lambda b: b.drop("sheet", 574)),
             ("the last substream has no EOF", lambda b: b.drop("sheet", 10)),
         ]
+        for expected, damage in cases:
+            with self.subTest(expected):
+                book = Book()
+                damage(book)
+                faults = lint(book.file())
+                self.assertTrue(any(expected in fault for fault in faults), faults)
+
+    def test_drawings(self):
+        fdg, top, picture = 16, 24, len(FRAME)
+        cases = [
+            ("runs past its container", lambda b: b.patch("sheet", 236, 4, "I", 9999)),
+            ("bytes behind the last drawing record", lambda b: b.patch("sheet", 236, picture + 4, "I", 60)),
+            ("shape 1025 has no Obj behind its ClientData", lambda b: b.move("sheet", 93, 0) and b.move("sheet", 2057, 0)),
+            ("shape 1026 has no TxO behind its ClientTextbox", lambda b: b.drop("sheet", 438)),
+            ("FDG counts 2 shapes of 3", lambda b: b.patch("sheet", 236, fdg, "I", 2)),
+            ("FDG's last identifier is 1025, a shape has 1026", lambda b: b.patch("sheet", 236, fdg + 4, "I", 1025)),
+            ("a shape identifier stands twice", lambda b: b.patch("sheet", 236, picture + 16, "I", 1024)),
+            ("an object number stands twice", lambda b: b.patch("sheet", 93, 6, "H", 2)),
+            ("the note of row 0, column 0 has no object", lambda b: b.patch("sheet", 28, 6, "H", 3)),
+            ("shape 1025 shows picture 2 of 1", lambda b: b.patch("sheet", 236, picture + 34, "I", 2)),
+            ("picture 0 has 1 uses, its entry says 0", lambda b: b.patch("globals", 235, 80, "I", 0)),
+            ("picture 0 says 34 bytes, it has 33", lambda b: b.patch("globals", 235, 76, "I", 34)),
+            ("the picture list says 2, it has 1", lambda b: b.patch("globals", 235, 40, "H", 0x2F)),
+            ("shape 1026 is beyond what its cluster says", lambda b: b.patch("globals", 235, 36, "I", 2)),
+            ("shape 1024 is in no cluster of drawing 2", lambda b: b.patch("sheet", 236, 8, "H", 0x20)),
+            ("shape 1025: record 0xf010 out of order", lambda b: b.patch("sheet", 236, picture + 26, "H", 0xF00D)),
+        ]
+        self.assertEqual(top + 8, fdg + 16)
         for expected, damage in cases:
             with self.subTest(expected):
                 book = Book()
@@ -190,7 +244,7 @@ class CompareTest(unittest.TestCase):
             ("references to sheets changed", lambda b: b.globals.insert(-1, record(23, 1, 0, 0, 0))),
             ("names, states or kinds", lambda b: b.patch("globals", 133, 4, "B", 1)),
             ("sheet 0: record (3000): 1 became 0", lambda b: b.drop("sheet", 3000)),
-            ("sheet 0: record (3000) #0 changed", lambda b: b.drop("sheet", 60)),
+            ("sheet 0: record (3000) #0 changed", lambda b: b.sheet.remove(record(60, 6))),
             ("drawings, objects and charts changed", lambda b: b.patch("sheet", 93, 0, "H", 9)),
             ("merged ranges: 1 became 1", lambda b: b.patch("sheet", 229, 2, "H", 1)),
             ("Row 0 changed", lambda b: b.patch("sheet", 520, 6, "H", 300)),

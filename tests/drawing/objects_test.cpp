@@ -1,0 +1,157 @@
+// The block of a sheet's drawing: which record belongs where, and what is broken.
+#include "tests/biff/sheet/fixture.h"
+
+namespace vellum::test {
+namespace {
+
+// Drawing 1 with its group shape and one text box that has client data; 8 more bytes are its text box.
+const Bytes frame =
+    hex("0F00 02F0 8A000000 1000 08F0 08000000 02000000 01040000 "
+        "0F00 03F0 72000000 0F00 04F0 28000000 0100 09F0 10000000 00000000 00000000 00000000 00000000 "
+        "0200 0AF0 08000000 00040000 05000000 "
+        "0F00 04F0 3A000000 A20C 0AF0 08000000 01040000 000A0000 "
+        "0000 10F0 12000000 000000000000000000000000000000000000 0000 11F0 00000000");
+const Record textbox{236, hex("0000 0DF0 00000000")};
+
+// An Obj of a type with sub-records behind the common one.
+Record obj(const char* type, const char* rest = "0000 0000") {
+    return {93, hex(std::string("1500 1200 ") + type + " 0100 1140 000000000000000000000000 " + rest)};
+}
+
+TEST(Objects, KeepTheirBytesAndPlaces) {
+    const std::vector<Record> block{
+        {236, frame},
+        obj("1900"),
+        textbox,
+        {438, hex("1202 0000 000000000000 0300 1000 0000 0000")},
+        {60, hex("00 616263")},
+        {60, hex("0000 0000 00000000 0300 0000 00000000")},
+        {237, hex("0000 19F1 10000000 01000000 00000000 01040000 01040000")},
+    };
+    OneSheet one(block);
+    ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
+    std::vector<Record> found;
+    for (const Record& record : savedRecords(*one.book)) {
+        if (record.id == 236 || record.id == 93 || record.id == 438 || record.id == 60 || record.id == 237)
+            found.push_back(record);
+    }
+    EXPECT_EQ(found, block);
+}
+
+TEST(Objects, BrokenRecordsHaveTheirTexts) {
+    const struct {
+        Record broken;
+        const char* text;
+    } cases[] = {
+        {{236, hex("0F0002F0")}, "MsoDrawing size is incorrect"},
+        {{93, hex("1500")}, "error in record Obj"},
+        {{93, hex("1500 1200 1900")}, "error in record Obj"},
+        {obj("1400", "0400 0900 00"), "error in record FtMacro"},
+        {obj("0800", "0900 FFFF 00"), "error in record FtPictFmla"},
+        {obj("1000", "0E00 0300 00"), "error in record ObjLinkFmla"},
+        {obj("0B00", "1200 0800 00"), "error in record FtCblsData"},
+        {obj("0C00", "1100 0400 00"), "error in record FtRboData"},
+        {obj("0D00", "1000 0800 00"), "error in record FtEdoData"},
+        {obj("1300", "0F00 0600 00"), "error in record FtGboData"},
+        {obj("1400", "1300"), "error in record FtLbsData"},
+        {{438, hex("1202 0000 000000000000 0000 0000")}, "error in record TextObject"},
+        {{438, hex("1202 0000 000000000000 FFFF 1000 0000 0000")}, "error in record TextObject"},
+        {{438, hex("1202 0000 000000000000 0000 0000 0000 0400 00")}, "error in record ObjFmla"},
+        {{236, hex("0F00 02F0 10000000")}, "OfficeArtDgContainer: file is corrupt"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(loadText({c.broken}), c.text);
+    // Lengths that are none.
+    for (const char* const list : {"1300 EE1F 00000000", "1300 0000", "1300 FFFF"}) {
+        EXPECT_EQ(loadText({obj("1400", list)}), "ok") << list;
+    }
+}
+
+// What continues what: text and runs are counted off, another continuation is the drawing's.
+TEST(Objects, ContinuationsBehindATextAreTheDrawings) {
+    const Record text{438, hex("1202 0000 000000000000 0600 0800 0000 0000")};
+    OneSheet one({{236, Bytes(frame.begin(), frame.begin() + 100)},
+                  {60, Bytes(frame.begin() + 100, frame.end())},
+                  obj("1900"),
+                  {60, textbox.body},
+                  text,
+                  {60, hex("00 616263")},
+                  {60, hex("01 640065006600")},
+                  {60, hex("0600 0000 00000000")},
+                  {28, hex("0400 0500 0000 0100 0100 00 41")}});
+    ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
+    EXPECT_STREQ(one.sheet->readComment(4, 5), "abcdef");
+    ASSERT_TRUE(one.sheet->removeComment(4, 5)) << one.book->errorMessage();
+    const auto left = savedRecords(*one.book);
+    ASSERT_EQ(only(left, 236).size(), 1u);
+    EXPECT_EQ(only(left, 236)[0].body.size(), 80u);  // the frame
+    EXPECT_TRUE(only(left, 93).empty() && only(left, 438).empty() && only(left, 60).empty());
+}
+
+TEST(Objects, AChartGoesFromItsBofToTheEofThatBalancesIt) {
+    const Record bof{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
+    Bytes whole = frame;
+    whole.insert(whole.end(), textbox.body.begin(), textbox.body.end());
+    const std::vector<Record> block{{236, whole}, obj("0500"), bof, {4097, hex("0100")}, bof, eof, {4098, {}}, eof};
+    OneSheet one(block);
+    ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
+    const auto saved = savedRecords(*one.book);
+    const auto at = std::ranges::search(saved, std::vector<Record>(block.begin() + 2, block.end() - 1));
+    EXPECT_FALSE(at.empty());
+    ASSERT_TRUE(one.sheet->writeComment(0, 0, "t", "A", 10, 10)) << one.book->errorMessage();
+    EXPECT_EQ(only(savedRecords(*one.book), 4097).size(), 1u);
+}
+
+TEST(Objects, SheetsThatTakeNone) {
+    const Record chart{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
+    const Book book = loaded(compoundFile({bof8, boundSheet("C"), eof, chart, eof}));
+    ISheetT<char>* const sheet = book->getSheet(0);
+    ASSERT_NE(sheet, nullptr) << book->errorMessage();
+    EXPECT_EQ(sheet->pictureTotalOnSheet(), 0);
+    EXPECT_STREQ(book->errorMessage(), "ok");
+    EXPECT_FALSE(sheet->writeComment(0, 0, "t", "A", 10, 10));
+    EXPECT_STREQ(book->errorMessage(), "pictures and comments need a worksheet");
+    OneSheet strange({{236, hex("0F00 09F9 00000000")}});
+    EXPECT_FALSE(strange.sheet->writeComment(0, 0, "t", "A", 10, 10));
+    EXPECT_STREQ(strange.book->errorMessage(), "the sheet's drawing can't be changed");
+}
+
+// A group in more records than one reads like one in a single record, and its end is kept.
+TEST(Objects, DrawingGroups) {
+    const Bytes group =
+        hex("0F00 00F0 39000000 0000 06F0 18000000 02040000 02000000 02000000 01000000 01000000 02000000 "
+            "3300 0BF0 06000000 BF00 08000800 AAAABBBBCC");
+    const std::vector<std::vector<Record>> cuts = {
+        {{235, group}},
+        {{235, Bytes(group.begin(), group.begin() + 13)}, {60, Bytes(group.begin() + 13, group.end())}},
+        {{235, Bytes(group.begin(), group.begin() + 7)},
+         {235, Bytes(group.begin() + 7, group.begin() + 30)},
+         {60, Bytes(group.begin() + 30, group.end())}},
+    };
+    for (const auto& records : cuts) {
+        const auto file = compoundFile(withGlobals(records));
+        const Book book = loaded(file);
+        ASSERT_STREQ(book->errorMessage(), "ok");
+        std::vector<Record> found;
+        for (const Record& record : recordsOf(saved(*book))) {
+            if (record.id == 235 || record.id == 60) found.push_back(record);
+        }
+        EXPECT_EQ(found, records);
+        ASSERT_TRUE(book->getSheet(0)->writeComment(0, 0, "t", "A", 10, 10)) << book->errorMessage();
+        const auto changed = only(recordsOf(saved(*book)), 235);
+        ASSERT_EQ(changed.size(), 1u);
+        EXPECT_TRUE(std::ranges::equal(std::span(changed[0].body).last(5), std::span(group).last(5)));
+        EXPECT_EQ(Bytes(changed[0].body.begin() + 16, changed[0].body.begin() + 48),
+                  hex("02080000 03000000 04000000 02000000 01000000 02000000 02000000 02000000"));
+    }
+    const std::pair<Bytes, const char*> broken[] = {
+        {hex("0F00 01F0 00000000"), "error in record OfficeArtDggContainer"},
+        {hex("0F00 00F0 18000000 0000 06F0 10000000 02040000 00000010 02000000 01000000"),
+         "error in record OfficeArtFDGGBlock"},
+    };
+    for (const auto& [bytes, text] : broken) {
+        EXPECT_STREQ(loaded(compoundFile(withGlobals({{235, bytes}})))->errorMessage(), text);
+    }
+}
+
+}  // namespace
+}  // namespace vellum::test
