@@ -113,6 +113,8 @@ private:
     void forgetObject(Units::iterator unit, std::size_t index);
     void eraseBytes(Units::iterator unit, std::size_t offset, std::size_t size);
     void mergeIntoNext(Units::iterator unit);
+    void forgetPicture(ShapeRef shape);
+    void joinPictures(Units::iterator unit, Units::iterator next);
     void indexObjects() const;
     void removeStored(DrawingContext& context);
     static void addUses(DrawingGroup& group, const OfficeArtSpContainer& shape);

@@ -194,7 +194,7 @@ void SheetDrawing::removeShape(DrawingContext& context, ShapeRef shape) {
     unit->shapes.erase(unit->shapes.begin() + static_cast<std::ptrdiff_t>(shape.index));
     changeLengths(gone.container, -static_cast<std::int64_t>(gone.size));
     setShapeCount(context, std::max(_fdg.csp == 0 ? 0 : _fdg.csp - 1, --_shapeTotal));
-    _pictures.reset();
+    forgetPicture(shape);
     if (isSelected(gone.record->fsp.spid)) _selection.clear();
     eraseBytes(unit, gone.offset, gone.size);
 }
@@ -208,6 +208,25 @@ bool SheetDrawing::isSelected(std::uint32_t spid) const {
     OfficeArtFDGSL selection;
     if (selection.read(in, remaining) == 0 || selection.list.numbers.size() < firstShape) return false;
     return std::ranges::count(selection.list.numbers.begin() + firstShape, selection.list.numbers.end(), spid) != 0;
+}
+
+// The shapes behind it in its unit move up. Another shape that goes leaves the list as it is, unless units are joined.
+void SheetDrawing::forgetPicture(ShapeRef shape) {
+    if (!_pictures) return;
+    auto at = std::ranges::find_if(
+        *_pictures, [&](const ShapeRef& one) { return one.unit == shape.unit && one.index >= shape.index; });
+    if (at != _pictures->end() && at->index == shape.index) at = _pictures->erase(at);
+    for (; at != _pictures->end() && at->unit == shape.unit; ++at) --at->index;
+}
+
+// The shapes of one unit will stand before those of the next.
+void SheetDrawing::joinPictures(Units::iterator unit, Units::iterator next) {
+    if (!_pictures) return;
+    const auto isOfThem = [&](const ShapeRef& shape) { return shape.unit == unit || shape.unit == next; };
+    for (auto at = std::ranges::find_if(*_pictures, isOfThem); at != _pictures->end() && isOfThem(*at); ++at) {
+        if (at->unit == next) at->index += unit->shapes.size();
+        at->unit = next;
+    }
 }
 
 // The object and what belongs to it, up to the next object.
@@ -252,6 +271,7 @@ void SheetDrawing::eraseBytes(Units::iterator first, std::size_t offset, std::si
 void SheetDrawing::mergeIntoNext(Units::iterator unit) {
     const auto next = std::next(unit);
     if (next == _units.end() || next == _behind || next->piece.empty() || unit == _behind) return;
+    joinPictures(unit, next);
     const std::size_t before = unit->piece.size();
     next->piece.insert(next->piece.begin(), unit->piece.begin(), unit->piece.end());
     for (PlacedShape& shape : next->shapes) shape.offset += before;

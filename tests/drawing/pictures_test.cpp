@@ -130,7 +130,7 @@ TEST(Pictures, TheFirstPictureMakesGroupAndDrawing) {
                   "0200 0AF0 08000000 00040000 05000000 "
                   "0F00 04F0 4A000000 B204 0AF0 08000000 01040000 000A0000 "
                   "2300 0BF0 10000000 0441 01000000 05C1 04000000 33000000 "
-                  "0000 10F0 12000000 0000 0100 0000 0100 0000 0200 0000 0200 1200 0000 11F0 00000000"));
+                  "0000 10F0 12000000 0000 0100 0000 0100 0000 0200 0000 0200 2D00 0000 11F0 00000000"));
     const auto objects = only(records, 93);
     ASSERT_EQ(objects.size(), 1u);
     EXPECT_EQ(objects[0].body,
@@ -305,6 +305,32 @@ TEST(Pictures, RemovingLeavesTheOthers) {
         EXPECT_EQ(only(savedRecords(*again), 236).size(), 1u);
         EXPECT_TRUE(sheet.placePictureSized(0, 0, 1, 10, 10));
         EXPECT_EQ(loaded(saved(*again))->getSheet(0)->pictureTotalOnSheet(), 1);
+    }
+}
+
+// In any order, with comments between them, and asked for after each change.
+TEST(Pictures, ListedRightAfterEachRemoval) {
+    for (const int step : {0, 1, 5, 12}) {
+        NewSheet one;
+        ISheetT<char>& sheet = *one.sheet;
+        add(*one.book, png);
+        std::vector<int> rows;
+        for (int row = 0; row < 13; ++row) {
+            ASSERT_TRUE(sheet.placePictureSized(row, 0, 0, 10, 10));
+            rows.push_back(row);
+            if (row % 3 == 0) ASSERT_TRUE(sheet.writeComment(row, 1, "c", "A", 10, 10));
+            if (row == 0) EXPECT_EQ(sheet.pictureTotalOnSheet(), 1);
+        }
+        while (!rows.empty()) {
+            const auto gone = rows.begin() + static_cast<std::ptrdiff_t>(step % static_cast<int>(rows.size()));
+            if (*gone % 3 == 0) ASSERT_TRUE(sheet.removeComment(*gone, 1));
+            ASSERT_TRUE(sheet.removePictureByIndex(step % static_cast<int>(rows.size())));
+            rows.erase(gone);
+            std::vector<int> found;
+            for (int i = 0; i < sheet.pictureTotalOnSheet(); ++i) found.push_back(placedAt(sheet, i).rowTop);
+            EXPECT_EQ(found, rows);
+        }
+        EXPECT_EQ(loaded(saved(*one.book))->getSheet(0)->pictureTotalOnSheet(), 0);
     }
 }
 
