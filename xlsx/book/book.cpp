@@ -65,7 +65,10 @@ bool XMLBookImplT<CharT, Tag>::dropPart(std::string_view path) {
     XFile* const part = found->second.get();
     const bool ofASheet = dynamic_cast<Sheet*>(part) || dynamic_cast<BinaryFile*>(part) ||
                           (dynamic_cast<Relationships*>(part) && part != _relationships);
-    if (ofASheet) _parts.erase(found);
+    if (ofASheet) {
+        _pictures.forgetPart(*part);
+        _parts.erase(found);
+    }
     return ofASheet;
 }
 
@@ -75,10 +78,15 @@ Relationships* XMLBookImplT<CharT, Tag>::findRelationshipsOf(std::string_view pa
 }
 
 template <class CharT, class Tag>
+XFile& XMLBookImplT<CharT, Tag>::putPart(const std::string& path, std::unique_ptr<XFile> part) {
+    return addPart(path, std::move(part));
+}
+
+template <class CharT, class Tag>
 Relationships& XMLBookImplT<CharT, Tag>::ensureRelationshipsOf(std::string_view path) {
     if (Relationships* const found = findRelationshipsOf(path)) return *found;
-    ContentTypes& contentTypes = requireContentTypes();
     const std::string relsPath = relsPathOf(path);
+    ContentTypes& contentTypes = requireContentTypes();
     Relationships& made = addPart(relsPath, std::make_unique<Relationships>());
     if (contentTypes.typeOf(relsPath) != type::relationships) contentTypes.setOverride(relsPath, type::relationships);
     return made;

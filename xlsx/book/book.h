@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/api/iobjects.h"
 #include "engine/base/book_base.h"
 #include "ooxml/generated/dialect.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
@@ -15,6 +16,7 @@
 #include "xlsx/layout/font_metrics.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/xml_file.h"
+#include "xlsx/parts/pictures.h"
 
 namespace zip {
 class ZipReader;
@@ -35,7 +37,8 @@ class XMLTheme;
 template <class CharT, class Tag>
 class XMLBookImplT final : public BookBaseT<CharT>,
                            public XmlFile<typename ooxml::dialect<Tag>::c_workbook>,
-                           public BookContextT<CharT, Tag> {
+                           public BookContextT<CharT, Tag>,
+                           public IBookPictures {
 public:
     using c_workbook = typename ooxml::dialect<Tag>::c_workbook;
     using Sheet = XMLSheetImplT<CharT, Tag>;
@@ -84,6 +87,15 @@ public:
     bool usesRgbColors() override;
     bool setUsesRgbColors(bool rgb) override;
 
+    // Pictures: book_pictures.cpp.
+    int pictureTotal() override;
+    int pictureAt(int index, const char** data, std::size_t* size) override;
+    int addPictureFile(const CharT* path) override;
+    int addPictureData(const void* data, std::size_t size) override;
+    int addPictureLink(const CharT* path, bool insert) override;
+    bool pictureSize(int index, int* width, int* height) override;
+    bool isThumbnail(int index) override;
+
     // Settings and dates: book_settings.cpp.
     double datePack(int year, int month, int day, int hour, int min, int sec, int msec) override;
     bool dateUnpack(double value, int* year, int* month, int* day, int* hour, int* min, int* sec, int* msec) override;
@@ -118,8 +130,11 @@ public:
     c_workbook& workbook() override { return this->_root; }
     std::string sheetPath(int sheetIndex) override;
     XFile* findPart(std::string_view path) override;
+    XFile& putPart(const std::string& path, std::unique_ptr<XFile> part) override;
     Relationships* findRelationshipsOf(std::string_view path) override;
     Relationships& ensureRelationshipsOf(std::string_view path) override;
+    ContentTypes& requireContentTypes() override;
+    xlsx::PictureList& pictures() override { return _pictures; }
     int activeSheet() override;
     void activate(int sheetIndex) override;
 
@@ -155,6 +170,7 @@ private:
     bool loadNamed(const CharT* path, const CharT* tempFile, LoadScope scope);
 
     void prepareSave();
+    bool isKept(std::string_view path, const XFile& part) const;
     void dropCalcChain();
     void dropDangling();
     void setMainTypeByName(std::string_view path);
@@ -174,7 +190,6 @@ private:
     T& makeMainPart(const std::string& kind, std::string_view contentType);
     const typename ooxml::dialect<Tag>::sml::c_CT_Sheet& sheetElement(int index) const;
     Sheet* findSheet(int index);
-    ContentTypes& requireContentTypes();
     Relationships& requireRelationships();
     ISheetT<CharT>& makeSheet(int index, const CharT* name, ISheetT<CharT>* source);
     std::wstring checkedSheetName(const CharT* name, bool& cut);
@@ -199,7 +214,7 @@ private:
     std::string _folder;    // of the main part, "/xl" in a new book
     xlsx::DefinedNames<Tag> _names{this->_root};
     xlsx::FontMetrics _defaultFontMetrics;
-    std::vector<std::string> _pictures;  // paths of the image parts, in archive order
+    xlsx::PictureList _pictures;
     struct FreeBuffer {
         void operator()(char* bytes) const;
     };

@@ -12,7 +12,10 @@
 #include "xlsx/package/numeric_locale.h"
 #include "xlsx/package/part_path.h"
 #include "xlsx/package/relationships.h"
+#include "xlsx/parts/comments.h"
+#include "xlsx/parts/drawing.h"
 #include "xlsx/parts/drawing_parts.h"
+#include "xlsx/parts/form_control.h"
 #include "xlsx/sheet/sheet.h"
 #include "xlsx/strings/shared_strings.h"
 #include "xlsx/styles/styles.h"
@@ -36,7 +39,7 @@ std::unique_ptr<XFile> partFactory(const PartBytes& part, std::string_view conte
     if (contentType == type::theme) return std::make_unique<XMLTheme<Tag>>(part);
     if (contentType == type::table) return std::make_unique<Table<Tag>>(part);
     if (contentType == type::comments) return std::make_unique<Comments<Tag>>(part);
-    if (contentType == type::controlProperties) return std::make_unique<XMLControlPr>(part);
+    if (contentType == type::controlProperties) return std::make_unique<XMLControlPr<CharT, Tag>>(part);
     std::vector<char> bytes =
         part.path ? BinaryFile::readWhole(*part.path) : std::vector<char>(part.memory.begin(), part.memory.end());
     if (contentType == type::chartsheet) return std::make_unique<XMLChartSheet>(std::move(bytes));
@@ -86,6 +89,7 @@ public:
         if (_scope.sheetIndex >= 0 && !_cut) cutLate();
         findStrings();
         findStyles();
+        _book._pictures.attachParts(_book);
     }
 
 private:
@@ -187,7 +191,7 @@ private:
         }
         XFile& part = _book.addPart(path, partFactory<CharT, Tag>(entry.part(), contentType));
         if (contentType.size() > 5 && contentType.starts_with("image") && dynamic_cast<BinaryFile*>(&part)) {
-            _book._pictures.push_back(path);
+            _book._pictures.registerPart(path);
         }
     }
 

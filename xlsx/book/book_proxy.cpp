@@ -102,6 +102,16 @@ bool XMLBookProxy<CharT>::nameAt(int index, IBookNames::Name& name) {
     return dynamic_cast<IBookNames&>(*_book).nameAt(index, name);
 }
 
+template <class CharT>
+bool XMLBookProxy<CharT>::pictureSize(int index, int* width, int* height) {
+    return dynamic_cast<IBookPictures&>(*_book).pictureSize(index, width, height);
+}
+
+template <class CharT>
+bool XMLBookProxy<CharT>::isThumbnail(int index) {
+    return dynamic_cast<IBookPictures&>(*_book).isThumbnail(index);
+}
+
 template class XMLBookProxy<char>;
 template class XMLBookProxy<wchar_t>;
 

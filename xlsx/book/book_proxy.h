@@ -3,13 +3,14 @@
 #include <memory>
 
 #include "engine/api/ibook.h"
+#include "engine/api/iobjects.h"
 
 namespace vellum {
 
 /// Owns a book of one dialect and forwards to it. A load that fails is tried again in the other dialect, with a fresh
 /// book: nothing but the parser knows which dialect a file is in. A book that was replaced takes its settings with it.
 template <class CharT>
-class XMLBookProxy final : public IBookT<CharT>, public IBookKept, public IBookNames {
+class XMLBookProxy final : public IBookT<CharT>, public IBookKept, public IBookNames, public IBookPictures {
 public:
     XMLBookProxy();
     ~XMLBookProxy() override;
@@ -28,6 +29,8 @@ public:
     int nameTotal() override;
     bool nameAt(int index, IBookNames::Name& name) override;
     IBookNames::Outside outside() override { return {}; }
+    bool pictureSize(int index, int* width, int* height) override;
+    bool isThumbnail(int index) override;
 
     // All others go straight through.
     bool loadWithoutEmptyCells(const CharT* path) override { return _book->loadWithoutEmptyCells(path); }

@@ -134,20 +134,25 @@ bool XMLBookImplT<CharT, Tag>::isWriteProtected() {
     return this->_root.isset_fileSharing();
 }
 
-/// Parts that are passed through as bytes, in the order of their names.
+/// Whether a part is passed through as bytes that nobody asks for; pictures are given out.
+template <class CharT, class Tag>
+bool XMLBookImplT<CharT, Tag>::isKept(std::string_view path, const XFile& part) const {
+    return dynamic_cast<const BinaryFile*>(&part) && _pictures.indexOfPath(path) < 0;
+}
+
+/// In the order of their names.
 template <class CharT, class Tag>
 int XMLBookImplT<CharT, Tag>::keptTotal() {
     int count = 0;
-    for (const auto& [path, part] : _parts) count += dynamic_cast<const BinaryFile*>(part.get()) != nullptr;
+    for (const auto& [path, part] : _parts) count += isKept(path, *part);
     return count;
 }
 
 template <class CharT, class Tag>
 const char* XMLBookImplT<CharT, Tag>::keptAt(int index, std::size_t* size) {
     for (const auto& [path, part] : _parts) {
-        const auto* const kept = dynamic_cast<const BinaryFile*>(part.get());
-        if (!kept || index-- != 0) continue;
-        put(size, kept->bytes().size());
+        if (!isKept(path, *part) || index-- != 0) continue;
+        put(size, dynamic_cast<const BinaryFile&>(*part).bytes().size());
         return path.c_str();
     }
     return nullptr;

@@ -5,14 +5,13 @@
 
 #include "engine/failure/last_error.h"
 #include "ooxml/generated/dialect.h"
+#include "xlsx/package/package_context.h"
 
 namespace vellum {
 
 namespace xlsx {
 struct FontMetrics;
 }
-class Relationships;
-class XFile;
 template <class CharT, class Tag>
 class SharedStrings;
 template <class CharT, class Tag>
@@ -27,7 +26,7 @@ using ooxml::excelStrict_tag;
 
 /// The book, as its sheets, styles and strings know it. XMLBookImplT implements it. Routines throw vlerror.
 template <class CharT, class Tag>
-class BookContextT {
+class BookContextT : public PackageContext {
 public:
     virtual LastError& lastError() noexcept = 0;
     /// Whether char strings are UTF-8.
@@ -49,12 +48,6 @@ public:
     virtual typename ooxml::dialect<Tag>::c_workbook& workbook() = 0;
     /// Path of the part of a sheet, "" when it has none.
     virtual std::string sheetPath(int sheetIndex) = 0;
-    virtual XFile* findPart(std::string_view path) = 0;
-    /// The relationships of a part; null when there are none.
-    virtual Relationships* findRelationshipsOf(std::string_view path) = 0;
-    /// Makes them, with their content type, when there are none.
-    virtual Relationships& ensureRelationshipsOf(std::string_view path) = 0;
-
     /// The sheet that is shown.
     virtual int activeSheet() = 0;
     virtual void activate(int sheetIndex) = 0;

@@ -14,26 +14,9 @@
 namespace vellum {
 
 template <class Tag>
-class Drawing final : public XmlFile<typename ooxml::dialect<Tag>::c_wsDr> {
-public:
-    using XmlFile<typename ooxml::dialect<Tag>::c_wsDr>::XmlFile;
-};
-
-template <class Tag>
 class Table final : public XmlFile<typename ooxml::dialect<Tag>::c_table> {
 public:
     using XmlFile<typename ooxml::dialect<Tag>::c_table>::XmlFile;
-};
-
-template <class Tag>
-class Comments final : public XmlFile<typename ooxml::dialect<Tag>::c_comments> {
-public:
-    using XmlFile<typename ooxml::dialect<Tag>::c_comments>::XmlFile;
-};
-
-class XMLControlPr final : public XmlFile<ctrlProps::c_formControlPr> {
-public:
-    using XmlFile<ctrlProps::c_formControlPr>::XmlFile;
 };
 
 }  // namespace vellum

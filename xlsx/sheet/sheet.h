@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/api/iobjects.h"
 #include "engine/base/sheet_base.h"
 #include "engine/facts/cell_address.h"
 #include "engine/failure/guarded.h"
@@ -26,6 +27,7 @@
 #include "xlsx/package/xml_file.h"
 #include "xlsx/pages/page_breaks.h"
 #include "xlsx/pages/page_setup.h"
+#include "xlsx/parts/sheet_pictures.h"
 
 namespace vellum {
 
@@ -34,13 +36,18 @@ class XMLAutoFilterT;
 namespace xlsx {
 class FilterBook;
 }
+template <class Tag>
+class Comments;
 
 /// A sheet of 1048576 rows by 16384 columns. The bound tree is the store: rows and cells in two levels of vectors that
 /// stay sorted, and all operations go straight to them. Owned by its book, which binds it each time that it gives it
 /// out; not to be used from two threads at once. Strings that it returns live until its next operation that returns
 /// one.
 template <class CharT, class Tag>
-class XMLSheetImplT final : public SheetBaseT<CharT>, public XmlFile<typename ooxml::dialect<Tag>::c_worksheet> {
+class XMLSheetImplT final : public SheetBaseT<CharT>,
+                            public XmlFile<typename ooxml::dialect<Tag>::c_worksheet>,
+                            public ISheetObjects<CharT>,
+                            private xlsx::CellPixels {
 public:
     using typename SheetBaseT<CharT>::Format;
 
@@ -190,6 +197,23 @@ public:
     bool insertRows(int rowFirst, int rowLast, bool updateNames) override;
     bool removeColumns(int colFirst, int colLast, bool updateNames) override;
     bool removeRows(int rowFirst, int rowLast, bool updateNames) override;
+
+    // Pictures, comments, controls: sheet_objects.cpp.
+    int pictureTotalOnSheet() override;
+    int sheetPictureAt(int index, int* rowTop, int* colLeft, int* rowBottom, int* colRight, int* width, int* height,
+                       int* offsetX, int* offsetY, const CharT** linkPath) override;
+    bool removePictureAt(int row, int col) override;
+    bool placePicture(int row, int col, int pictureId, double scale, int offsetX, int offsetY, int placement) override;
+    bool placePictureSized(int row, int col, int pictureId, int width, int height, int offsetX, int offsetY,
+                           int placement) override;
+    bool removePictureByIndex(int index) override;
+    const CharT* readComment(int row, int col) override;
+    bool writeComment(int row, int col, const CharT* text, const CharT* author, int width, int height) override;
+    bool removeComment(int row, int col) override;
+    int formControlTotal() override;
+    IFormControlT<CharT>* formControlAt(int index) override;
+    std::vector<SheetComment<CharT>> comments() override;
+    std::vector<SheetShape> shapes() override;
 
     // The sheet in its workbook: sheet_workbook.cpp.
     const CharT* sheetName() override;
@@ -355,6 +379,13 @@ private:
     double margin(typename xlsx::PageMargins<Tag>::Side side);
     bool setMargin(typename xlsx::PageMargins<Tag>::Side side, double inches);
 
+    // For pictures, comments, controls: sheet_objects.cpp.
+    int columnPixels(int col) override;
+    int rowPixels(int row) override;
+    xlsx::SheetPictures<Tag> pictures();
+    Comments<Tag>* findComments();
+    const std::vector<std::string>& controls();
+
     void updateAreas();
     const CellArea& used() { return updateAreas(), _used; }
     const CellArea& filled() { return updateAreas(), _filled; }
@@ -406,6 +437,8 @@ private:
 
     std::vector<DefinedName*> _visibleNames;
     unsigned _visibleNamesVersion = 0;  // of the names that they were taken from; 0 for none
+
+    std::optional<std::vector<std::string>> _controls;  // their relationship Ids, when known
 
     TextHolder _text, _nameText, _addressText, _linkText, _tableText;
     std::wstring _wide;

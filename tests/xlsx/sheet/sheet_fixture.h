@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "engine/failure/vlerror.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 #include "xlsx/features/defined_names.h"
 #include "xlsx/layout/font_metrics.h"
 #include "xlsx/package/book_context.h"
 #include "xlsx/package/relationships.h"
+#include "xlsx/parts/pictures.h"
 #include "xlsx/sheet/sheet.h"
 #include "xlsx/strings/shared_strings.h"
 #include "xlsx/styles/styles.h"
@@ -45,6 +47,9 @@ public:
     }
     int activeSheet() override { return active; }
     void activate(int sheetIndex) override { active = sheetIndex; }
+    XFile& putPart(const std::string&, std::unique_ptr<XFile>) override { throw vlerror("no parts here"); }
+    ContentTypes& requireContentTypes() override { throw vlerror("no parts here"); }
+    xlsx::PictureList& pictures() override { return _pictures; }
 
     std::string error() { return _last.text(); }
 
@@ -56,6 +61,7 @@ public:
 
 private:
     LastError _last;
+    xlsx::PictureList _pictures;
     Styles<char, Tag> _styles;
     std::unique_ptr<SharedStrings<char, Tag>> _strings;
     typename ooxml::dialect<Tag>::c_workbook _workbook;
