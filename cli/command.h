@@ -12,5 +12,6 @@ void addRun(CLI::App& program, int& exitStatus);
 void addDump(CLI::App& program, int& exitStatus);
 void addResave(CLI::App& program, int& exitStatus);
 void addInfo(CLI::App& program, int& exitStatus);
+void addPictures(CLI::App& program, int& exitStatus);
 
 }  // namespace cli

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     cli::addDump(program, exitStatus);
     cli::addResave(program, exitStatus);
     cli::addInfo(program, exitStatus);
+    cli::addPictures(program, exitStatus);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

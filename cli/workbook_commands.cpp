@@ -1,4 +1,4 @@
-// quillet dump, resave, info: a workbook looked at without the module.
+// quillet dump, resave, info, pictures: a workbook looked at without the module.
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
@@ -6,6 +6,7 @@
 #include "cli/command.h"
 #include "cli/workbook/dump.h"
 #include "cli/workbook/info.h"
+#include "cli/workbook/pictures.h"
 #include "cli/workbook/resave.h"
 
 namespace cli {
@@ -22,6 +23,7 @@ void addDump(CLI::App& program, int& exitStatus) {
     command->add_flag("--formulas", wanted->options.formulas, "The text of each formula");
     command->add_flag("--names", wanted->options.names, "The defined names");
     command->add_flag("--features", wanted->options.features, "What each sheet holds beside its cells");
+    command->add_flag("--objects", wanted->options.objects, "Pictures, comments, controls and other shapes");
     command->add_flag("--all", wanted->all, "All of these");
     command->add_flag("--no-cells", wanted->noCells, "Leaves the cells out");
     command->callback([wanted, &exitStatus] {
@@ -47,6 +49,18 @@ void addInfo(CLI::App& program, int& exitStatus) {
     CLI::App* command = program.add_subcommand("info", "Tells what a workbook is and holds");
     command->add_option("file", *file, "The workbook")->required();
     command->callback([file, &exitStatus] { exitStatus = info(*file, std::cout, std::cerr); });
+}
+
+void addPictures(CLI::App& program, int& exitStatus) {
+    struct Names {
+        std::string file, folder;
+    };
+    const auto names = std::make_shared<Names>();
+    CLI::App* command = program.add_subcommand("pictures", "Writes the pictures of a workbook as files");
+    command->add_option("file", names->file, "The workbook")->required();
+    command->add_option("outdir", names->folder, "The folder to write to")->required();
+    command->callback(
+        [names, &exitStatus] { exitStatus = pictures(names->file, names->folder, std::cout, std::cerr); });
 }
 
 }  // namespace cli

@@ -7,6 +7,7 @@
 #include "cli/workbook/cell_name.h"
 #include "cli/workbook/dump_features.h"
 #include "cli/workbook/dump_names.h"
+#include "cli/workbook/dump_objects.h"
 #include "cli/workbook/json_lines.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
@@ -131,6 +132,7 @@ void dumpBook(vellum::IBookT<char>& book, const DumpOptions& options, std::ostre
     // One notation for all: in R1C1 the text of shared tokens counts from no cell, and says less.
     if (options.formulas) book.setUsesR1C1(false);
     if (options.names) dumpNames(book, lines);
+    if (options.objects) dumpImages(book, lines);
     const int count = book.sheetCount();
     for (int index = 0; index < count; ++index) {
         const char* const name = book.sheetNameAt(index);
@@ -144,6 +146,7 @@ void dumpBook(vellum::IBookT<char>& book, const DumpOptions& options, std::ostre
         if (sheet == nullptr) continue;
         if (options.cells) SheetDump(book, *sheet, options.formulas, lines, errors).run();
         if (options.features) dumpFeatures(book, *sheet, lines);
+        if (options.objects) dumpObjects(*sheet, lines);
     }
 }
 

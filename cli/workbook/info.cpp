@@ -9,6 +9,7 @@
 #include "cli/workbook/cell_name.h"
 #include "cli/workbook/info_features.h"
 #include "cli/workbook/info_names.h"
+#include "cli/workbook/info_objects.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
 
@@ -38,19 +39,20 @@ std::string usedArea(Sheet& sheet) {
 }
 
 struct SheetLine {
-    std::string name, kind, state, area, notes;
+    std::string name, kind, state, area, notes, objects;
 };
 
 SheetLine describe(Book& book, int index) {
     constexpr const char* kinds[] = {"worksheet", "chart", "other"};
     const char* const name = book.sheetNameAt(index);
-    SheetLine line{name ? name : "", kinds[book.sheetKindAt(index)], "", "", ""};
+    SheetLine line{name ? name : "", kinds[book.sheetKindAt(index)], "", "", "", ""};
     Sheet* const sheet = book.getSheet(index);
     if (!sheet) return line;
     line.state = stateName(sheet->visibilityState());
     if (book.sheetKindAt(index) == vellum::sheetWorksheet) {
         line.area = usedArea(*sheet);
         line.notes = featureNotes(*sheet);
+        line.objects = objectSummary(*sheet);
     }
     return line;
 }
@@ -73,6 +75,7 @@ void printSheets(Book& book, std::ostream& out) {
             << std::string(nameWidth - shownWidth(line.name) + 2, ' ') << std::left << std::setw(11) << line.kind
             << std::setw(13) << line.state << line.area << '\n';
         if (!line.notes.empty()) out << "       " << line.notes << '\n';
+        if (!line.objects.empty()) out << "       " << line.objects << '\n';
     }
 }
 
@@ -102,7 +105,8 @@ int info(const std::string& path, std::ostream& out, std::ostream& errors) {
     if (book->isTemplateFile()) out << ", template";
     if (book->isWriteProtected()) out << ", write protected";
     out << "\nCell formats: " << book->formatTotal() << ", fonts: " << book->fontTotal();
-    if (const int pictures = book->pictureTotal(); pictures > 0) out << ", pictures: " << pictures;
+    const std::string pictures = pictureSummary(*book);
+    if (!pictures.empty()) out << "\nPictures: " << pictures;
     out << "\nSheets: " << book->sheetCount() << '\n';
     printSheets(*book, out);
     printNames(*book, out);
