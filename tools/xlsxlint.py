@@ -20,6 +20,7 @@ import zipfile
 import zlib
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import drawinglint  # noqa: E402
 import sheetlint  # noqa: E402
 import xlsxcompare  # noqa: E402
 from xlsxcompare import child, local  # noqa: E402
@@ -179,6 +180,7 @@ def package_findings(package):
     for path in package.calc_chain() & package.parts.keys():
         yield "%s: is left" % path
     yield from id_findings(package)
+    yield from drawinglint.findings(package)
     yield from workbook_findings(package, main)
 
 
