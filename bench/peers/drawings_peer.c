@@ -5,9 +5,9 @@
 #include <string.h>
 #include <xlsxwriter.h>
 
-static int pictures(int count, const char *folder, const char *out) {
-    lxw_workbook *book = workbook_new(out);
-    lxw_worksheet *sheet = workbook_add_worksheet(book, "S");
+static int pictures(int count, const char* folder, const char* out) {
+    lxw_workbook* book = workbook_new(out);
+    lxw_worksheet* sheet = workbook_add_worksheet(book, "S");
     for (int i = 0; i < count; ++i) {
         char path[4096];
         snprintf(path, sizeof path, "%s/%d.png", folder, i);
@@ -16,9 +16,9 @@ static int pictures(int count, const char *folder, const char *out) {
     return workbook_close(book) != LXW_NO_ERROR;
 }
 
-static int comments(int count, const char *out) {
-    lxw_workbook *book = workbook_new(out);
-    lxw_worksheet *sheet = workbook_add_worksheet(book, "S");
+static int comments(int count, const char* out) {
+    lxw_workbook* book = workbook_new(out);
+    lxw_worksheet* sheet = workbook_add_worksheet(book, "S");
     worksheet_set_comments_author(sheet, "Author");
     for (int i = 0; i < count; ++i) {
         char text[64];
@@ -28,7 +28,7 @@ static int comments(int count, const char *out) {
     return workbook_close(book) != LXW_NO_ERROR;
 }
 
-int main(int argc, char **argv) {
+int main(int argc, char** argv) {
     if (argc == 5 && strcmp(argv[1], "pictures") == 0) return pictures(atoi(argv[2]), argv[3], argv[4]);
     if (argc == 4 && strcmp(argv[1], "comments") == 0) return comments(atoi(argv[2]), argv[3]);
     fprintf(stderr, "usage: drawings_peer pictures N DIR OUT | comments N OUT\n");
