@@ -1,10 +1,12 @@
-// Touches the drawings of a binary workbook, for scripts/touched-xls to see what that changed besides.
+// Touches the drawings of a workbook, for scripts/touched-xls and touched-xlsx to see what that changed besides.
+// Packages take no comments, and get a picture on each worksheet.
 //   touch_drawings add IN OUT       a picture and a comment on each sheet that has a drawing
 //   touch_drawings restore IN OUT   the same, and away with them again
 //   touch_drawings remove IN OUT    one file OUT.N for each picture and each comment: the workbook without it;
 //                                   prints "N sheet picture INDEX" or "N sheet comment ROW COLUMN"
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -33,7 +35,9 @@ void require(bool ok, Book& book) {
 }
 
 BookPtr load(const char* path) {
-    BookPtr book(vellum::vlCreateBook<char>());
+    char first[2] = {};
+    std::ifstream(path, std::ios::binary).read(first, sizeof first);
+    BookPtr book(first[0] == 'P' && first[1] == 'K' ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
     book->setLocale("UTF-8");
     require(book->loadFile(path), *book);
     return book;
@@ -43,12 +47,18 @@ vellum::ISheetObjects<char>& objectsOf(Sheet& sheet) {
     return dynamic_cast<vellum::ISheetObjects<char>&>(sheet);
 }
 
-/// Calls `touch` for each worksheet with a drawing.
+bool isPackage(Book& book) {
+    return book.binaryVersion() == 0;
+}
+
+/// Calls `touch` for each worksheet with a drawing, of a package for each worksheet.
 void forEachDrawing(Book& book, const std::function<void(int, Sheet&)>& touch) {
     for (int i = 0; i < book.sheetCount(); ++i) {
         Sheet* const sheet = book.getSheet(i);
+        if (!sheet) continue;
         auto& objects = objectsOf(*sheet);
-        if (sheet->pictureTotalOnSheet() > 0 || !objects.comments().empty() || !objects.shapes().empty())
+        if (isPackage(book) || sheet->pictureTotalOnSheet() > 0 || !objects.comments().empty() ||
+            !objects.shapes().empty())
             touch(i, *sheet);
     }
 }
@@ -62,11 +72,13 @@ int freeRow(Sheet& sheet) {
 
 void add(Book& book, bool restore) {
     forEachDrawing(book, [&](int, Sheet& sheet) {
-        const int row = freeRow(sheet), pictures = sheet.pictureTotalOnSheet();
+        const bool comments = !isPackage(book);
+        const int row = comments ? freeRow(sheet) : 0, pictures = sheet.pictureTotalOnSheet();
         const int id = book.addPictureData(png, sizeof png);
         require(id >= 0 && sheet.placePictureSized(row, 0, id, 10, 10), book);
-        require(sheet.writeComment(row, 0, "added", "tool", 10, 10), book);
-        if (restore) require(sheet.removePictureByIndex(pictures) && sheet.removeComment(row, 0), book);
+        require(!comments || sheet.writeComment(row, 0, "added", "tool", 10, 10), book);
+        if (!restore) return;
+        require(sheet.removePictureByIndex(pictures) && (!comments || sheet.removeComment(row, 0)), book);
     });
 }
 
@@ -84,6 +96,7 @@ void removeEach(const char* in, const std::string& out) {
             const int n = without(index, [i](Sheet& other) { return other.removePictureByIndex(i); });
             std::printf("%d %d picture %d\n", n, index, i);
         }
+        if (isPackage(*book)) return;
         for (const auto& comment : objectsOf(sheet).comments()) {
             const int n = without(index, [&](Sheet& other) { return other.removeComment(comment.row, comment.col); });
             std::printf("%d %d comment %d %d\n", n, index, comment.row, comment.col);

@@ -77,7 +77,7 @@ std::span<const std::byte> BlipContent::data(bool isMetafile) {
 
 void BlipContent::assign(std::span<const std::byte> bytes) {
     own.assign(bytes.begin(), bytes.end());
-    uid = digest(own);
+    uid = md5(own);
     metafile.cb = metafile.cbSave = static_cast<std::uint32_t>(own.size());
     metafile.rcBounds = {0, 0, 960, 720};
     metafile.compression = MetafileHeader::stored;

@@ -9,11 +9,14 @@
 #include "drawing/art/messages.h"
 #include "drawing/art/record.h"
 #include "drawing/art/type_list.h"
-#include "drawing/pictures/digest.h"
 #include "engine/api/enums.h"
+#include "engine/facts/digest.h"
 
 namespace vellum {
 namespace drawing {
+
+/// MD5 of a picture's data.
+using PictureUid = Digest;
 
 /// Before the data of a metafile.
 struct MetafileHeader {

@@ -1,7 +1,7 @@
 // Pictures of a binary workbook: what is taken, how it is stored, where it stands.
 #include <zlib.h>
 
-#include "drawing/pictures/digest.h"
+#include "engine/facts/digest.h"
 #include "tests/biff/sheet/fixture.h"
 #include "tests/drawing/images.h"
 
@@ -101,7 +101,7 @@ TEST(Pictures, TheSameBitmapWithAndWithoutFileHeaderIsStoredAlike) {
     EXPECT_EQ(add(*one.book, dib), 1);
     EXPECT_EQ(pictureBytes(*one.book, 0), pictureBytes(*one.book, 1));
     const Bytes group = bodies(recordsOf(saved(*one.book)), 235);
-    const auto uid = drawing::digest(dib);
+    const auto uid = md5(dib);
     const auto* const bytes = reinterpret_cast<const std::byte*>(uid.data());
     // Twice in each entry: in its head and in its picture.
     int found = 0;
