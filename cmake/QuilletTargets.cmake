@@ -53,11 +53,21 @@ if(QUILLET_FUZZ)
 endif()
 
 # quillet_sources(VARIABLE folder...)
-#   The sources of folders of the calling directory: a new file needs no line here.
+#   The sources of folders of the calling directory: a new file needs no line here. A source that a file named
+#   "..._instances.cpp" includes is a piece of that one, which compiles a class template once for each form of it.
 function(quillet_sources variable)
   set(found)
   foreach(folder IN LISTS ARGN)
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    file(GLOB instances CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*_instances.cpp)
+    foreach(instance IN LISTS instances)
+      set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${instance})
+      file(STRINGS ${instance} pieces REGEX "^#include \".*\\.cpp\"")
+      foreach(piece IN LISTS pieces)
+        string(REGEX REPLACE "^#include \"(.*)\"" "${PROJECT_SOURCE_DIR}/\\1" piece ${piece})
+        list(REMOVE_ITEM sources ${piece})
+      endforeach()
+    endforeach()
     list(APPEND found ${sources})
   endforeach()
   set(${variable} ${found} PARENT_SCOPE)

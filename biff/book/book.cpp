@@ -95,7 +95,4 @@ void BookImplT<CharT>::fillNewBook() {
     }
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

@@ -230,7 +230,4 @@ void BookImplT<CharT>::save(std::iostream& stream) {
     _xls.close();
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

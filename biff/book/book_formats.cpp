@@ -318,7 +318,4 @@ const wchar_t* BookImplT<CharT>::widenToPool(const CharT* text) {
     return text == nullptr ? L"" : toPool(text, _pool, utf8());
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

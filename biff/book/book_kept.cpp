@@ -38,7 +38,4 @@ const char* BookImplT<CharT>::keptAt(int index, std::size_t* size) {
     });
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

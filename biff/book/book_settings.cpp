@@ -109,7 +109,4 @@ bool BookImplT<CharT>::setTemplateFile(bool isTemplate) {
     return true;
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

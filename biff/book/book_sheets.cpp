@@ -283,7 +283,4 @@ void BookImplT<CharT>::setSheetState(SheetImplT<CharT>& sheet, int state) {
         activate(static_cast<std::size_t>(std::ranges::find_if(sheets, isVisible) - sheets.begin()));
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

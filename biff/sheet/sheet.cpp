@@ -196,7 +196,4 @@ void SheetImplT<CharT>::releaseStrings() {
     for (const LabelSstCell& cell : _parts.cells.template all<LabelSstCell>()) _book.strings().dropUse(cell.isst);
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

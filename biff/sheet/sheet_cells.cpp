@@ -351,7 +351,4 @@ bool SheetImplT<CharT>::copyCell(int rowSrc, int colSrc, int rowDst, int colDst)
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

@@ -196,7 +196,4 @@ double SheetImplT<CharT>::fittingWidth(std::uint16_t col, std::uint32_t rowFirst
     return widest;
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

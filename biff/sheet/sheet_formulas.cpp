@@ -152,7 +152,4 @@ void SheetImplT<CharT>::handOnShared(CellPlace at) {
     if (old != nullptr && old->hasSharedTokens()) _parts.sharedTokens.handOn(_parts.cells, {at.row, at.col});
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

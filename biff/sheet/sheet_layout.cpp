@@ -107,7 +107,4 @@ bool SheetImplT<CharT>::clearRange(int rowFirst, int rowLast, int colFirst, int 
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

@@ -74,7 +74,4 @@ bool SheetImplT<CharT>::setRowHidden(int row, bool hidden) {
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

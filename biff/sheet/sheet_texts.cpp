@@ -95,7 +95,4 @@ bool SheetImplT<CharT>::isRichTextCell(int row, int col) {
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

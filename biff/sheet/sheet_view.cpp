@@ -183,7 +183,4 @@ bool SheetImplT<CharT>::addValidationRuleNumeric(int, int, int, int, int, int, d
     return removeValidationRules();
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

@@ -188,7 +188,4 @@ bool SheetBaseT<CharT>::cellFrom(int* row, int* col) {
     return false;
 }
 
-template class SheetBaseT<char>;
-template class SheetBaseT<wchar_t>;
-
 }  // namespace vellum

@@ -158,7 +158,4 @@ bool SheetBaseT<CharT>::autoFitColumns(int, int, int, int) {
     return notAvailable<bool>(false);
 }
 
-template class SheetBaseT<char>;
-template class SheetBaseT<wchar_t>;
-
 }  // namespace vellum

@@ -206,7 +206,4 @@ IFormControlT<CharT>* SheetBaseT<CharT>::formControlAt(int) {
     return notAvailable<IFormControlT<CharT>*>(nullptr);
 }
 
-template class SheetBaseT<char>;
-template class SheetBaseT<wchar_t>;
-
 }  // namespace vellum

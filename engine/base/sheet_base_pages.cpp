@@ -263,7 +263,4 @@ bool SheetBaseT<CharT>::setRightToLeft(bool) {
     return notAvailable<bool>(false);
 }
 
-template class SheetBaseT<char>;
-template class SheetBaseT<wchar_t>;
-
 }  // namespace vellum

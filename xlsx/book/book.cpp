@@ -35,7 +35,7 @@ void XMLBookImplT<CharT, Tag>::fillNewBook() {
     addPart("/_rels/.rels", std::make_unique<Relationships>())
         .add(std::string(rel::transitional) + "officeDocument", "xl/workbook.xml");
     _parts.insert_or_assign(_mainPath, Part(this, {false}));
-    _contentTypes = &addPart("/[Content_Types].xml", std::make_unique<ContentTypes>());
+    _contentTypes = &addPart(std::string(ContentTypes::pathInPackage), std::make_unique<ContentTypes>());
     _contentTypes->setDefault("rels", type::relationships);
     _contentTypes->setDefault("xml", type::plainXml);
     _contentTypes->setOverride(_mainPath, type::workbook);
@@ -145,10 +145,5 @@ SharedStrings<CharT, Tag>& XMLBookImplT<CharT, Tag>::ensureSharedStrings() {
     }
     return *_sharedStrings;
 }
-
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
 
 }  // namespace vellum

@@ -27,8 +27,6 @@
 namespace vellum {
 namespace {
 
-constexpr std::string_view contentTypesPath = "/[Content_Types].xml";
-
 /// The object of a part that is neither the workbook nor a worksheet.
 template <class CharT, class Tag>
 std::unique_ptr<XFile> partFactory(const PartBytes& part, std::string_view contentType) {
@@ -80,7 +78,7 @@ public:
         readDeclaredMainPath();
         for (std::size_t i = 0; i < _reader.entryCount(); ++i) {
             // Not a second one either: the first is in use.
-            if (!sameIgnoringCase(partPath(_reader.entryName(i)), contentTypesPath)) readEntry(i);
+            if (!sameIgnoringCase(partPath(_reader.entryName(i)), ContentTypes::pathInPackage)) readEntry(i);
         }
         if (_book._mainPath.empty()) throw vlerror(xlsx::msg::mainPartNotFound);
         _book._folder = folderOf(_book._mainPath);
@@ -127,10 +125,10 @@ private:
 
     void readContentTypes() {
         for (std::size_t i = 0; i < _reader.entryCount(); ++i) {
-            if (!sameIgnoringCase(partPath(_reader.entryName(i)), contentTypesPath)) continue;
+            if (!sameIgnoringCase(partPath(_reader.entryName(i)), ContentTypes::pathInPackage)) continue;
             const Entry entry(_reader, i, _scope.tempFile);
             _book._contentTypes =
-                &_book.addPart(std::string(contentTypesPath), std::make_unique<ContentTypes>(entry.part()));
+                &_book.addPart(std::string(ContentTypes::pathInPackage), std::make_unique<ContentTypes>(entry.part()));
             return;
         }
         throw vlerror(xlsx::msg::contentTypesNotFoundOnLoad);
@@ -370,10 +368,5 @@ bool XMLBookImplT<CharT, Tag>::loadMemory(const void* data, std::size_t size, in
     scope.lastRow = lastRow;
     return loadWith(scope, [&](zip::ZipReader& reader) { reader.openForRead(data, size); });
 }
-
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
 
 }  // namespace vellum

@@ -30,9 +30,6 @@
 namespace vellum {
 namespace {
 
-constexpr std::string_view contentTypesPath = "/[Content_Types].xml";
-constexpr unsigned defaultCalcId = 125725;
-
 /// Makes a file beside the target, by a name that nobody else has.
 std::string temporaryBeside(std::string_view target) {
     const std::size_t slash = target.find_last_of("/\\");
@@ -94,8 +91,7 @@ void XMLBookImplT<CharT, Tag>::prepareSave() {
     if (sheetCount() == 0) throw vlerror(bindery::errorText(bindery::occurs_on_marshal));
     dropCalcChain();
     auto& workbook = this->_root;
-    if (!workbook.isset_calcPr()) workbook.calcPr().calcId(defaultCalcId);
-    workbook.calcPr().fullCalcOnLoad(true);
+    ensureCalcPr().fullCalcOnLoad(true);
     if (!workbook.isset_bookViews() || workbook.bookViews().workbookView().size() == 0) {
         workbook.bookViews().workbookView().append();
     }
@@ -158,9 +154,9 @@ void XMLBookImplT<CharT, Tag>::setMainTypeByName(std::string_view path) {
 template <class CharT, class Tag>
 template <class Visit>
 void XMLBookImplT<CharT, Tag>::eachPartToSave(Visit&& visit) {
-    visit(contentTypesPath, static_cast<XFile&>(*_contentTypes));
+    visit(ContentTypes::pathInPackage, static_cast<XFile&>(*_contentTypes));
     for (const auto& [path, part] : _parts) {
-        if (path != contentTypesPath) visit(std::string_view(path), *part);
+        if (path != ContentTypes::pathInPackage) visit(std::string_view(path), *part);
     }
 }
 
@@ -220,10 +216,5 @@ bool XMLBookImplT<CharT, Tag>::saveMemory(const char** data, std::size_t* size) 
         return true;
     });
 }
-
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
 
 }  // namespace vellum

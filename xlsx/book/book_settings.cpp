@@ -158,9 +158,4 @@ const char* XMLBookImplT<CharT, Tag>::keptAt(int index, std::size_t* size) {
     return nullptr;
 }
 
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

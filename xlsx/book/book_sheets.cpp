@@ -359,9 +359,4 @@ void XMLBookImplT<CharT, Tag>::activate(int index) {
     }
 }
 
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -134,9 +134,4 @@ bool XMLBookImplT<CharT, Tag>::setUsesRgbColors(bool rgb) {
     });
 }
 
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -15,6 +15,8 @@ namespace vellum {
 /// The map from part names and extensions to content types. Look-ups ignore case.
 class ContentTypes final : public XmlFile<contentypes::c_Types> {
 public:
+    static constexpr std::string_view pathInPackage = "/[Content_Types].xml";  // in every package
+
     ContentTypes() = default;
     explicit ContentTypes(const PartBytes& part);
 

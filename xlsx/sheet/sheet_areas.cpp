@@ -115,9 +115,4 @@ bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
     });
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

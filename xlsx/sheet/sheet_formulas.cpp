@@ -101,9 +101,4 @@ bool XMLSheetImplT<CharT, Tag>::writeFormulaBoolean(int row, int col, const Char
     });
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

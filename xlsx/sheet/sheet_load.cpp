@@ -206,9 +206,4 @@ void XMLSheetImplT<CharT, Tag>::beforeWrite() {
     if (_changed) setDimension();
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -178,9 +178,4 @@ auto XMLSheetImplT<CharT, Tag>::ensureCell(CellPlace at, Format* format, bool re
     return cell;
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -181,9 +181,4 @@ bool XMLSheetImplT<CharT, Tag>::copyCell(int rowSrc, int colSrc, int rowDst, int
     });
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -233,9 +233,4 @@ void XMLFormatImplT<CharT, Tag>::copyFrom(IFormatT<CharT>& other) {
     if (known) known->setUsesRgbColors(rgbBefore);
 }
 
-template class XMLFormatImplT<char, excelNormal_tag>;
-template class XMLFormatImplT<char, excelStrict_tag>;
-template class XMLFormatImplT<wchar_t, excelNormal_tag>;
-template class XMLFormatImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -234,9 +234,4 @@ void XMLFormatImplT<CharT, Tag>::setPatternBackColor(int color) {
     if (isColor(color)) writeColor(ownFill().patternFill().bgColor(), color, _styles->usesRgbColors());
 }
 
-template class XMLFormatImplT<char, excelNormal_tag>;
-template class XMLFormatImplT<char, excelStrict_tag>;
-template class XMLFormatImplT<wchar_t, excelNormal_tag>;
-template class XMLFormatImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

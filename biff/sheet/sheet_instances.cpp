@@ -1,0 +1,18 @@
+// SheetImplT is compiled here, once for each form of it: its pieces are sources of this one.
+#include "biff/sheet/sheet.h"
+
+#include "biff/sheet/sheet.cpp"
+#include "biff/sheet/sheet_cells.cpp"
+#include "biff/sheet/sheet_columns.cpp"
+#include "biff/sheet/sheet_formulas.cpp"
+#include "biff/sheet/sheet_layout.cpp"
+#include "biff/sheet/sheet_rows.cpp"
+#include "biff/sheet/sheet_texts.cpp"
+#include "biff/sheet/sheet_view.cpp"
+
+namespace vellum {
+
+template class SheetImplT<char>;
+template class SheetImplT<wchar_t>;
+
+}  // namespace vellum

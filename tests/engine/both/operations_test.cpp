@@ -1,0 +1,113 @@
+// Every operation of every interface, called with nothing in hand: what is not built says so, gives the failure value
+// of its line in the interface, and stands in docs/status.md.
+#include "tests/engine/both/operations.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+
+#include "tests/engine/both/engines.h"
+
+namespace vellum {
+namespace {
+
+using testing::IsEmpty;
+
+constexpr const char* notBuilt = "function is not available yet";
+
+std::string fileText(const std::string& name) {
+    std::ostringstream content;
+    content << std::ifstream(std::string(QUILLET_SOURCE_DIR) + "/" + name).rdbuf();
+    return content.str();
+}
+
+/// Failure values that are not those of the operation's type.
+const std::map<std::string, std::string> ownFailureValues = {
+    {"columnWidth", "-1"},     {"rowHeight", "-1"},         {"packColor", "32767"},        {"pictureAt", "255"},
+    {"readError", "255"},      {"newCustomNumFormat", "0"}, {"sheetKindAt", "-1"},         {"calculationMode", "1"},
+    {"activeSheetIndex", "0"}, {"visibilityState", "0"},    {"defaultRowHeightValue", "0"}};
+
+bool isFailureValue(const std::string& operation, const std::string& result) {
+    const auto own = ownFailureValues.find(operation);
+    if (own != ownFailureValues.end()) return result == own->second;
+    return result.empty() || result == "null" || result == "false" || result == "0" || result == "-1";
+}
+
+class Operations : public EachEngine {
+protected:
+    /// Calls each operation of an object of a book of its own; `make` answers null when there is no such object yet.
+    template <class Object, class Make>
+    void callAll(Make&& make) {
+        for (const auto& operation : operationsOf<Object>()) {
+            const auto own = createBook(GetParam());
+            own->setLocale("UTF-8");
+            Object* const object = make(*own);
+            if (object == nullptr) {
+                if (own->errorMessage() == std::string(notBuilt)) missing.insert(operation.name);
+                continue;
+            }
+            const std::string result = operation.call(*object);
+            if (own->errorMessage() != std::string(notBuilt)) continue;
+            missing.insert(operation.name);
+            if (!isFailureValue(operation.name, result)) ADD_FAILURE() << operation.name << " gives " << result;
+        }
+    }
+    void callAll() {
+        const auto sheet = [](IBookT<char>& own) { return own.addSheet("S"); };
+        callAll<IBookT<char>>([&](IBookT<char>& own) { return sheet(own), &own; });
+        callAll<ISheetT<char>>(sheet);
+        callAll<IFormatT<char>>([](IBookT<char>& own) { return own.newFormat(); });
+        callAll<IFontT<char>>([](IBookT<char>& own) { return own.newFont(); });
+        callAll<IRichStringT<char>>([](IBookT<char>& own) { return own.newRichString(); });
+        callAll<IAutoFilterT<char>>([&](IBookT<char>& own) { return sheet(own)->filterObject(); });
+        callAll<IFilterColumnT<char>>([&](IBookT<char>& own) -> IFilterColumnT<char>* {
+            IAutoFilterT<char>* const filter = sheet(own)->filterObject();
+            if (filter == nullptr || !filter->setFilterRange(0, 9, 0, 3)) return nullptr;
+            return filter->filterColumn(0);
+        });
+    }
+
+    std::set<std::string> missing;
+};
+INSTANTIATE_FOR_EACH_ENGINE(Operations);
+
+TEST_P(Operations, ThatAreMissingStandInTheStatus) {
+    callAll();
+    const std::string status = fileText("docs/status.md");
+    std::set<std::string> unsaid;
+    for (const std::string& name : missing) {
+        if (status.find('`' + name + '`') == std::string::npos) unsaid.insert(name);
+    }
+    EXPECT_THAT(unsaid, IsEmpty()) << "docs/status.md has to name them";
+}
+
+/// The lists of operations.h are complete.
+template <class Object>
+void compareWithHeader(const std::string& header) {
+    const std::string text = fileText("engine/api/" + header);
+    const std::string interface = text.substr(0, text.find("virtual ~"));
+    std::set<std::string> declared, listed;
+    const std::regex operation(R"(virtual [^;(]*?(\w+)\()");
+    for (std::sregex_iterator at(interface.begin(), interface.end(), operation), end; at != end; ++at) {
+        declared.insert((*at)[1]);
+    }
+    for (const auto& each : operationsOf<Object>()) listed.insert(each.name);
+    declared.erase("release");
+    EXPECT_EQ(listed, declared) << header;
+}
+
+TEST(OperationLists, AreThoseOfTheInterfaces) {
+    compareWithHeader<IBookT<char>>("ibook.h");
+    compareWithHeader<ISheetT<char>>("isheet.h");
+    compareWithHeader<IFormatT<char>>("iformat.h");
+    compareWithHeader<IFontT<char>>("ifont.h");
+    compareWithHeader<IRichStringT<char>>("irichstring.h");
+    compareWithHeader<IAutoFilterT<char>>("iautofilter.h");
+    compareWithHeader<IFilterColumnT<char>>("ifiltercolumn.h");
+}
+
+}  // namespace
+}  // namespace vellum
