@@ -6,18 +6,13 @@
 #include "biff/names/name_copy.h"
 #include "biff/records/book_messages.h"
 #include "engine/api/enums.h"
+#include "engine/facts/sheet_names.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/letter_case.h"
 
 namespace vellum {
 
 namespace {
-
-constexpr std::size_t maxSheetName = 31;
-
-bool hasInvalidCharacter(std::wstring_view name) {
-    return name.front() == L'\'' || name.back() == L'\'' || name.find_first_of(L"*/:?[\\]") != std::wstring_view::npos;
-}
 
 std::uint8_t boundKindOf(std::uint16_t dt) {
     switch (dt) {
@@ -38,10 +33,9 @@ template <class CharT>
 const wchar_t* BookImplT<CharT>::checkedSheetName(const CharT* name, const SheetImplT<CharT>* renamed, bool& cut) {
     if (name == nullptr) throw vlerror(biff::msg::sheetNameNull);
     std::wstring_view wide = widen(name);
-    if (wide.empty()) throw vlerror(biff::msg::sheetNameEmpty);
-    if (hasInvalidCharacter(wide)) throw vlerror(biff::msg::sheetNameInvalid);
-    cut = wide.size() > maxSheetName;
-    wide = wide.substr(0, maxSheetName);
+    checkSheetName(wide);
+    cut = wide.size() > longestSheetName;
+    wide = wide.substr(0, longestSheetName);
     const int own = renamed == nullptr ? -1 : indexOfSheet(*renamed);
     for (std::size_t i = 0; i < _globals.boundSheets.size(); ++i) {
         if (static_cast<int>(i) != own && equalIgnoringCase(_globals.boundSheets[i].sheetName.view(), wide))

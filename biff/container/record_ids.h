@@ -177,7 +177,4 @@ inline constexpr std::uint16_t ClrtClient = 4188;
 
 }  // namespace record_id
 
-/// The published name of an identifier; null when it is not one of the above.
-const char* recordName(std::uint16_t id);
-
 }  // namespace vellum

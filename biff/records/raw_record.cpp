@@ -46,31 +46,4 @@ std::span<const std::byte> takeRaw(Xls& xls, RecordHeader header) {
     return {first.data() - recordHeaderSize, size};
 }
 
-RawRecord RawRecord::read(Xls& xls, RecordHeader header) {
-    const auto bytes = takeRaw(xls, header);
-    return {header.id, {bytes.begin(), bytes.end()}};
-}
-
-RawRecord RawRecord::make(std::uint16_t id, std::span<const std::byte> bytes) {
-    RawRecord record{id, std::vector<std::byte>(recordHeaderSize + bytes.size())};
-    storeLe(record.wire.data(), id);
-    storeLe(record.wire.data() + sizeof id, static_cast<std::uint16_t>(bytes.size()));
-    std::ranges::copy(bytes, record.wire.begin() + recordHeaderSize);
-    return record;
-}
-
-std::span<const std::byte> RawRecord::body() const {
-    if (absent()) return {};
-    return std::span(wire).subspan(recordHeaderSize, loadLe<std::uint16_t>(wire.data() + sizeof id));
-}
-
-std::span<std::byte> RawRecord::body() {
-    if (absent()) return {};
-    return std::span(wire).subspan(recordHeaderSize, loadLe<std::uint16_t>(wire.data() + sizeof id));
-}
-
-void RawRecord::write(Xls& xls) const {
-    xls.writeBytes(wire);
-}
-
 }  // namespace vellum

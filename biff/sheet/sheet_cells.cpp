@@ -7,43 +7,10 @@
 #include "biff/sheet/sheet.h"
 #include "biff/strings/str_map.h"
 #include "biff/styles/format.h"
+#include "engine/facts/number_format.h"
 
 namespace vellum {
 namespace {
-
-struct DateIds {
-    int first, last;
-};
-constexpr DateIds builtInDates[] = {{14, 22}, {45, 47}};
-constexpr DateIds builtInOthers[] = {{0, 13}, {37, 44}, {48, 49}};
-
-template <std::size_t N>
-bool isOneOf(const DateIds (&ranges)[N], int id) {
-    for (const auto& range : ranges) {
-        if (range.first <= id && id <= range.last) return true;
-    }
-    return false;
-}
-
-/// A letter of a date or time outside of quotes and of brackets, which hold colours and conditions.
-bool hasDateLetter(const wchar_t* format) {
-    bool quoted = false, bracketed = false;
-    for (; *format != L'\0'; ++format) {
-        const wchar_t c = *format;
-        if (quoted) {
-            quoted = c != L'"';
-        } else if (bracketed) {
-            bracketed = c != L']';
-        } else if (c == L'"') {
-            quoted = true;
-        } else if (c == L'[') {
-            bracketed = true;
-        } else if (std::wstring_view(L"DHMSYdhmsy").find(c) != std::wstring_view::npos) {
-            return true;
-        }
-    }
-    return false;
-}
 
 template <class Cell, class To>
 Cell movedTo(Cell cell, To to) {
@@ -315,11 +282,9 @@ bool SheetImplT<CharT>::isDate(int row, int col) {
         if (cellAs<RkCell>(slot) == nullptr && cellAs<NumberCell>(slot) == nullptr) return false;
         const FormatImplT<CharT>* format = _book.xf(_parts.cells.ixfe(slot));
         if (format == nullptr) return false;
-        const int id = format->ifmt();
-        if (isOneOf(builtInDates, id)) return true;
-        if (isOneOf(builtInOthers, id)) return false;
+        if (const auto known = builtInShowsDate(format->ifmt())) return *known;
         const wchar_t* const text = _book.numFormatText(format->ifmt());
-        return text != nullptr && hasDateLetter(text);
+        return text != nullptr && showsDate(text);
     });
 }
 

@@ -11,29 +11,14 @@
 #include "cli/workbook/json_lines.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
+#include "engine/facts/error_text.h"
 
 namespace cli {
 namespace {
 
-const char* errorText(int code) {
-    switch (code) {
-        case vellum::errorNull:
-            return "#NULL!";
-        case vellum::errorDivisionByZero:
-            return "#DIV/0!";
-        case vellum::errorValue:
-            return "#VALUE!";
-        case vellum::errorReference:
-            return "#REF!";
-        case vellum::errorName:
-            return "#NAME?";
-        case vellum::errorNumber:
-            return "#NUM!";
-        case vellum::errorNotAvailable:
-            return "#N/A";
-        default:
-            return "#UNKNOWN!";
-    }
+std::string_view errorText(int code) {
+    const std::string_view text = vellum::errorTextOf(code);
+    return text.empty() ? "#UNKNOWN!" : text;
 }
 
 class SheetDump {

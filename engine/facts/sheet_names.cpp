@@ -7,11 +7,10 @@
 #include "engine/failure/messages.h"
 #include "engine/failure/vlerror.h"
 #include "engine/text/conversions.h"
+#include "engine/text/letter_case.h"
 
 namespace vellum {
 namespace {
-
-constexpr std::size_t longestSheetName = 31;
 
 /// Length of the quoted name at the start of `text`, with its quotes; 0 when it is not closed.
 std::size_t quotedLength(std::wstring_view text) {
@@ -39,10 +38,6 @@ std::wstring quoted(std::wstring_view name) {
     std::wstring text = L"'";
     for (const wchar_t c : name) text.append(c == L'\'' ? 2 : 1, c);
     return text + L"'";
-}
-
-wchar_t fold(wchar_t c) {
-    return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
 }
 
 bool isNameCharacter(wchar_t c) {
@@ -167,13 +162,11 @@ template SheetNameText cutSheetName(const char*, bool);
 template SheetNameText cutSheetName(const wchar_t*, bool);
 
 std::wstring foldedSheetName(std::wstring_view name) {
-    std::wstring folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), fold);
-    return folded;
+    return smallLetters(name);
 }
 
 bool sameSheetName(std::wstring_view a, std::wstring_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) { return fold(x) == fold(y); });
+    return equalIgnoringCase(a, b);
 }
 
 std::wstring sheetOfReference(std::wstring_view reference) {

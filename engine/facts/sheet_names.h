@@ -1,9 +1,12 @@
 // Names of sheets in formula text, and which they may be.
 #pragma once
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace vellum {
+
+inline constexpr std::size_t longestSheetName = 31;
 
 /// Throws the text for an empty name and for one with a character or an apostrophe where none may be.
 void checkSheetName(std::wstring_view name);
@@ -17,10 +20,10 @@ struct SheetNameText {
 template <class CharT>
 SheetNameText cutSheetName(const CharT* name, bool utf8);
 
-/// In small letters, as the C library folds them.
+/// In small letters.
 std::wstring foldedSheetName(std::wstring_view name);
 
-/// Equal but for case, as the C library folds it.
+/// Equal but for case.
 bool sameSheetName(std::wstring_view a, std::wstring_view b);
 
 /// The sheet part of a reference such as "'My sheet'!$A$1", without its quotes; "" when there is no "!".

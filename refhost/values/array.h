@@ -44,8 +44,6 @@ public:
     /// when an index lies outside of its set, or the array would take too much memory.
     HostValue* slot(const int* tuple);
 
-    int openUpdates = 0;
-
 private:
     bool inSets(const int* tuple) const;
     HostValue& place(const int* tuple);

@@ -8,19 +8,10 @@
 #include <cstdint>
 #include <limits>
 
-#include "engine/api/enums.h"
 #include "engine/facts/date.h"
 
 namespace vellum {
 namespace {
-
-constexpr struct {
-    int code;
-    std::string_view text;
-} errorValues[] = {
-    {errorNull, "#NULL!"}, {errorDivisionByZero, "#DIV/0!"}, {errorValue, "#VALUE!"},     {errorReference, "#REF!"},
-    {errorName, "#NAME?"}, {errorNumber, "#NUM!"},           {errorNotAvailable, "#N/A"},
-};
 
 locale_t cLocale() {
     static const locale_t made = newlocale(LC_ALL_MASK, "C", locale_t{});
@@ -109,20 +100,6 @@ std::size_t positionOf(std::string_view text) {
     const double number = numberOf(text, &whole);
     return whole && number >= 0.0 && number < 4294967296.0 ? static_cast<std::size_t>(number)
                                                            : std::numeric_limits<std::size_t>::max();
-}
-
-int errorCodeOf(std::string_view text) {
-    for (const auto& known : errorValues) {
-        if (known.text == text) return known.code;
-    }
-    return errorNone;
-}
-
-std::string_view errorTextOf(int code) {
-    for (const auto& known : errorValues) {
-        if (known.code == code) return known.text;
-    }
-    return {};
 }
 
 std::optional<double> isoDateOf(std::string_view text, bool date1904) {

@@ -28,10 +28,6 @@ std::string shortNumberText(double value);
 /// A position in decimal; one past all tables when the text is none.
 std::size_t positionOf(std::string_view text);
 
-/// An ErrorCode, 255 for a text that is no error value; and back, "" for a code that is none.
-int errorCodeOf(std::string_view text);
-std::string_view errorTextOf(int code);
-
 /// The day number of an ISO 8601 date, time, or both; nothing when no part of it can be read or it lies before the
 /// first day.
 std::optional<double> isoDateOf(std::string_view text, bool date1904);

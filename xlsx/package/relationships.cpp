@@ -61,11 +61,6 @@ std::string Relationships::targetById(std::string_view id) const {
     return found == _byId.end() ? std::string() : found->second.target;
 }
 
-std::string Relationships::typeById(std::string_view id) const {
-    const auto found = _byId.find(id);
-    return found == _byId.end() ? std::string() : found->second.type;
-}
-
 std::string Relationships::firstTargetOfType(std::string_view type) {
     _cursor = _byType.lower_bound(type);  // the first of equals, in document order
     if (_cursor != _byType.end() && _cursor->first != type) _cursor = _byType.end();

@@ -32,7 +32,6 @@ public:
 
     /// "" when there is none.
     std::string targetById(std::string_view id) const;
-    std::string typeById(std::string_view id) const;
     std::string firstTargetOfType(std::string_view type);
     std::string nextTargetOfType();
     std::size_t countOfTarget(std::string_view target) const;

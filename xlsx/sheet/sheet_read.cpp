@@ -1,6 +1,7 @@
 // What cells hold.
 #include "bindery/values/value_spec.h"
 #include "engine/api/enums.h"
+#include "engine/facts/error_text.h"
 #include "engine/failure/messages.h"
 #include "engine/failure/vlerror.h"
 #include "xlsx/cells/cell_values.h"

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engine/api/enums.h"
+#include "engine/facts/error_text.h"
 #include "engine/failure/vlerror.h"
 #include "engine/text/conversions.h"
 #include "xlsx/cells/cell_values.h"

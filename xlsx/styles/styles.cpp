@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/facts/number_format.h"
 #include "engine/failure/guarded.h"
 #include "engine/failure/vlerror.h"
 #include "xlsx/styles/colors.h"
@@ -16,29 +17,6 @@ constexpr std::size_t mostFormats = 65430;
 constexpr std::size_t mostFonts = 65430;
 constexpr unsigned firstCustomId = 166;
 constexpr unsigned lastCustomId = 392;
-
-constexpr bool isBuiltInDate(unsigned id) {
-    return (id >= 14 && id <= 22) || (id >= 45 && id <= 47);
-}
-
-/// The same in every country. The ids between are dates in some, and such files may bring their texts along.
-constexpr bool isBuiltInNumber(unsigned id) {
-    return id <= 13 || (id >= 37 && id <= 44) || id == 48 || id == 49;
-}
-
-/// Any letter of a date outside brackets and quotes.
-bool hasDateLetter(std::wstring_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const wchar_t closing = text[i] == L'[' ? L']' : text[i] == L'"' ? L'"' : L'\0';
-        if (closing) {
-            i = text.find(closing, i + 1);
-            if (i == std::wstring_view::npos) return false;
-        } else if (std::wstring_view(L"DHMSYdhmsy").find(text[i]) != std::wstring_view::npos) {
-            return true;
-        }
-    }
-    return false;
-}
 
 }  // namespace
 
@@ -204,9 +182,9 @@ bool Styles<CharT, Tag>::isDateFormat(std::size_t xf) const {
     const auto* const cellXfs = this->_root.find_cellXfs();
     if (!cellXfs || xf >= cellXfs->xf().size()) return false;
     const unsigned id = cellXfs->xf()[xf].numFmtId();
-    if (isBuiltInDate(id) || isBuiltInNumber(id)) return isBuiltInDate(id);
+    if (const auto known = builtInShowsDate(id)) return *known;
     const std::wstring* const text = customNumFormatText(id);
-    return text && hasDateLetter(*text);
+    return text && showsDate(*text);
 }
 
 template <class CharT, class Tag>

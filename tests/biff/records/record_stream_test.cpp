@@ -1,5 +1,5 @@
 #include "biff/records/continue_writer.h"
-#include "biff/records/raw_record.h"
+#include "biff/records/raw_records.h"
 #include "fixture.h"
 
 namespace vellum::test {
@@ -163,7 +163,7 @@ TEST(ContinueWriter, TextIsNeverCutWithinACharacter) {
     EXPECT_EQ(in->readInt8(), 1);
 }
 
-TEST(RawRecord, OwnsWhatContinuesIt) {
+TEST(RawRecords, OwnWhatContinuesThem) {
     const struct {
         std::uint16_t parent;
         std::vector<std::uint16_t> mine;
@@ -181,17 +181,19 @@ TEST(RawRecord, OwnsWhatContinuesIt) {
         Bytes wire = record(c.parent, pattern(10));
         for (const std::uint16_t id : c.mine) wire = joined({wire, record(id, pattern(5))});
         Stream in(joined({wire, record(c.other, pattern(3))}));
-        const RawRecord raw = RawRecord::read(*in, *in->nextRecord());
-        EXPECT_EQ(raw.wire, wire);
-        EXPECT_EQ(Bytes(raw.body().begin(), raw.body().end()), pattern(10));
+        RawRecords raw;
+        raw.take(*in, *in->nextRecord());
+        EXPECT_EQ(Bytes(raw.wire().begin(), raw.wire().end()), wire);
+        EXPECT_EQ(Bytes(raw.firstBody().begin(), raw.firstBody().end()), pattern(10));
         EXPECT_EQ(in->peekRecordId(), c.other);
         Bytes main = written([&](Xls& xls) { raw.write(xls); });
         main.resize(wire.size());
         EXPECT_EQ(main, wire);
     }
-    EXPECT_TRUE(RawRecord().absent());
-    EXPECT_TRUE(RawRecord().body().empty());
-    EXPECT_EQ(RawRecord::make(211, pattern(3)).wire, record(211, pattern(3)));
+    EXPECT_TRUE(RawRecords().firstBody().empty());
+    RawRecords made;
+    made.add(211, pattern(3));
+    EXPECT_EQ(Bytes(made.wire().begin(), made.wire().end()), record(211, pattern(3)));
 }
 
 }  // namespace

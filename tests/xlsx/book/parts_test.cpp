@@ -127,6 +127,7 @@ TEST(SheetNames, WhatIsAllowed) {
         EXPECT_THROW(checkSheetName(name), vlerror) << name;
     }
     EXPECT_TRUE(sameSheetName(L"Sheet1", L"SHEET1"));
+    EXPECT_TRUE(sameSheetName(L"\u00dcBER", L"\u00fcber"));  // in any locale of the process
     EXPECT_FALSE(sameSheetName(L"Sheet1", L"Sheet11"));
 }
 
