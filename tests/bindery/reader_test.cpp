@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "bindery/binderyparse/limits.h"
+
 namespace bindery {
 namespace {
 
@@ -110,6 +112,7 @@ TEST(Reader, References) {
         {"<a>&lt;&gt;&amp;&apos;&quot;</a>", "a{<>&'\"}"},
         {"<a>&#65;&#x42;&#x1F600;</a>", "a{AB\xF0\x9F\x98\x80}"},
         {"<a>&#65 &#x42</a>", "a{A B}"},  // without ";" it still counts
+        {"<a>&#0;&#x0;</a>", "a{&#0;&#x0;}"},
         {"<a>&#xFFFFF;</a>", "a{\xF3\xBF\xBF\xBF}"},
         {"<a>&#x10FFFF;&#x110000;&#;&#x;&#99999999999999;</a>", "a{&#x10FFFF;&#x110000;&#;&#x;&#99999999999999;}"},
         {"<a b='&unknown;'>&unknown; & &amp</a>", "a[b=&unknown;]{&unknown; & &amp}"},
@@ -229,6 +232,8 @@ TEST(Reader, Faults) {
         {" text", "!0:23:XML not well-formed"},
         {"<a><!-- ", "a{!0:34:Premature end of file encountered"},
         {"<a><!-- x -- y --></a>", "a{}!2:8:End of comment not Well-Formed"},
+        {"<a><!---></a>", "a{!0:34:Premature end of file encountered"},
+        {"<a><!----></a>", "a{}"},
     });
 }
 
@@ -309,6 +314,24 @@ TEST(Reader, DepthIsBounded) {
     while (reader.nextContent() == token_start_tag) {
     }
     EXPECT_EQ(reader.failure(), 5);
+}
+
+/// As many declarations as may be in force, and one more.
+TEST(Reader, DeclarationsAreBounded) {
+    const auto declaring = [](int total) {
+        std::string document = "<a>";
+        int open = 0;
+        for (int i = 0; i < total; ++i) {
+            if (i % 200 == 0) document += (i == 0 ? "" : ">") + "<b"s, ++open;
+            document += " xmlns:p" + std::to_string(i) + "='u'";
+        }
+        document += ">";
+        for (int i = 0; i < open; ++i) document += "</b>";
+        return Outline(document + "</a>").text();
+    };
+    const int room = static_cast<int>(maxBindings);
+    EXPECT_EQ(declaring(room).find('!'), std::string::npos);
+    EXPECT_NE(declaring(room + 1).find("!0:23:"), std::string::npos);
 }
 
 /// A source that is neither memory nor a file: its bytes come one by one.

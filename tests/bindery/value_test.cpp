@@ -239,6 +239,7 @@ TEST(Escape, NarrowAndWide) {
         {L"\xE4\x20AC\x1F600", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"},
         {L"", "", ""},
         {L"  ", "  ", "  "},
+        {L"a\tb\nc", "a\tb\nc", "a&#9;b&#10;c"},
     };
     for (const auto& c : cases) {
         for (const bool attribute : {false, true}) {

@@ -26,7 +26,16 @@ TEST(ForPeople, ValuesAndTables) {
     } cases[] = {
         {"declare x : real = 0.1", "x = 0.1\n"},
         {"declare x : range 1..4", "x (4 elements): 1..4\n"},
+        {"declare x : range 0..2147483645", "x (2147483646 elements): 0..2147483645\n"},
+        {"declare x : dynamic range = 2..4", "x (3 elements): 2..4\n"},
+        {"declare x : dynamic set of integer = 2..4", "x (3 elements): 2, 3, 4\n"},
         {"declare x : set of text = {\"a\\nb\", \"c\"}", "x (2 elements): a\\nb, c\n"},
+        {"declare R : record(n: text, q: real)\ndeclare x : set of R = {(\"a\", 1), (\"b\", 2)}",
+         "x (2 elements)\n"
+         "  n  q\n"
+         "  -  -\n"
+         "  a  1\n"
+         "  b  2\n\n"},
         {"declare x : list of any = [1]", "x (1 item): 1\n"},
         {"declare x : list of real = null", "x: uninitialised\n"},
         {"declare x : dynamic array(text, 1..2) of real = {(\"an\", 1): 10, (\"bel\", 2): 2.5}",
@@ -49,6 +58,17 @@ TEST(ForPeople, ValuesAndTables) {
          "        1  a     true     v\n\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(told(std::string(c.script) + "\nprint x").out, c.shown) << c.script;
+}
+
+// A table of two indices takes the line as far as it goes, and is a list of entries beyond.
+TEST(ForPeople, TheWidestTable) {
+    const auto shown = [](std::size_t width) {
+        const std::string text(width, 'x');
+        return told("declare x : dynamic array(text, 1..1) of text = {(\"a\", 1): \"" + text + "\"}\nprint x").out;
+    };
+    const std::size_t rest = 2 + 4 + 2;  // the margin, the first column, the gap
+    EXPECT_NE(shown(100 - rest).find("  text  1 "), std::string::npos);
+    EXPECT_NE(shown(101 - rest).find("  text  integer  value"), std::string::npos);
 }
 
 TEST(ForPeople, MessagesNameTheLine) {

@@ -49,6 +49,7 @@ TEST(ScriptErrors, PlaceAndReason) {
         {"declare x : range 1..", "1:22 the last integer of a range is expected instead of the end of the line"},
         {"declare x : range", "1:13 a range that is not dynamic needs its bounds, as in 1..10"},
         {"declare x : range -2147483648..2147483647", "1:19 this range is too long"},
+        {"declare x : range 0..2147483646", "1:19 this range is too long"},
         {"declare x : dynamic real", "1:13 'dynamic' goes with a set, range, list or array"},
         {"declare v : real\ndeclare x : array(v) of real", "2:19 'v' is no set"},
         {"declare R : record(a: real, a: text)", "1:29 a second field 'a'"},

@@ -29,6 +29,8 @@ struct Archive {
     std::uint32_t compressedSize = 5, uncompressedSize = 5, headerOffset = 0;
     std::uint16_t endEntries = 1;
     std::string entryExtra, behindEntry, comment;
+    bool zip64 = false;  // with the wider record of the end, and its locator
+    std::uint64_t locatorOff = 0;
     std::string prefix;
 
     std::string bytes() const {
@@ -41,7 +43,11 @@ struct Archive {
                                     little(uncompressedSize, 4) + little(name.size(), 2) +
                                     little(entryExtra.size(), 2) + little(0, 2 + 2 + 2 + 4) + little(headerOffset, 4) +
                                     name + entryExtra + behindEntry;
-        const std::string end = "PK\5\6" + little(0, 4) + little(endEntries, 2) + little(endEntries, 2) +
+        const std::size_t wideEnd = prefix.size() + local.size() + stored.size() + central.size();
+        const std::string wide = "PK\6\6" + little(44, 8) + little(45, 2) + little(45, 2) + little(0, 8) + little(1, 8) +
+                                 little(1, 8) + little(central.size(), 8) + little(local.size() + stored.size(), 8) +
+                                 "PK\6\7" + little(0, 4) + little(wideEnd + locatorOff, 8) + little(1, 4);
+        const std::string end = (zip64 ? wide : "") + "PK\5\6" + little(0, 4) + little(endEntries, 2) + little(endEntries, 2) +
                                 little(central.size(), 4) + little(local.size() + stored.size(), 4) +
                                 little(comment.size(), 2) + comment;
         return prefix + local + stored + central + end;
@@ -136,6 +142,12 @@ TEST(ZipReader, TakesEveryFormOfEntry) {
                  little(0x5455, 2) + little(1, 2) + "x" + little(1, 2) + little(16, 2) + little(5, 8) + little(5, 8);
          },
          "hello"},
+        {"Zip64 directory",
+         [](Archive& a) {
+             a.zip64 = true;
+             a.endEntries = 0xFFFF;
+         },
+         "hello"},
     };
     for (const auto& c : cases) {
         Archive archive;
@@ -157,6 +169,27 @@ TEST(ZipReader, RefusesWhatIsNotSo) {
         {"more entries than the directory has", [](Archive& a) { a.endEntries = 2; }, msg::damaged},
         {"entry count of a bomb", [](Archive& a) { a.endEntries = 0xFFFE; }, msg::damaged},
         {"Zip64 marker without its record", [](Archive& a) { a.endEntries = 0xFFFF; }, msg::noZip64Directory},
+        {"Zip64 locator that points at none",
+         [](Archive& a) {
+             a.zip64 = true;
+             a.endEntries = 0xFFFF;
+             a.locatorOff = static_cast<std::uint64_t>(-1);
+         },
+         msg::noZip64Directory},
+        {"Zip64 locator that points behind the end",
+         [](Archive& a) {
+             a.zip64 = true;
+             a.endEntries = 0xFFFF;
+             a.locatorOff = 1000;
+         },
+         msg::noZip64Directory},
+        {"Zip64 directory behind a foreign head",
+         [](Archive& a) {
+             a.zip64 = true;
+             a.endEntries = 0xFFFF;
+             a.prefix = "#!/bin/sh\n";
+         },
+         msg::bytesBeforeZip64},
         {"two entries over the same data",
          [](Archive& a) {
              const Archive one;

@@ -45,6 +45,15 @@ TEST(ZipWriter, FileReadsBackAsWritten) {
     EXPECT_TRUE(writer.close());
     EXPECT_FALSE(writer.openEntry("after the end"));
 
+    // The archive that is open is finished before another one begins.
+    ASSERT_TRUE(writer.createFile(folder / "first.zip"));
+    ASSERT_TRUE(writer.openEntry("a"));
+    ASSERT_TRUE(writer.createFile(folder / "second.zip"));
+    EXPECT_TRUE(writer.close());
+    ZipReader first;
+    first.openForRead(folder / "first.zip");
+    EXPECT_EQ(first.entryName(0), "a");
+
     ZipReader reader;
     reader.openForRead(path);
     ASSERT_EQ(reader.entryCount(), 2u);

@@ -123,6 +123,7 @@ TEST(Formats, RecordOfARealFile) {
     EXPECT_EQ(f.fillPattern(), 1);
     EXPECT_EQ(f.patternForeColor(), 13);
     EXPECT_EQ(f.patternBackColor(), 64);
+    EXPECT_FALSE(dynamic_cast<IFormatPrivate<char>&>(f).usesRgbColors());
     // Back in the file as they were.
     const auto records = recordsOf(saved(*book));
     EXPECT_EQ(only(records, 49).at(4).body, hex("F000 0200 0A00 BC02 0000 01 02 00 EA 09 00 54696D6573204E6577"));

@@ -195,6 +195,24 @@ TEST(Globals, TheIdsOfManySheetsGoOnInAnotherRecord) {
     EXPECT_EQ(only(records, 60), std::vector{rest});
 }
 
+// A file without the list of sheet ids gets one, of the sheets that are left.
+TEST(Globals, TheIdsOfSheetsAreMadeWhenAFileHasNone) {
+    const Record longEof{10, hex("0102")};  // its body is passed over
+    const auto file = compoundFile({bof8, boundSheet("A"), boundSheet("B"), boundSheet("C"), longEof, sheetBof8, eof,
+                                    sheetBof8, eof, sheetBof8, eof});
+    const struct {
+        int sheet;
+        const char* ids;
+    } cases[] = {{-1, "0100 0200 0300"}, {1, "0100"}};
+    for (const auto& c : cases) {
+        const Book book = newBook();
+        ASSERT_TRUE(book->loadMemory(file.data(), file.size(), c.sheet)) << book->errorMessage();
+        const auto again = saved(*book);
+        EXPECT_EQ(only(recordsOf(again), 317).at(0).body, hex(c.ids));
+        EXPECT_EQ(loaded(again)->sheetCount(), book->sheetCount());
+    }
+}
+
 TEST(Globals, FlagsOfTemplatesAndReservations) {
     const Book book = loaded(compoundFile(withGlobals({{134, {}}, {96, {}}, {34, hex("0100")}})));
     EXPECT_TRUE(book->isTemplateFile());
@@ -227,7 +245,7 @@ TEST(Globals, OlderFilesAreSavedInTheNewerForm) {
             {49, hex("F000 0200 0A00 BC02 0000 01 02 00 00 05 5461686F6D")},
             {1054, hex("A400 03 302E30")},
             //     font format prot  al rot pattern   border
-            {224, hex("0000 A400 0100 2B 02 82200107 D1100620")},
+            {224, hex("0000 A400 0100 1B 02 82200107 D1100620")},
             {659, hex("0000 04 4D696E65")},
             {24, hex("0000 00 01 0000 0000 0100 00000000 41")},
             {430, hex("0100 0104")},
@@ -244,7 +262,7 @@ TEST(Globals, OlderFilesAreSavedInTheNewerForm) {
     EXPECT_EQ(format->font()->size(), 12);
     EXPECT_EQ(format->alignHorizontal(), 3);
     EXPECT_TRUE(format->wrapsText());
-    EXPECT_EQ(format->alignVertical(), 2);
+    EXPECT_EQ(format->alignVertical(), 1);
     EXPECT_EQ(format->rotation(), 90);
     EXPECT_EQ(format->patternForeColor(), 2);
     EXPECT_EQ(format->patternBackColor(), 65);

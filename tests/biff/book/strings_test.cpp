@@ -219,6 +219,39 @@ TEST(RichStrings, RunsComeBackWithTheirFonts) {
     EXPECT_EQ(font, other->fontAt(other->fontTotal() - 1));
 }
 
+// The pool of a book goes with it; nothing that another one took over may point there.
+TEST(RichStrings, TakenOverByAnotherBookTheyOutliveTheirOwn) {
+    const Record font{49, hex("C800 0000 FF7F 9001 0000 00 00 00 00 05 00 417269616C")};
+    const Record red{49, hex("C800 0000 0A00 9001 0000 00 00 00 00 05 00 417269616C")};
+    //                                      rich: 1 run                phonetic: 2 bytes            both
+    const Record sst{252, hex("03000000 03000000 0100 08 0100 61 0000 0500 0100 04 02000000 62 EEEF "
+                              "0100 0C 0100 02000000 63 0000 0500 ABCD")};
+    auto records = withGlobals({font, font, font, font, red, sst});
+    records.pop_back();
+    for (const char* cell : {"0000 0000 0000 00000000", "0100 0000 0000 01000000", "0200 0000 0000 02000000"})
+        records.push_back({253, hex(cell)});
+    records.push_back(eof);
+    Book source = loaded(compoundFile(records));
+    ASSERT_STREQ(source->errorMessage(), "ok");
+    const Book book = newBook();
+    ISheetT<char>* const sheet = book->addSheet("copy", source->getSheet(0));
+    ASSERT_NE(sheet, nullptr) << book->errorMessage();
+    source.reset();
+    IFontT<char>* runFont = nullptr;
+    for (const auto& [row, text] : {std::pair{0, "a"}, std::pair{2, "c"}}) {
+        IRichStringT<char>* const rich = sheet->readRichText(row, 0);
+        ASSERT_NE(rich, nullptr) << book->errorMessage();
+        EXPECT_STREQ(rich->runAt(0, &runFont), text);
+        EXPECT_EQ(runFont->color(), 10);
+    }
+    const auto file = saved(*book);
+    const auto index = std::to_string(only(recordsOf(file), 49).size());  // of the last font; 4 is left out
+    ASSERT_EQ(index.size(), 1U);
+    EXPECT_EQ(only(recordsOf(file), 252).at(0).body,
+              hex("03000000 03000000 0100 08 0100 61 0000 0" + index +
+                  "00 0100 04 02000000 62 EEEF 0100 0C 0100 02000000 63 0000 0" + index + "00 ABCD"));
+}
+
 // A text to which runs are still added changes; whatever is written meanwhile must not change with it.
 TEST(RichStrings, UnfinishedOnesAreNobodyElses) {
     const Book book = newBook();

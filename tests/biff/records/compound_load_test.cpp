@@ -69,6 +69,9 @@ TEST(CompoundLoad, TextsOfDamage) {
         // In the middle of the workbook, and of a kept stream.
         {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[1] + 3), 4000U); }},
         {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[3] + 3), freeSector); }},
+        // Of a kept stream in the mini stream: out of its table, and into what lies behind the mini stream.
+        {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.at(f.miniFat) + 4, 1000U); }},
+        {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.at(f.miniFat) + 4, 120U); }},
         {"Xls::extractKeptStreams(): file is corrupt",
          [](File& f) {
              f.patch(f.entryAt(0) + 120, 5000U)

@@ -82,7 +82,7 @@ TEST(XLUnicodeString, AnotherRecordWhereTheTextGoesOn) {
 
 TEST(XLUnicodeString, LongTextsReadBackAsWritten) {
     for (const wchar_t c : {L'a', L'\x416'}) {
-        for (const std::size_t length : {0U, 4110U, 4111U, 8220U, 8221U, 8222U, 32767U, 65535U}) {
+        for (const std::size_t length : {0U, 4110U, 4111U, 8220U, 8221U, 8222U, 16443U, 16444U, 32767U, 65535U}) {
             SCOPED_TRACE(testing::Message() << length << " of " << int(c));
             const std::wstring text(length, c);
             XLUnicodeString string{static_cast<std::uint16_t>(length), static_cast<std::uint8_t>(c > 255), false, false,

@@ -69,6 +69,14 @@ TEST(SheetColumns, NewWidthsCutOldRecords) {
     EXPECT_EQ(columns[0].body, hex("0200 0700 0008 1000 0001 0000"));
     EXPECT_EQ(columns[1].body, hex("0800 0900 B70A 1000 0301 0000"));
     EXPECT_EQ(columns[2].body, hex("0A00 0C00 B70A 0F00 0300 0000"));
+
+    OneSheet within({{125, hex("0200 0900 0008 1000 0001 0000")}});
+    EXPECT_TRUE(within.sheet->setColumn(4, 5, 10));
+    const auto parts = only(savedRecords(*within.book), 125);
+    ASSERT_EQ(parts.size(), 3U);
+    EXPECT_EQ(parts[0].body, hex("0200 0300 0008 1000 0001 0000"));
+    EXPECT_EQ(parts[1].body, hex("0400 0500 B70A 1000 0201 0000"));
+    EXPECT_EQ(parts[2].body, hex("0600 0900 0008 1000 0001 0000"));
 }
 
 TEST(SheetColumns, FitToWhatTheyHold) {

@@ -222,7 +222,25 @@ TEST(SheetLoad, OfSeveralRecordsOfARowTheFirstCountsOfACellTheLast) {
     EXPECT_EQ(one.sheet->rowHeight(5), 15.0);
     EXPECT_EQ(one.sheet->rowHeight(2), 20.0);
     EXPECT_EQ(one.sheet->lastRow(), 6);
-    EXPECT_EQ(one.sheet->lastFilledRow(), 3);
+    auto& sheet = *one.sheet;
+    EXPECT_EQ((std::vector{sheet.firstRow(), sheet.lastRow(), sheet.firstCol(), sheet.lastCol()}),
+              (std::vector{2, 6, 0, 4}));
+    EXPECT_EQ((std::vector{sheet.firstFilledRow(), sheet.lastFilledRow(), sheet.firstFilledColumn(),
+                           sheet.lastFilledColumn()}),
+              (std::vector{2, 3, 0, 1}))
+        << "without the blank that came last";
+}
+
+// An element that another one takes the place of is no use of its string: what is used once is changed in its place.
+TEST(SheetLoad, UsesOfAStringWithoutThoseWrittenOver) {
+    const Book book = loaded(workbook({{{253, hex("0000 0000 0F00 00000000")},
+                                        {253, hex("0000 0000 0F00 01000000")},
+                                        {253, hex("0100 0000 0F00 00000000")}}},
+                                      false, {{252, hex("03000000 02000000 0100 00 61 0100 00 62")}}));
+    ASSERT_STREQ(book->errorMessage(), "ok");
+    EXPECT_STREQ(book->getSheet(0)->readString(0, 0), "b");
+    EXPECT_TRUE(book->getSheet(0)->writeString(1, 0, "z"));
+    EXPECT_EQ(only(recordsOf(saved(*book)), 252).at(0).body, hex("03000000 02000000 0100 01 7A00 0100 00 62"));
 }
 
 // Rows 1 to 3 of column A use the tokens behind the first, rows 1 to 3 of column B an array behind its last cell.

@@ -133,6 +133,7 @@ TEST(SheetSave, ANewSheetsRecords) {
     EXPECT_EQ(idsOf(out), (std::vector<std::uint16_t>{523, 13,  12, 15, 17,  16,  95,  42, 43,  130, 128,
                                                       549, 129, 20, 21, 131, 132, 161, 85, 512, 574, 29}));
     EXPECT_EQ(out[0].body, hex("00000000 00000000 03000000 00000000"));
+    EXPECT_EQ(out[1].body, hex("0100")) << "calculated automatically";
     EXPECT_EQ(out[12].body, hex("C104"));
     EXPECT_EQ(out[17].body, hex("0000 6400 0100 0100 0100 0600 0000 0000 000000000000E03F 000000000000E03F 0000"));
     EXPECT_EQ(out[19].body, Bytes(14));

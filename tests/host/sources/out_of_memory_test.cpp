@@ -47,8 +47,10 @@ TEST_F(OutOfMemory, ACellBeyondAllRowsIsRefusedAndReported) {
     constexpr int row = 0x7ffffffe;
     EXPECT_EQ(table.storeNumber(row, 0, 1), -1);
     EXPECT_EQ(table.storeText(row, 0, "a longer text"), -1);
+    EXPECT_EQ(table.storeBlank(row, 0), -1);
+    EXPECT_EQ(table.storeBoolean(row, 0, 1), -1);
     EXPECT_EQ(table.rowCapacity, 0);
-    EXPECT_EQ(reports, (std::vector<std::string>(2, "SHEET: Out of memory error.\n")));
+    EXPECT_EQ(reports, (std::vector<std::string>(4, "SHEET: Out of memory error.\n")));
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

@@ -37,6 +37,7 @@ TEST(Cells, ComeBackAsTheyWere) {
         "<c r=\"A1\" x14ac:unknown=\"1\"><v>1</v></c>",
         "<c r=\"A1\"><mc:AlternateContent><mc:Choice Requires=\"x14ac\"/></mc:AlternateContent><f>1</f><n/><v>1</v>"
         "<extLst><ext uri=\"{1}\"/></extLst></c>",
+        "<c r=\"A1\" t=\"inlineStr\"><v>1</v><n/><is><t>in</t></is></c>",
     };
     for (const std::string& cell : cells) {
         EXPECT_EQ(through(sheetText(row(cell))), row(cell));
@@ -60,6 +61,7 @@ TEST(Cells, EachFormOfWriting) {
         {"<c r=\"A1\"><v><![CDATA[1]]><!-- 2 -->3</v></c>", "<c r=\"A1\"><v>13</v></c>"},
         {"<c r=\"A1\"><v>1</v><f>2</f></c>", "<c r=\"A1\"><f>2</f><v>1</v></c>"},
         {"<c r=\"A1\"><v>1</v><v>2</v></c>", "<c r=\"A1\"><v>2</v></c>"},
+        {"<c r=\"A1\"><is><t>1</t></is><is><t>2</t></is></c>", "<c r=\"A1\"><is><t>2</t></is></c>"},
         {"<c r=\" A1 \" s=\" 1\"/>", "<c r=\"A1\" s=\"1\"/>"},
         {"<c r=\"A1\" t=\"str\"><v> </v></c>", "<c r=\"A1\" t=\"str\"><v>&#160;</v></c>"},
         {"<c r=\"A1\" t=\"str\"><v>1\r\n2</v></c>", "<c r=\"A1\" t=\"str\"><v>1\n2</v></c>"},
@@ -211,6 +213,9 @@ TEST(Cells, ClearContentKeepsPlaceAndStyle) {
     EXPECT_EQ(cell.column(), 3u);
     EXPECT_EQ(copy.formula()->text(), L"A1");  // a copy has its own
     EXPECT_EQ(copy.valueMetadata(), 2u);
+    cell.setMetadata(0, 2);
+    EXPECT_EQ(cell.cellMetadata(), 0u);
+    EXPECT_EQ(cell.valueMetadata(), 2u);
 }
 
 }  // namespace ooxml

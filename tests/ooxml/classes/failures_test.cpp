@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "ooxml/generated/dml-main/dml-main.h"
+#include "ooxml/generated/dml-spreadsheetDrawing/dml-spreadsheetDrawing.h"
 #include "ooxml/generated/opc-contentTypes/opc-contentTypes.h"
 #include "ooxml/generated/opc-relationships/opc-relationships.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
@@ -25,6 +26,15 @@ TEST(Failures, ATargetModeThatDoesNotExist) {
     EXPECT_STREQ(bound.error.file, "ooxml/opc-relationships");
     EXPECT_GT(bound.error.line, 0);
     EXPECT_EQ(bound.error.xmlLine, 1);
+}
+
+TEST(Failures, AnElementsValueIsNamedWithoutTheSignOfAttributes) {
+    const std::string text =
+        R"(<xdr:wsDr xmlns:xdr="http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing"><xdr:oneCellAnchor>)"
+        R"(<xdr:from><xdr:col>x</xdr:col></xdr:from></xdr:oneCellAnchor></xdr:wsDr>)";
+    Bound<drawing::c_wsDr> bound(text);
+    EXPECT_EQ(bound.code, bindery::bad_value);
+    EXPECT_EQ(bound.error.item, "col");
 }
 
 TEST(Failures, RootInAnotherNamespace) {

@@ -1,4 +1,5 @@
 // Cells of every kind, read and written.
+#include <clocale>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -180,6 +181,21 @@ TEST(SheetCells, FormatsComeFromCellRowOrColumn) {
     at(1)->setNumFormat(14);
     EXPECT_TRUE(sheet->isDate(1, 0));
     EXPECT_FALSE(sheet->isDate(0, 2));
+    EXPECT_FALSE(sheet->setCellFormatAt(1, 0, nullptr));
+    EXPECT_EQ(sheet->cellFormatAt(1, 0), at(1));
+}
+
+// Without UTF-8 a text has the bytes of the C locale, which may lack its characters.
+TEST(SheetCells, CharactersThatTheCallerCannotHaveAreReported) {
+    const std::string previous = std::setlocale(LC_CTYPE, nullptr);
+    std::setlocale(LC_CTYPE, "C");
+    TestSheet sheet("<row r='1'><c r='A1' t='str'><v>a\xE2\x82\xAC</v></c><c r='B1' t='str'><v>a</v></c></row>");
+    sheet.book.utf8 = false;
+    sheet->readString(0, 0, nullptr);
+    EXPECT_EQ(sheet.error(), "warning: some characters have not been converted properly");
+    EXPECT_STREQ(sheet->readString(0, 1, nullptr), "a");
+    EXPECT_EQ(sheet.error(), "ok");
+    std::setlocale(LC_CTYPE, previous.c_str());
 }
 
 TEST(SheetCells, RowsAndCellsStaySortedWhateverTheOrderOfWriting) {

@@ -71,6 +71,11 @@ TEST(CellAddresses, OnlyThoseOfASheet) {
     for (const char* const text : {"A1", "Z9", "AA10", "ZZ100", "AAA1000", "B2:C3"}) {
         EXPECT_EQ(cellRangeText(*readCellRange(std::string_view(text))), text);
     }
+    // Where the number of letters changes.
+    for (const auto& [col, text] : {std::pair{25U, "Z1"}, {26U, "AA1"}, {701U, "ZZ1"}, {702U, "AAA1"}}) {
+        EXPECT_EQ(cellAddressText(0, col), text);
+        EXPECT_EQ(readCellRange(std::string_view(text))->colFirst, col);
+    }
     EXPECT_FALSE(readCellRange(std::string_view("A1:B")));
     EXPECT_FALSE(readCellRange(std::string_view("A:1")));
 }

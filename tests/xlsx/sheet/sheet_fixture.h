@@ -24,7 +24,7 @@ public:
     SmallBook() { _styles.attach(*this); }
 
     LastError& lastError() noexcept override { return _last; }
-    bool isUtf8() const override { return true; }
+    bool isUtf8() const override { return utf8; }
     wchar_t listSeparator() const override { return separator; }
     xlsx::DefinedNames<Tag>& names() override { return _names; }
     const xlsx::FontMetrics& fontMetrics() const override { return metrics; }
@@ -55,6 +55,7 @@ public:
 
     wchar_t separator = L',';
     bool r1c1 = false;
+    bool utf8 = true;  // char strings
     int active = 0;
     std::unique_ptr<Relationships> relationships;
     xlsx::FontMetrics metrics;

@@ -233,6 +233,9 @@ TEST(Font, EveryPropertyComesBack) {
         font.setScript(s);
         EXPECT_EQ(font.script(), s);
     }
+    EXPECT_TRUE(font.setName("Courier"));
+    EXPECT_FALSE(font.setName(nullptr));
+    EXPECT_STREQ(font.name(), "Courier");
     font.setSize(20);
     font.setBold(true), font.setItalic(true), font.setStrikeOut(true);
     font.setColor(10);
