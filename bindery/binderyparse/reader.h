@@ -163,26 +163,16 @@ public:
     int currentLine() const;
     Encoding encoding() const { return _encoding; }
 
-    /// Fast path of a hand-written class: the bytes of the document from here to the end of the current
-    /// text, or empty when plain bytes cannot be had (inside an entity). Whoever passes a whole
-    /// well-formed piece tells it with `advance`.
-    std::string_view rest() const {
-        return _frames.empty() && _failed == 0 ? std::string_view(_cur, std::size_t(_end - _cur)) : std::string_view();
-    }
-    void advance(const char* to) { _cur = to; }
-    /// Opens the scope of an element without declarations, whose start tag the fast path has passed.
-    void enterElement(std::string_view name) {
-        _open.push_back({_names.size(), _bindings.size()});
-        _names.append(name);
-    }
-    /// Closes the scope of the current element, whose end tag the fast path has passed.
-    void leaveElement() { closeScope(); }
+    /// Whether the item of this index, of a list that is read by hand, is wanted at all. A reader of a part of a
+    /// document answers for its own.
+    virtual bool wantsItem(std::int64_t) const { return true; }
 
     /// Reports to the error state. True when the parse may go on.
     bool report(int severity, int code, std::string_view text);
 
 private:
     friend class Prolog;
+    friend class c_plain_bytes;
 
     struct Entity {
         std::string name, value;

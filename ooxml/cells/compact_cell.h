@@ -1,9 +1,9 @@
-#pragma once
-
 // Cells and rows are written by hand: they make up a worksheet, and have to be small and quick to read.
+#pragma once
 
 #include "ooxml/cells/cell.h"
 #include "ooxml/cells/row.h"
+#include "ooxml/cells/sheet_data.h"
 
 namespace sheet {
 using c_CT_Cell = ooxml::c_CT_Cell<ooxml::SheetFamily>;

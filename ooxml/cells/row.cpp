@@ -1,37 +1,21 @@
-// Rows, from XML and back, and the loop over the rows of a sheet.
+// A row: what it holds, any form of it from XML, and back.
 
 #include "ooxml/cells/row.h"
 
-#include <cstring>
 #include <iterator>
 
 #include "bindery/bridges/bridges.h"
 #include "bindery/bridges/unmarshal_helper.h"
 #include "bindery/classes/extras.h"
-#include "bindery/values/chars.h"
 #include "ooxml/bound.h"
 #include "ooxml/cells/cell_text.h"
+#include "ooxml/cells/row_forms.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 
 namespace ooxml {
 
 namespace {
-
-constexpr const char* sourceFile = "ooxml/handwritten/row";
-constexpr std::string_view dyDescentName = "x14ac:dyDescent";
-constexpr std::string_view x14acUri = "http://schemas.microsoft.com/office/spreadsheetml/2009/9/ac";
-
-constexpr std::uint16_t slot_c = 1, slot_extLst = 2;
-
-bool startsWith(const char* at, const char* end, std::string_view text) {
-    return end - at >= static_cast<std::ptrdiff_t>(text.size()) && std::memcmp(at, text.data(), text.size()) == 0;
-}
-
-/// Whether unprefixed names are the sheet's own here.
-bool plainNames(const bindery::c_xml_reader& reader) {
-    return reader.resolve("") == sheetNamespace;
-}
 
 bool isDyDescent(const bindery::c_xml_reader& reader, const bindery::RawAttribute& attribute) {
     return attribute.name == dyDescentName && reader.uriOf(attribute.ns) == x14acUri;
@@ -85,20 +69,6 @@ bool c_CT_Row<Family>::removeUnknownAttribute(std::string_view asWritten) {
         removed = true;
     }
     return (this->extras() != nullptr && this->makeExtras().removeAttribute(asWritten)) || removed;
-}
-
-template <class Family>
-c_CT_SheetData<Family>::c_CT_SheetData() = default;
-template <class Family>
-c_CT_SheetData<Family>::c_CT_SheetData(const c_CT_SheetData&) = default;
-template <class Family>
-c_CT_SheetData<Family>& c_CT_SheetData<Family>::operator=(const c_CT_SheetData&) = default;
-template <class Family>
-c_CT_SheetData<Family>::~c_CT_SheetData() = default;
-
-template <class Family>
-c_CT_SheetData<Family>* c_CT_SheetData<Family>::clone() const {
-    return copyOf(*this);
 }
 
 // ---- one row from XML
@@ -183,37 +153,8 @@ int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
 }
 
 template <class Family>
-const char* c_CT_Row<Family>::readPlainTag(const char* at, const char* end, bool dyDescent, bool& empty) {
-    for (;;) {
-        if (end - at < 2) return nullptr;
-        if (*at == '>' || *at == '/') {
-            empty = *at == '/';
-            if (!empty) return at + 1;
-            return at[1] == '>' ? at + 2 : nullptr;
-        }
-        if (*at != ' ') return nullptr;
-        const char* name = ++at;
-        at = bindery::skipName(at, end);
-        const std::string_view nameText(name, static_cast<std::size_t>(at - name));
-        if (!startsWith(at, end, "=\"")) return nullptr;
-        const char* value = at += 2;
-        while (at != end && !bindery::is(*at, bindery::char_value_stop) && static_cast<unsigned char>(*at) < 128) ++at;
-        if (at == end || *at != '"') return nullptr;
-        const std::string_view valueText(value, static_cast<std::size_t>(at - value));
-        ++at;
-        if (nameText == dyDescentName) {
-            if (!dyDescent || (_present & has_dyDescent) != 0) return nullptr;
-            _dyDescent = valueText;
-            _present |= has_dyDescent;
-        } else if (valueText.find(' ') != std::string_view::npos || takeAttribute(nameText, valueText) != 0) {
-            return nullptr;
-        }
-    }
-}
-
-template <class Family>
 int c_CT_Row<Family>::read(bindery::c_xml_reader& reader, std::vector<Cell>& scratch) {
-    reader.sourceFile(sourceFile);
+    reader.sourceFile(rowSource);
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
     const bool plain = reader.elementName() == "row" && plainNames(reader);
     if (const int code = readAttributes(reader)) return code;
@@ -230,35 +171,12 @@ int c_CT_Row<Family>::readCells(bindery::c_xml_reader& reader, std::vector<Cell>
     return code;
 }
 
-/// Cells of the usual form, as far as they go. True when the row's end tag came behind them.
-template <class Family>
-bool c_CT_Row<Family>::readPlainCells(bindery::c_xml_reader& reader, std::vector<Cell>& cells) {
-    const std::string_view rest = reader.rest();
-    const char* at = rest.data();
-    const char* end = at + rest.size();
-    for (;;) {
-        at = bindery::skipSpace(at, end);
-        if (end - at < 3 || at[0] != '<' || at[1] != 'c') break;
-        cells.emplace_back();
-        const char* behind = cells.back().readPlain(at + 2, end);
-        if (behind == nullptr) {
-            cells.pop_back();
-            break;
-        }
-        at = behind;
-    }
-    const bool ended = startsWith(at, end, "</row>");
-    reader.advance(ended ? at + 6 : at);
-    if (ended) reader.leaveElement();
-    return ended;
-}
-
 template <class Family>
 int c_CT_Row<Family>::readChildren(bindery::c_xml_reader& reader, std::vector<Cell>& cells, bool plain) {
     std::uint16_t slot = 0;
     for (;;) {
-        if (plain && !reader.rest().empty() && readPlainCells(reader, cells)) return 0;
-        if (!cells.empty() && slot == 0) slot = slot_c;
+        if (plain && readPlainCells(reader, cells)) return 0;
+        if (!cells.empty() && slot == 0) slot = rowSlot_c;
         int code = 0;
         switch (reader.nextChild()) {
             case bindery::token_end_tag:
@@ -274,7 +192,7 @@ int c_CT_Row<Family>::readChildren(bindery::c_xml_reader& reader, std::vector<Ce
         }
         if (reader.failed()) return bindery::scanFailure(reader, "row");
         if (code != 0) return code;
-        reader.sourceFile(sourceFile);
+        reader.sourceFile(rowSource);
     }
 }
 
@@ -282,12 +200,12 @@ template <class Family>
 int c_CT_Row<Family>::readChild(bindery::c_xml_reader& reader, std::vector<Cell>& cells, std::uint16_t& slot) {
     const bool ours = reader.elementNamespace() == sheetNamespace;
     if (ours && reader.elementLocal() == "c") {
-        slot = slot_c;
+        slot = rowSlot_c;
         cells.emplace_back();
         return cells.back().unmarshal(reader);
     }
     if (ours && reader.elementLocal() == "extLst") {
-        slot = slot_extLst;
+        slot = rowSlot_extLst;
         if (_extLst.isset())
             if (const int code = reader.fail(bindery::too_many_elements, reader.elementName())) return code;
         _extLst.unset();
@@ -342,106 +260,14 @@ int c_CT_Row<Family>::write(bindery::c_xml_writer& writer) const {
     if (extras != nullptr || startsWithDyDescent()) writeUnknown(writer);
     if (!_cells.empty()) writer.closeStartTag();
     bindery::PlacedWriter placed(writer, extras);
-    placed.before(slot_c);
+    placed.before(rowSlot_c);
     for (std::size_t i = 0; i < _cells.size(); ++i) {
         if (const int code = _cells[i].marshal(writer)) return code;
-        if (extras != nullptr) placed.behind(slot_c, static_cast<std::uint32_t>(i + 1));
+        if (extras != nullptr) placed.behind(rowSlot_c, static_cast<std::uint32_t>(i + 1));
     }
-    placed.behindAll(slot_c);
+    placed.behindAll(rowSlot_c);
     if (_extLst.isset())
         if (const int code = _extLst.getIf()->marshal(writer)) return code;
-    placed.rest();
-    writer.endElement();
-    return 0;
-}
-
-// ---- all rows
-
-template <class Family>
-int c_CT_SheetData<Family>::read(bindery::c_xml_reader& reader) {
-    reader.sourceFile(sourceFile);
-    if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
-    for (const bindery::RawAttribute& attribute : reader.attributes())
-        if (attribute.ns != bindery::namespace_xsi)
-            if (const int code = keepAttribute(reader, this->makeExtras(), attribute)) return code;
-    if (reader.emptyElement()) {
-        reader.closeElement();
-        return 0;
-    }
-    const auto* range = dynamic_cast<const RowRange*>(&reader);
-    const bool plain = plainNames(reader);
-    const bool dyDescent =
-        reader.uriOf(reader.resolve("x14ac")) == x14acUri && reader.keepsUnknown() &&
-        reader.userError(bindery::unexpected_attribute, "@x14ac:dyDescent", sourceFile, __LINE__) == 0;
-    std::vector<typename Row::Cell> scratch;
-    std::int64_t index = 0;
-    const auto keep = [&](std::unique_ptr<Row>& row) {
-        if (row->isset_r()) index = std::int64_t{row->r()} - 1;
-        if (range == nullptr || range->contains(index)) _rows.addNode(row.release());
-        ++index;
-    };
-    for (;;) {
-        int code = 0;
-        auto row = std::make_unique<Row>();
-        if (const std::string_view rest = reader.rest(); plain && !rest.empty()) {
-            const char* end = rest.data() + rest.size();
-            const char* at = bindery::skipSpace(rest.data(), end);
-            bool empty = false;
-            if (startsWith(at, end, "<row"))
-                at = row->readPlainTag(at + 4, end, dyDescent, empty);
-            else
-                at = nullptr;
-            if (at != nullptr) {
-                reader.advance(at);
-                if (!empty) {
-                    reader.enterElement("row");
-                    code = row->readCells(reader, scratch, true);
-                }
-                keep(row);
-                if (code != 0) return code;
-                continue;
-            }
-            row = std::make_unique<Row>();
-        }
-        const std::uint32_t ordinal = static_cast<std::uint32_t>(_rows.size());
-        switch (reader.nextChild()) {
-            case bindery::token_end_tag:
-                return reader.endTagMatched() ? 0 : reader.fail(bindery::bad_end_of_element, "sheetData");
-            case bindery::token_start_tag:
-                if (reader.elementNamespace() == sheetNamespace && reader.elementLocal() == "row") {
-                    code = row->read(reader, scratch);
-                    keep(row);
-                } else {
-                    code = keepElement(reader, this->makeExtras(), ordinal != 0 ? 1 : 0, ordinal, "sheetData");
-                }
-                break;
-            case bindery::token_unknown:
-                code = keepElement(reader, this->makeExtras(), ordinal != 0 ? 1 : 0, ordinal, "sheetData");
-                break;
-            default:
-                return bindery::scanFailure(reader, "sheetData");
-        }
-        if (reader.failed()) return bindery::scanFailure(reader, "sheetData");
-        if (code != 0) return code;
-        reader.sourceFile(sourceFile);
-    }
-}
-
-template <class Family>
-int c_CT_SheetData<Family>::write(bindery::c_xml_writer& writer) const {
-    const bindery::Extras* extras = this->extras();
-    writer.startElement("sheetData");
-    if (extras != nullptr) {
-        writer.keptDeclarations(extras->decls);
-        for (const bindery::Attr& attr : extras->attrs) writer.keptAttribute(attr);
-    }
-    bindery::PlacedWriter placed(writer, extras);
-    placed.before(1);
-    std::uint32_t ordinal = 0;
-    for (const Row& row : _rows) {
-        if (const int code = row.write(writer)) return code;
-        placed.behind(1, ++ordinal);
-    }
     placed.rest();
     writer.endElement();
     return 0;
@@ -452,7 +278,7 @@ int c_CT_SheetData<Family>::write(bindery::c_xml_writer& writer) const {
 template <class Family>
 constinit const bindery::ClassInfo c_CT_Row<Family>::info = {
     .name = "c_CT_Row",
-    .sourceFile = sourceFile,
+    .sourceFile = rowSource,
     .create = bindery::makeNode<c_CT_Row<Family>>,
     .unmarshal =
         [](bindery::c_xml_reader& reader, bindery::c_node& object) {
@@ -463,16 +289,6 @@ constinit const bindery::ClassInfo c_CT_Row<Family>::info = {
                   const bindery::MemberInfo&) { return static_cast<const c_CT_Row&>(object).write(writer); }};
 
 template <class Family>
-constinit const bindery::ClassInfo c_CT_SheetData<Family>::info = {
-    .name = "c_CT_SheetData",
-    .sourceFile = sourceFile,
-    .create = bindery::makeNode<c_CT_SheetData<Family>>,
-    .unmarshal = [](bindery::c_xml_reader& reader,
-                    bindery::c_node& object) { return static_cast<c_CT_SheetData&>(object).read(reader); },
-    .marshal = [](bindery::c_xml_writer& writer, const bindery::c_node& object,
-                  const bindery::MemberInfo&) { return static_cast<const c_CT_SheetData&>(object).write(writer); }};
-
-template <class Family>
 int c_CT_Row<Family>::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
     return unmarshalElement(reader, name, *this, info);
 }
@@ -481,20 +297,5 @@ template <class Family>
 int c_CT_Row<Family>::marshal(bindery::c_xml_writer& writer, std::string_view) const {
     return write(writer);
 }
-
-template <class Family>
-int c_CT_SheetData<Family>::unmarshal(bindery::c_xml_reader& reader, std::string_view name) {
-    return unmarshalElement(reader, name, *this, info);
-}
-
-template <class Family>
-int c_CT_SheetData<Family>::marshal(bindery::c_xml_writer& writer, std::string_view) const {
-    return write(writer);
-}
-
-template class c_CT_Row<SheetFamily>;
-template class c_CT_Row<StrictFamily>;
-template class c_CT_SheetData<SheetFamily>;
-template class c_CT_SheetData<StrictFamily>;
 
 }  // namespace ooxml

@@ -1,3 +1,4 @@
+// Rows of a worksheet.
 #pragma once
 
 #include <cstdint>
@@ -12,18 +13,6 @@
 #include "ooxml/cells/cell.h"
 
 namespace ooxml {
-
-/// Which rows a reader wants, counted from 0; -1 for no bound. A reader that derives from this class beside
-/// `c_xml_reader` has `sheetData` leave out the others.
-struct RowRange {
-    int firstRow = -1;
-    int lastRow = -1;
-    virtual ~RowRange() = default;
-
-    bool contains(std::int64_t row) const {
-        return (firstRow < 0 || row >= firstRow) && (lastRow < 0 || row <= lastRow);
-    }
-};
 
 /// One row of a worksheet: its attributes packed, its cells by value in column order. Attributes that the schema
 /// does not know stand in `extras()`, but for "x14ac:dyDescent", which nearly every row has.
@@ -179,35 +168,7 @@ private:
     bindery::ct_child<bindery::c_raw_node> _extLst;
 };
 
-/// The rows of a worksheet, in row order.
-template <class Family>
-class c_CT_SheetData : public bindery::c_bound {
-public:
-    using Row = c_CT_Row<Family>;
-
-    c_CT_SheetData();
-    c_CT_SheetData(const c_CT_SheetData&);
-    c_CT_SheetData& operator=(const c_CT_SheetData&);
-    ~c_CT_SheetData() override;
-    c_CT_SheetData* clone() const override;
-    int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
-    int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
-
-    bindery::ct_non_pod_container<Row>& row() { return _rows; }
-    const bindery::ct_non_pod_container<Row>& row() const { return _rows; }
-
-    static const bindery::ClassInfo info;
-
-private:
-    int read(bindery::c_xml_reader& reader);
-    int write(bindery::c_xml_writer& writer) const;
-
-    bindery::ct_non_pod_container<Row> _rows;
-};
-
 extern template class c_CT_Row<SheetFamily>;
 extern template class c_CT_Row<StrictFamily>;
-extern template class c_CT_SheetData<SheetFamily>;
-extern template class c_CT_SheetData<StrictFamily>;
 
 }  // namespace ooxml

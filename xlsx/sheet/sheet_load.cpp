@@ -15,12 +15,18 @@ namespace vellum {
 namespace {
 
 /// Reads what XmlFileBase reads, but only some of the rows.
-class SheetReader final : public bindery::c_keeping_reader<bindery::c_xml_reader_memory>, public ooxml::RowRange {
+class SheetReader final : public bindery::c_keeping_reader<bindery::c_xml_reader_memory> {
 public:
-    SheetReader(std::string_view bytes, int first, int last) : c_keeping_reader(bytes) {
-        firstRow = first;
-        lastRow = last;
+    /// -1 for no bound.
+    SheetReader(std::string_view bytes, int firstRow, int lastRow)
+        : c_keeping_reader(bytes), _firstRow(firstRow), _lastRow(lastRow) {}
+
+    bool wantsItem(std::int64_t row) const override {
+        return (_firstRow < 0 || row >= _firstRow) && (_lastRow < 0 || row <= _lastRow);
     }
+
+private:
+    int _firstRow, _lastRow;
 };
 
 /// Elements that name another part by its Id.

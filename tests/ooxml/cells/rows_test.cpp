@@ -6,9 +6,13 @@
 namespace ooxml {
 namespace {
 
-class RangeReader : public Reader, public RowRange {
+class RangeReader : public Reader {
 public:
     using Reader::Reader;
+    bool wantsItem(std::int64_t row) const override {
+        return (firstRow < 0 || row >= firstRow) && (lastRow < 0 || row <= lastRow);
+    }
+    int firstRow = -1, lastRow = -1;
 };
 
 std::string rowNumbers(const std::string& text, int first, int last) {

@@ -1,0 +1,110 @@
+// Cells as XML.
+#include <cstring>
+
+#include "bindery/bridges/bridges.h"
+#include "bindery/bridges/unmarshal_helper.h"
+#include "bindery/classes/extras.h"
+#include "ooxml/cells/cell.h"
+#include "ooxml/cells/cell_slots.h"
+#include "ooxml/cells/cell_text.h"
+#include "ooxml/generated/sml-sheet/sml-sheet.h"
+#include "ooxml/generated/sml/sml.h"
+
+namespace ooxml {
+
+template <class Family>
+void c_CT_Cell<Family>::writeAttributes(std::string& out) const {
+    char buffer[64];
+    char* to = buffer;
+    const auto put = [&](std::string_view text) {
+        std::memcpy(to, text.data(), text.size());
+        to += text.size();
+    };
+    if (hasReference()) {
+        put(" r=\"");
+        to = writeAddress(to, row(), column());
+        *to++ = '"';
+    }
+    if (hasStyle()) {
+        put(" s=\"");
+        to = writeNumber(to, _styleIndex);
+        *to++ = '"';
+    }
+    if (type() != CellType::absent) {
+        put(" t=\"");
+        put(cellTypeText(type()));
+        *to++ = '"';
+    }
+    out.append(buffer, static_cast<std::size_t>(to - buffer));
+}
+
+namespace {
+
+void appendText(std::string& out, std::string_view text) {
+    if (text == " ")
+        out += "&#160;";  // as every text of one blank
+    else
+        bindery::appendEscaped(out, text, false);
+}
+
+}  // namespace
+
+template <class Family>
+int c_CT_Cell<Family>::marshal(bindery::c_xml_writer& writer) const {
+    if (_rare != nullptr) return writeRare(writer);
+    std::string& out = writer.raw();
+    out += "<c";
+    writeAttributes(out);
+    if (!hasValue()) {
+        out += "/>";
+    } else if (text().empty()) {
+        out += "><v/></c>";
+    } else {
+        out += "><v>";
+        appendText(out, text());
+        out += "</v></c>";
+    }
+    return 0;
+}
+
+template <class Family>
+int c_CT_Cell<Family>::writeRare(bindery::c_xml_writer& writer) const {
+    writer.startElement("c");
+    if (extras() != nullptr) writer.keptDeclarations(extras()->decls);
+    writeAttributes(writer.raw());
+    if (_rare->hasCm) writer.attribute("cm", std::to_string(_rare->cm));
+    if (_rare->hasVm) writer.attribute("vm", std::to_string(_rare->vm));
+    if (_rare->hasPh) writer.attribute("ph", _rare->ph ? "true" : "false");
+    if (extras() != nullptr)
+        for (const bindery::Attr& attr : extras()->attrs) writer.keptAttribute(attr);
+    bindery::PlacedWriter placed(writer, extras());
+    placed.before(cellSlot_f);
+    if (formula() != nullptr) {
+        const bindery::MemberInfo f = {.name = "f", .ns = sheetNamespace};
+        if (const int code = bindery::marshalObject(writer, *formula(), Formula::info, f)) return code;
+    }
+    placed.behindAll(cellSlot_f);
+    if (hasValue()) {
+        writer.startElement("v");
+        if (extras() != nullptr)
+            for (const bindery::PlacedAttr& attr : extras()->childAttrs) writer.keptAttribute(attr.attr);
+        if (!text().empty()) {
+            writer.closeStartTag();
+            appendText(writer.raw(), text());
+        }
+        writer.endElement();
+    }
+    placed.behindAll(cellSlot_v);
+    if (inlineString() != nullptr) {
+        const bindery::MemberInfo is = {.name = "is", .ns = sheetNamespace};
+        if (const int code = bindery::marshalObject(writer, *inlineString(), Rst::info, is)) return code;
+    }
+    placed.behindAll(cellSlot_is);
+    if (_rare->extLst)
+        if (const int code = _rare->extLst->marshal(writer)) return code;
+    placed.rest();
+    writer.endElement();
+    return 0;
+}
+
+}  // namespace ooxml
