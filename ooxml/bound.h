@@ -1,5 +1,5 @@
+// What the generated classes share.
 #pragma once
-
 #include <cstddef>
 #include <memory>
 #include <string_view>

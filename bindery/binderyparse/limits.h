@@ -1,5 +1,5 @@
+// Bounds of the reader.
 #pragma once
-
 #include <cstddef>
 
 namespace bindery {

@@ -1,5 +1,5 @@
+// The texts of the reader.
 #pragma once
-
 // Texts of the reader's reports; what was found is joined to those that end in a blank, a quote or a parenthesis.
 namespace bindery::msg {
 

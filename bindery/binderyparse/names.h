@@ -1,5 +1,5 @@
+// Names and namespaces as the reader knows them.
 #pragma once
-
 #include <cstdint>
 #include <cstring>
 #include <string_view>

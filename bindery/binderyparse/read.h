@@ -1,5 +1,5 @@
+// Where the bytes of a document come from.
 #pragma once
-
 #include <cstddef>
 #include <cstdio>
 #include <memory>

@@ -1,5 +1,5 @@
+// The pull reader for XML.
 #pragma once
-
 #include <cstdint>
 #include <functional>
 #include <map>

@@ -1,5 +1,5 @@
+// Numeric references to characters.
 #pragma once
-
 #include <string>
 
 namespace bindery {

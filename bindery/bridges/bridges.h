@@ -1,5 +1,5 @@
+// Between the members of bound objects and the reader or writer.
 #pragma once
-
 #include <cstddef>
 #include <string>
 #include <string_view>

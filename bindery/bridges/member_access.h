@@ -1,5 +1,5 @@
+// Access to the members of a bound object.
 #pragma once
-
 #include <cstddef>
 
 #include "bindery/bridges/bridges.h"

@@ -1,5 +1,5 @@
+// The loops that read bound classes.
 #pragma once
-
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

@@ -1,5 +1,5 @@
+// The tables that describe a bound class.
 #pragma once
-
 #include <cstddef>
 #include <cstdint>
 #include <span>

@@ -1,5 +1,5 @@
+// What a bound object keeps that its class does not know.
 #pragma once
-
 #include <cstdint>
 #include <string>
 #include <string_view>

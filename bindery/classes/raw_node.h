@@ -1,5 +1,5 @@
+// Elements of any content, kept as a tree.
 #pragma once
-
 #include <memory>
 #include <string>
 #include <string_view>

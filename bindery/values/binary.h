@@ -1,5 +1,5 @@
+// Bytes in hexadecimal digits or base 64.
 #pragma once
-
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -1,5 +1,5 @@
+// Classes of bytes of a document.
 #pragma once
-
 #include <array>
 #include <cstdint>
 

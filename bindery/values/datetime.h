@@ -1,5 +1,5 @@
+// Dates and times as schemas know them.
 #pragma once
-
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -1,5 +1,5 @@
+// Codes and places of failures.
 #pragma once
-
 #include <iosfwd>
 #include <string>
 #include <string_view>

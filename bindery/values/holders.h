@@ -1,5 +1,5 @@
+// What holds the members of bound classes.
 #pragma once
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
+// The root of bound objects.
 #pragma once
-
 #include <memory>
 #include <utility>
 

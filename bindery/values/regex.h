@@ -1,5 +1,5 @@
+// Patterns of schemas.
 #pragma once
-
 #include <mutex>
 #include <string_view>
 

@@ -1,5 +1,5 @@
+// The types in which values are held.
 #pragma once
-
 #include <string>
 #include <type_traits>
 

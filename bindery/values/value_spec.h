@@ -1,5 +1,5 @@
+// The rules of simple types.
 #pragma once
-
 #include <cstddef>
 #include <cstdint>
 #include <limits>

@@ -1,5 +1,5 @@
+// Numbers as text.
 #pragma once
-
 #include <string>
 #include <string_view>
 

@@ -1,5 +1,5 @@
+// The writer for XML.
 #pragma once
-
 #include <cstddef>
 #include <cstdint>
 #include <functional>

@@ -1,5 +1,5 @@
+// Workbooks by the names of their files.
 #pragma once
-
 #include <memory>
 #include <string>
 

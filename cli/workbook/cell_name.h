@@ -1,5 +1,5 @@
+// Cells by their names.
 #pragma once
-
 #include <string>
 
 namespace cli {

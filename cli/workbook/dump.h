@@ -1,5 +1,5 @@
+// The command that prints cells.
 #pragma once
-
 #include <ostream>
 #include <string>
 

@@ -1,5 +1,5 @@
+// What a sheet holds beside its cells, as JSON.
 #pragma once
-
 #include "cli/workbook/json_lines.h"
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"

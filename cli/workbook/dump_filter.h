@@ -1,5 +1,5 @@
+// A filter as JSON.
 #pragma once
-
 #include "cli/workbook/json_lines.h"
 #include "cli/workbook/sheet_answers.h"
 

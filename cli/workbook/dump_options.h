@@ -1,5 +1,5 @@
+// Options of the command that prints cells.
 #pragma once
-
 namespace cli {
 
 /// What `quillet dump` prints besides the list of sheets.

@@ -1,5 +1,5 @@
+// Rows and columns as runs of equal ones.
 #pragma once
-
 #include "cli/workbook/json_lines.h"
 #include "cli/workbook/sheet_answers.h"
 

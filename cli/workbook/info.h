@@ -1,5 +1,5 @@
+// The command that tells what a workbook is.
 #pragma once
-
 #include <ostream>
 #include <string>
 

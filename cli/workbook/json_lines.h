@@ -1,5 +1,5 @@
+// JSON, a line for each object.
 #pragma once
-
 #include <ostream>
 #include <string>
 #include <string_view>

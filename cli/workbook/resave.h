@@ -1,5 +1,5 @@
+// The command that loads a workbook and saves it.
 #pragma once
-
 #include <ostream>
 #include <string>
 

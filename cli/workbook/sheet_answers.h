@@ -1,5 +1,5 @@
+// What a sheet answers, as JSON.
 #pragma once
-
 #include <optional>
 #include <string_view>
 #include <tuple>

@@ -1,7 +1,7 @@
-#pragma once
-
 // The codes that the interfaces speak in. They are plain integers at the interfaces, because files
 // hold values that no list foresees and such values are handed through.
+#pragma once
+
 namespace vellum {
 
 enum CellKind : int {

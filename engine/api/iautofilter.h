@@ -1,5 +1,5 @@
+// The interface of filters.
 #pragma once
-
 namespace vellum {
 
 template <class CharT>

@@ -1,5 +1,5 @@
+// The interface of workbooks.
 #pragma once
-
 #include <cstddef>
 #include <optional>
 #include <string>

@@ -1,5 +1,5 @@
+// The interface of a filter's columns.
 #pragma once
-
 namespace vellum {
 
 /// The filter of one column, owned by its IAutoFilterT.

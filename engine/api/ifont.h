@@ -1,5 +1,5 @@
+// The interface of fonts.
 #pragma once
-
 namespace vellum {
 
 /// A font, owned by the book, or by the rich string whose `addFont` made it.

@@ -1,5 +1,5 @@
+// The interface of cell formats.
 #pragma once
-
 namespace vellum {
 
 template <class CharT>

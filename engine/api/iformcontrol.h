@@ -1,5 +1,5 @@
+// The interface of form controls.
 #pragma once
-
 namespace vellum {
 
 /// The properties of a form control of an Open XML sheet; owned by the book. A getter of an absent

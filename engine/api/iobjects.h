@@ -1,5 +1,5 @@
+// What reports ask of a sheet's objects.
 #pragma once
-
 #include <optional>
 #include <string>
 #include <vector>

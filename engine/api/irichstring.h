@@ -1,5 +1,5 @@
+// The interface of rich strings.
 #pragma once
-
 namespace vellum {
 
 template <class CharT>

@@ -1,5 +1,5 @@
+// The interface of sheets.
 #pragma once
-
 namespace vellum {
 
 template <class CharT>

@@ -1,5 +1,5 @@
+// Workbooks, as far as no engine has built more.
 #pragma once
-
 #include "engine/api/ibook.h"
 #include "engine/failure/last_error.h"
 #include "engine/failure/messages.h"

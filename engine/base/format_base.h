@@ -1,5 +1,5 @@
+// Formats, as far as no engine has built more.
 #pragma once
-
 #include "engine/api/iformat.h"
 #include "engine/failure/last_error.h"
 #include "engine/failure/messages.h"

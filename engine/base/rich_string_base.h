@@ -1,5 +1,5 @@
+// Rich strings, as far as no engine has built more.
 #pragma once
-
 #include "engine/api/irichstring.h"
 #include "engine/failure/last_error.h"
 #include "engine/failure/messages.h"

@@ -1,5 +1,5 @@
+// Sheets, as far as no engine has built more.
 #pragma once
-
 #include "engine/api/isheet.h"
 #include "engine/failure/last_error.h"
 #include "engine/failure/messages.h"

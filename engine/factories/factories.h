@@ -1,5 +1,5 @@
+// New workbooks of either format.
 #pragma once
-
 #include "engine/api/ibook.h"
 
 namespace vellum {

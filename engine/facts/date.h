@@ -1,5 +1,5 @@
+// Day numbers of dates and times.
 #pragma once
-
 namespace vellum {
 
 /// A calendar date with its time of day. In a time without a date year, month and day are 0.

@@ -1,5 +1,5 @@
+// The bytes of an image.
 #pragma once
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>

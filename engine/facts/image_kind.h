@@ -1,5 +1,5 @@
+// Kinds of images.
 #pragma once
-
 #include <cstddef>
 #include <span>
 #include <string_view>

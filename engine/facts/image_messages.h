@@ -1,6 +1,6 @@
+// Texts about pictures that both engines give.
 #pragma once
 
-// Texts about pictures that both engines give.
 namespace vellum::msg {
 
 inline constexpr const char* unknownPictureFormat = "unknown picture format";

@@ -1,6 +1,6 @@
+// The readers of single formats. Each gets an image whose first bytes are known to be of its format.
 #pragma once
 
-// The readers of single formats. Each gets an image whose first bytes are known to be of its format.
 #include <cmath>
 #include <cstdint>
 #include <limits>

@@ -1,5 +1,5 @@
+// Sizes of images.
 #pragma once
-
 #include <cstddef>
 #include <cstdint>
 #include <span>

@@ -1,5 +1,5 @@
+// Passwords of protected sheets.
 #pragma once
-
 #include <cstdint>
 #include <string_view>
 

@@ -1,5 +1,5 @@
+// The standard palette.
 #pragma once
-
 #include <array>
 #include <cstdint>
 

@@ -1,5 +1,5 @@
+// The one place where exceptions become failure values.
 #pragma once
-
 #include <exception>
 
 #include "engine/failure/last_error.h"

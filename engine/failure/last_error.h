@@ -1,5 +1,5 @@
+// The text of the last operation.
 #pragma once
-
 #include <string>
 
 namespace vellum {

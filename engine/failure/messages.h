@@ -1,6 +1,6 @@
+// Texts of `errorMessage` that both engines use. What users see is compared here in one look.
 #pragma once
 
-// Texts of `errorMessage` that both engines use. What users see is compared here in one look.
 namespace vellum::msg {
 
 inline constexpr const char* ok = "ok";

@@ -1,5 +1,5 @@
+// The exception of the engine.
 #pragma once
-
 #include <exception>
 #include <string>
 #include <utility>

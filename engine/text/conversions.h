@@ -1,5 +1,5 @@
+// Conversions of characters.
 #pragma once
-
 #include <string>
 #include <string_view>
 

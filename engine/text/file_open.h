@@ -1,5 +1,5 @@
+// Files by names of either character type.
 #pragma once
-
 #include <fstream>
 #include <string>
 

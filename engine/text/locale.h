@@ -1,5 +1,5 @@
+// The locale of a book.
 #pragma once
-
 #include <string>
 
 namespace vellum {

@@ -1,5 +1,5 @@
+// Memory for the texts of a book.
 #pragma once
-
 #include <cstddef>
 #include <memory>
 #include <string_view>

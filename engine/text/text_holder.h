@@ -1,5 +1,5 @@
+// Strings that an operation gives out.
 #pragma once
-
 #include <string>
 #include <string_view>
 #include <type_traits>

@@ -1,5 +1,5 @@
+// Cells of a worksheet.
 #pragma once
-
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -1,5 +1,5 @@
+// Addresses and numbers of cells as text.
 #pragma once
-
 #include <charconv>
 #include <cstdint>
 #include <string>

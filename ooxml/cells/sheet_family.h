@@ -1,5 +1,5 @@
+// The two dialects of a worksheet.
 #pragma once
-
 namespace sheet {
 class c_CT_CellFormula;
 class c_CT_Rst;

@@ -94,8 +94,9 @@ TEST(Extras, PrefixesInValuesCountAsUsed) {
     // Each prefix of a list.
     EXPECT_EQ(through("<m:root xmlns:m='urn:sample:main' xmlns:q='urn:q' xmlns:r='urn:other'><m:title/>"
                       "<m:extLst Ignorable='q r'/></m:root>"),
-              opening + " xmlns:m=\"urn:sample:main\" xmlns:q=\"urn:q\"><title/>"
-                        "<m:extLst xmlns:r=\"urn:other\" Ignorable=\"q r\"/></root>");
+              opening +
+                  " xmlns:m=\"urn:sample:main\" xmlns:q=\"urn:q\"><title/>"
+                  "<m:extLst xmlns:r=\"urn:other\" Ignorable=\"q r\"/></root>");
 }
 
 TEST(Extras, AttributeWhosePrefixMeansSomethingElseIsRenamed) {

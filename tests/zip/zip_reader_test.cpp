@@ -44,12 +44,13 @@ struct Archive {
                                     little(entryExtra.size(), 2) + little(0, 2 + 2 + 2 + 4) + little(headerOffset, 4) +
                                     name + entryExtra + behindEntry;
         const std::size_t wideEnd = prefix.size() + local.size() + stored.size() + central.size();
-        const std::string wide = "PK\6\6" + little(44, 8) + little(45, 2) + little(45, 2) + little(0, 8) + little(1, 8) +
-                                 little(1, 8) + little(central.size(), 8) + little(local.size() + stored.size(), 8) +
-                                 "PK\6\7" + little(0, 4) + little(wideEnd + locatorOff, 8) + little(1, 4);
-        const std::string end = (zip64 ? wide : "") + "PK\5\6" + little(0, 4) + little(endEntries, 2) + little(endEntries, 2) +
-                                little(central.size(), 4) + little(local.size() + stored.size(), 4) +
-                                little(comment.size(), 2) + comment;
+        const std::string wide = "PK\6\6" + little(44, 8) + little(45, 2) + little(45, 2) + little(0, 8) +
+                                 little(1, 8) + little(1, 8) + little(central.size(), 8) +
+                                 little(local.size() + stored.size(), 8) + "PK\6\7" + little(0, 4) +
+                                 little(wideEnd + locatorOff, 8) + little(1, 4);
+        const std::string end = (zip64 ? wide : "") + "PK\5\6" + little(0, 4) + little(endEntries, 2) +
+                                little(endEntries, 2) + little(central.size(), 4) +
+                                little(local.size() + stored.size(), 4) + little(comment.size(), 2) + comment;
         return prefix + local + stored + central + end;
     }
 

@@ -1,6 +1,6 @@
 // Cells of every kind, read and written.
-#include <clocale>
 #include <gtest/gtest.h>
+#include <clocale>
 
 #include <cmath>
 #include <limits>
