@@ -34,7 +34,7 @@ void XMLBookImplT<CharT, Tag>::fillNewBook() {
     _relationships = &addPart(relsPathOf(_mainPath), std::make_unique<Relationships>());
     addPart("/_rels/.rels", std::make_unique<Relationships>())
         .add(std::string(rel::transitional) + "officeDocument", "xl/workbook.xml");
-    _parts.insert_or_assign(_mainPath, Part(this, {false}));
+    _parts.insert_or_assign(_mainPath, nullptr);
     _contentTypes = &addPart(std::string(ContentTypes::pathInPackage), std::make_unique<ContentTypes>());
     _contentTypes->setDefault("rels", type::relationships);
     _contentTypes->setDefault("xml", type::plainXml);
@@ -47,11 +47,11 @@ void XMLBookImplT<CharT, Tag>::fillNewBook() {
 template <class CharT, class Tag>
 XFile* XMLBookImplT<CharT, Tag>::findPart(std::string_view path) {
     const auto found = _parts.find(path);
-    if (found != _parts.end()) return found->second.get();
+    if (found != _parts.end()) return &partOf(found->second);
     // Real packages spell targets in other case than the entries. Most parts have no .rels part, which is asked often.
     if (path.ends_with(".rels")) return nullptr;
     for (const auto& [name, part] : _parts) {
-        if (sameIgnoringCase(name, path)) return part.get();
+        if (sameIgnoringCase(name, path)) return &partOf(part);
     }
     return nullptr;
 }

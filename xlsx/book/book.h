@@ -149,15 +149,8 @@ private:
         bool outlineOnly = false;
     };
 
-    // The book itself stands in the map too and is not deleted with it.
-    struct PartDeleter {
-        bool owned = true;
-        void operator()(XFile* part) const {
-            if (owned) delete part;
-        }
-    };
-    using Part = std::unique_ptr<XFile, PartDeleter>;
-    using PartMap = std::map<std::string, Part, std::less<>>;
+    /// By their paths. The main part is the book itself: its entry has no object.
+    using PartMap = std::map<std::string, std::unique_ptr<XFile>, std::less<>>;
 
     class Loader;
 
@@ -182,9 +175,11 @@ private:
     template <class T>
     T& addPart(const std::string& path, std::unique_ptr<T> part) {
         T& added = *part;
-        _parts.insert_or_assign(path, Part(part.release()));
+        _parts.insert_or_assign(path, std::move(part));
         return added;
     }
+    /// The object of an entry of the map.
+    XFile& partOf(const std::unique_ptr<XFile>& entry) { return entry ? *entry : *this; }
     bool dropPart(std::string_view path);
     template <class T>
     T& makeMainPart(const std::string& kind, std::string_view contentType);
@@ -192,6 +187,9 @@ private:
     Sheet* findSheet(int index);
     Relationships& requireRelationships();
     ISheetT<CharT>& makeSheet(int index, const CharT* name, ISheetT<CharT>* source);
+    const Sheet* ownSheet(ISheetT<CharT>* source);
+    std::string addSheetPart(const std::string& path, std::unique_ptr<Sheet> sheet);
+    void listSheet(int index, const std::wstring& name, const std::string& id);
     std::wstring checkedSheetName(const CharT* name, bool& cut);
     std::string makeSheetPath();
     void copyRelationships(std::string_view sourcePath, std::string_view path);

@@ -175,7 +175,7 @@ private:
         _book._root = c_workbook();  // of an entry that stands in the archive twice, the later counts
         _book.read(entry.part());
         if (!_book._mainPath.empty()) _book._parts.erase(_book._mainPath);
-        _book._parts.insert_or_assign(path, Part(&_book, {false}));
+        _book._parts.insert_or_assign(path, nullptr);
         _book._mainPath = path;
         _book._relationships = dynamic_cast<Relationships*>(_book.findPart(relsPathOf(path)));
         if (_scope.sheetIndex >= 0 && _book._relationships) cut();

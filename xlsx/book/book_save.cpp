@@ -156,7 +156,7 @@ template <class Visit>
 void XMLBookImplT<CharT, Tag>::eachPartToSave(Visit&& visit) {
     visit(ContentTypes::pathInPackage, static_cast<XFile&>(*_contentTypes));
     for (const auto& [path, part] : _parts) {
-        if (path != ContentTypes::pathInPackage) visit(std::string_view(path), *part);
+        if (path != ContentTypes::pathInPackage) visit(std::string_view(path), partOf(part));
     }
 }
 

@@ -133,48 +133,67 @@ std::string XMLBookImplT<CharT, Tag>::makeSheetPath() {
     return path;
 }
 
+/// The sheet that a new one is a copy of, null for none. Only sheets of this book can be copied.
 template <class CharT, class Tag>
-ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name, ISheetT<CharT>* source) {
-    if (index < 0 || index > sheetCount()) throw vlerror(xlsx::msg::indexOutOfRange);
-    bool cut;
-    const std::wstring wideName = checkedSheetName(name, cut);
-    const auto* const sourceSheet = dynamic_cast<const Sheet*>(source);
-    const int sourceIndex = sourceSheet ? sourceSheet->index() : -1;
-    // Only sheets of this book can be copied.
-    if (source && (!sourceSheet || findSheet(sourceIndex) != sourceSheet)) throw vlerror(xlsx::msg::sheetNotFound);
-    const std::string sourcePath = sourceSheet ? sheetPath(sourceIndex) : std::string();
-    const std::wstring sourceName = sourceSheet ? sheetElement(sourceIndex).name() : std::wstring();
+auto XMLBookImplT<CharT, Tag>::ownSheet(ISheetT<CharT>* source) -> const Sheet* {
+    if (!source) return nullptr;
+    const auto* const sheet = dynamic_cast<const Sheet*>(source);
+    if (!sheet || findSheet(sheet->index()) != sheet) throw vlerror(xlsx::msg::sheetNotFound);
+    return sheet;
+}
 
-    auto made = sourceSheet ? std::make_unique<Sheet>(*sourceSheet) : std::make_unique<Sheet>();
-    if (sourceSheet) made->takeOutLinkedParts();
-    const std::string path = makeSheetPath();
+/// Puts a sheet among the parts of the package; the Id of its relationship.
+template <class CharT, class Tag>
+std::string XMLBookImplT<CharT, Tag>::addSheetPart(const std::string& path, std::unique_ptr<Sheet> sheet) {
     ContentTypes& contentTypes = requireContentTypes();
-    Sheet& sheet = addPart(path, std::move(made));
+    addPart(path, std::move(sheet));
     contentTypes.setOverride(path, type::worksheet);
-    const std::string id = requireRelationships().add(std::string(rel::transitional) + "worksheet",
-                                                      std::string_view(path).substr(_folder.size() + 1));
+    return requireRelationships().add(std::string(rel::transitional) + "worksheet",
+                                      std::string_view(path).substr(_folder.size() + 1));
+}
 
+/// Puts a sheet in the list, under a number that no other has; names that are local to those behind move with them.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::listSheet(int index, const std::wstring& name, const std::string& id) {
+    auto& sheets = this->_root.sheets().sheet();
     unsigned sheetId = 0;
-    for (const auto& element : this->_root.sheets().sheet()) sheetId = std::max(sheetId, element.sheetId());
-    auto& element = this->_root.sheets().sheet().insert(static_cast<std::size_t>(index));
-    element.name(wideName);
+    for (const auto& element : sheets) sheetId = std::max(sheetId, element.sheetId());
+    auto& element = sheets.insert(static_cast<std::size_t>(index));
+    element.name(name);
     element.sheetId(sheetId + 1);
     element.id(id);
     for (int i = index; i < sheetCount(); ++i) findSheet(i);
 
     _names.changed();
-    if (auto* const names = this->_root.find_definedNames()) {
-        for (auto& definedName : names->definedName()) {
-            if (definedName.isset_localSheetId() && definedName.localSheetId() >= static_cast<unsigned>(index)) {
-                definedName.localSheetId(definedName.localSheetId() + 1);
-            }
-        }
+    auto* const names = this->_root.find_definedNames();
+    if (!names) return;
+    for (auto& definedName : names->definedName()) {
+        if (!definedName.isset_localSheetId() || definedName.localSheetId() < static_cast<unsigned>(index)) continue;
+        definedName.localSheetId(definedName.localSheetId() + 1);
     }
+}
+
+template <class CharT, class Tag>
+ISheetT<CharT>& XMLBookImplT<CharT, Tag>::makeSheet(int index, const CharT* name, ISheetT<CharT>* source) {
+    if (index < 0 || index > sheetCount()) throw vlerror(xlsx::msg::indexOutOfRange);
+    bool cut;
+    const std::wstring wideName = checkedSheetName(name, cut);
+    const Sheet* const sourceSheet = ownSheet(source);
+    const int sourceIndex = sourceSheet ? sourceSheet->index() : -1;
+    const std::string sourcePath = sourceSheet ? sheetPath(sourceIndex) : std::string();
+    const std::wstring sourceName = sourceSheet ? sheetElement(sourceIndex).name() : std::wstring();
+
+    auto made = sourceSheet ? std::make_unique<Sheet>(*sourceSheet) : std::make_unique<Sheet>();
+    if (sourceSheet) made->takeOutLinkedParts();
+    Sheet& sheet = *made;
+    const std::string path = makeSheetPath();
+    listSheet(index, wideName, addSheetPart(path, std::move(made)));
     if (sourceSheet) {
         copyRelationships(sourcePath, path);
         copyLocalNames(sourceIndex >= index ? sourceIndex + 1 : sourceIndex, index, sourceName, wideName);
     }
 
+    // The sheet that is shown stays so.
     sheet.clearTabSelected();
     const int active = activeSheetIndex();
     if (sheetCount() == 1) {
@@ -191,15 +210,10 @@ template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::copyRelationships(std::string_view sourcePath, std::string_view path) {
     const Relationships* const source = findRelationshipsOf(sourcePath);
     if (!source) return;
-    auto copy = std::make_unique<Relationships>();
-    for (const auto& element : source->root().Relationship()) {
-        if (mayBeShared(element)) copy->root().Relationship().push_back(element);
-    }
-    if (copy->root().Relationship().size() == 0) return;
-    std::string bytes;
-    copy->writeToPath(bytes);  // so that the copy's look-ups are made as on loading
+    auto copy = source->copyIf(mayBeShared);
+    if (!copy) return;
     const std::string relsPath = relsPathOf(path);
-    addPart(relsPath, std::make_unique<Relationships>(PartBytes{bytes, nullptr}));
+    addPart(relsPath, std::move(copy));
     ContentTypes& contentTypes = requireContentTypes();
     if (contentTypes.typeOf(relsPath) != type::relationships) contentTypes.setOverride(relsPath, type::relationships);
 }

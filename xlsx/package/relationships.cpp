@@ -56,6 +56,17 @@ std::string Relationships::addUnique(std::string_view type, std::string_view tar
     return add(type, target);
 }
 
+std::unique_ptr<Relationships> Relationships::copyIf(
+    const std::function<bool(const relationships::c_CT_Relationship&)>& isIn) const {
+    auto copy = std::make_unique<Relationships>();
+    for (const auto& element : std::as_const(_root).Relationship()) {
+        if (isIn(element)) copy->_root.Relationship().push_back(element);
+    }
+    if (copy->_root.Relationship().size() == 0) return nullptr;
+    copy->buildMaps();
+    return copy;
+}
+
 std::string Relationships::targetById(std::string_view id) const {
     const auto found = _byId.find(id);
     return found == _byId.end() ? std::string() : found->second.target;

@@ -43,6 +43,9 @@ public:
     void removeByTarget(std::string_view target);
     /// Removes every element that the predicate, which is asked for each in turn, picks out.
     void removeIf(const std::function<bool(const relationships::c_CT_Relationship&)>& isOut);
+    /// The elements that the predicate picks, under their Ids; null when there are none.
+    [[nodiscard]] std::unique_ptr<Relationships> copyIf(
+        const std::function<bool(const relationships::c_CT_Relationship&)>& isIn) const;
 
 private:
     struct Entry {
