@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "biff/container/record_ids.h"
+
 namespace vellum {
 
 class Xls;
@@ -18,7 +20,7 @@ struct PaletteColor {
 /// cyan) and stand in no record.
 class Palette {
 public:
-    static constexpr std::uint16_t id = 146;
+    static constexpr std::uint16_t id = record_id::Palette;
     static constexpr const char* name = "Palette";
     static constexpr int firstIndex = 8, size = 56;
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "biff/container/record_ids.h"
 #include "biff/records/ext_string.h"
 #include "biff/strings/throwing_allocator.h"
 
@@ -19,7 +20,7 @@ class Xls;
 /// no string is ever taken out. Memory of texts is the pool's.
 class StrMap {
 public:
-    static constexpr std::uint16_t id = 252;
+    static constexpr std::uint16_t id = record_id::SST;
     static constexpr const char* name = "SST";
 
     explicit StrMap(StringPool& pool) : _pool(&pool) { clear(); }
