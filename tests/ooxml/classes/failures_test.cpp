@@ -34,7 +34,7 @@ TEST(Failures, AnElementsValueIsNamedWithoutTheSignOfAttributes) {
         R"(<xdr:from><xdr:col>x</xdr:col></xdr:from></xdr:oneCellAnchor></xdr:wsDr>)";
     Bound<drawing::c_wsDr> bound(text);
     EXPECT_EQ(bound.code, bindery::bad_value);
-    EXPECT_EQ(bound.error.item, "col");
+    EXPECT_EQ(bound.error.item, "xdr:col");
 }
 
 TEST(Failures, RootInAnotherNamespace) {
