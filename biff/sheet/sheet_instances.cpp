@@ -6,6 +6,7 @@
 #include "biff/sheet/sheet_columns.cpp"
 #include "biff/sheet/sheet_formulas.cpp"
 #include "biff/sheet/sheet_layout.cpp"
+#include "biff/sheet/sheet_names.cpp"
 #include "biff/sheet/sheet_rows.cpp"
 #include "biff/sheet/sheet_texts.cpp"
 #include "biff/sheet/sheet_view.cpp"

@@ -139,7 +139,4 @@ bool SheetImplT<CharT>::clearRepeats() {
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

@@ -73,9 +73,4 @@ bool XMLSheetImplT<CharT, Tag>::autoFitColumns(int colFirst, int rowFirst, int c
     });
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

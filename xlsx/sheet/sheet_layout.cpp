@@ -171,9 +171,4 @@ void XMLSheetImplT<CharT, Tag>::clearCells(const CellRange& range) {
     }
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -114,9 +114,4 @@ bool XMLSheetImplT<CharT, Tag>::setColumnBreak(int col, bool enable) {
     });
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -229,9 +229,4 @@ bool XMLSheetImplT<CharT, Tag>::setMarginBottom(double inches) {
     return setMargin(xlsx::PageMargins<Tag>::bottom, inches);
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum
