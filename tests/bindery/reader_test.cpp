@@ -111,7 +111,7 @@ TEST(Reader, References) {
     expectAll({
         {"<a>&lt;&gt;&amp;&apos;&quot;</a>", "a{<>&'\"}"},
         {"<a>&#65;&#x42;&#x1F600;</a>", "a{AB\xF0\x9F\x98\x80}"},
-        {"<a>&#65 &#x42</a>", "a{A B}"},  // without ";" it still counts
+        {"<a>&#65 &#x42</a>", "a{A B}"},                      // without ";" it still counts
         {"<a>&#0;&#x0;</a>", "a{\xEF\xBF\xBD\xEF\xBF\xBD}"},  // no character of XML
         {"<a>&#xFFFFF;</a>", "a{\xF3\xBF\xBF\xBF}"},
         {"<a>&#x10FFFF;&#x110000;&#;&#x;&#99999999999999;</a>", "a{&#x10FFFF;&#x110000;&#;&#x;&#99999999999999;}"},
