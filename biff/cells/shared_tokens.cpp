@@ -4,6 +4,15 @@
 
 namespace vellum {
 
+// B1:B4 share the tokens behind B1. B1 is overwritten: the tokens go to B2, and `_moved` says B1 -> B2. B3 and B4 still
+// name B1 in their own tokens; rewriting them at once would make n overwritten cells cost n * n. B2 is overwritten in
+// its turn: B2 -> B3, and a question for B1 follows the arrows to B3, which `resolved` shortens on the way. Whoever
+// takes the tokens over is the next of the users that were collected when the first anchor went; that one is a user no
+// more when it was overwritten meanwhile.
+//
+// A place may serve twice: when tokens once stood behind it and went on, an arrow leads away from it, and it must not
+// become an anchor again before all users say what they mean. That is rare, and `settle` then rewrites them all.
+
 SharedTokens::Key SharedTokens::resolved(Key named) const {
     const auto first = _moved.find(named);
     if (first == _moved.end()) return named;

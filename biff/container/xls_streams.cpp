@@ -1,4 +1,8 @@
-// Streams of a loaded compound file: their chains, joined once into contiguous bytes.
+// Streams of a loaded compound file: their chains, joined once into contiguous bytes. Writers lay a stream down in
+// sectors that mostly follow each other, so a chain is walked once and becomes a few runs of the file: one run is used
+// in place, several are copied together, and records are then read from plain memory with no thought of sectors. A
+// short stream does the same one floor higher: its mini sectors lie in the root entry's stream, itself a chain of
+// sectors.
 #include <algorithm>
 #include <cstring>
 

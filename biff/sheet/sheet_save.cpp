@@ -1,4 +1,8 @@
-// Writing of a sheet. The order of records is fixed; readers of such files rely on parts of it.
+// Writing of a sheet. The order of records is fixed; readers of such files rely on parts of it: the dimensions stand in
+// front of the rows, the rows in front of their cells, a shared block right behind its formula, the drawings in front
+// of the view. A record that the engine does not model goes to the place of its kind in `Place`, in the file's order
+// among its like, whatever stood around it in the file; one that no rule names goes near the end, where unknown records
+// do no harm.
 #include <bitset>
 
 #include "biff/cells/formula_read.h"

@@ -12,6 +12,10 @@ bool XMLSheetImplT<CharT, Tag>::isFilled(const Cell& cell) {
     return !cell.text().empty() || cell.formula() || cell.inlineString();
 }
 
+/// Writers extend both areas as they go, which is exact while nothing is taken away: a number that becomes a blank
+/// stays within the filled area, as users of the interface expect of one that they just wrote to. What moves or drops
+/// cells marks the areas dirty, and the next question counts anew. In rows that are sorted the first and the last cell
+/// tell the used area; for the filled one, blanks at both ends are passed over.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::updateAreas() {
     if (!_areasDirty) return;

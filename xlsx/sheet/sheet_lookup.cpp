@@ -75,6 +75,9 @@ auto XMLSheetImplT<CharT, Tag>::findCellInRow(Row& row, std::uint32_t col) -> Ce
     return at < cells.size() && cells[at].column() == col ? &cells[at] : nullptr;
 }
 
+/// A cell without a reference stands behind the one before it, so its place is known only by counting from the last
+/// that has one. Most producers number all cells or none: halving works as long as each probe has a number, and the row
+/// is counted through from its start when one has not.
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::unnumberedCell(Row& row, std::uint32_t col) -> Cell* {
     Cells& cells = row.c();

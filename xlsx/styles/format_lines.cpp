@@ -30,6 +30,8 @@ auto XMLFormatImplT<CharT, Tag>::border() const -> const c_CT_Border* {
     return _ownBorder ? _ownBorder : _styles->findBorder(_xf->borderId());
 }
 
+/// Many formats name one border of the list. The first that is changed gets a copy of its own behind the list, and
+/// keeps it for all further changes; nobody looks for an equal one, since the next setter would make it differ.
 template <class CharT, class Tag>
 auto XMLFormatImplT<CharT, Tag>::ownBorder() -> c_CT_Border& {
     if (!_ownBorder) {
