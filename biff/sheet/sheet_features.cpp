@@ -11,7 +11,7 @@ namespace {
 constexpr int lastRowOfAll = SheetIndex::rowLimit - 1, lastColOfAll = SheetIndex::colLimit - 1;
 
 // The format hashes bytes of Latin-1, and stores nothing for an empty password.
-std::uint16_t hashOf(std::wstring_view password) {
+std::uint16_t passwordHashOf(std::wstring_view password) {
     if (password.empty()) return 0;
     std::wstring bytes(password);
     for (wchar_t& c : bytes) {
@@ -39,7 +39,7 @@ template <class CharT>
 bool SheetImplT<CharT>::setProtected(bool enable, const CharT* password, int options) {
     return change([&] {
         std::optional<std::uint16_t> hash;
-        if (password != nullptr) hash = hashOf(widened(password));
+        if (password != nullptr) hash = passwordHashOf(widened(password));
         biff::SheetFeatures& features = _parts.features;
         features.protection.set(enable, hash);
         if (options < 0) return;
@@ -116,8 +116,5 @@ bool SheetImplT<CharT>::groupColumnRange(int colFirst, int colLast, bool collaps
                            defaultWidthUnits());
     });
 }
-
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
 
 }  // namespace vellum

@@ -4,12 +4,15 @@
 #include "biff/sheet/sheet.cpp"
 #include "biff/sheet/sheet_cells.cpp"
 #include "biff/sheet/sheet_columns.cpp"
+#include "biff/sheet/sheet_features.cpp"
 #include "biff/sheet/sheet_formulas.cpp"
 #include "biff/sheet/sheet_layout.cpp"
 #include "biff/sheet/sheet_names.cpp"
+#include "biff/sheet/sheet_print.cpp"
 #include "biff/sheet/sheet_rows.cpp"
 #include "biff/sheet/sheet_texts.cpp"
 #include "biff/sheet/sheet_view.cpp"
+#include "biff/sheet/sheet_window.cpp"
 
 namespace vellum {
 

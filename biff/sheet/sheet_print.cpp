@@ -152,7 +152,4 @@ bool SheetImplT<CharT>::setColumnBreak(int col, bool enable) {
     return change([&] { _parts.features.pageBreaks.setColumn(checkedCol(col), enable); });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

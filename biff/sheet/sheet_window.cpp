@@ -53,7 +53,4 @@ bool SheetImplT<CharT>::setTabRgbColor(int red, int green, int blue) {
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

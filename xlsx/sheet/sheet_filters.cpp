@@ -173,9 +173,4 @@ const CharT* XMLSheetImplT<CharT, Tag>::tableAt(int index, int* rowFirst, int* r
     });
 }
 
-template class XMLSheetImplT<char, excelNormal_tag>;
-template class XMLSheetImplT<char, excelStrict_tag>;
-template class XMLSheetImplT<wchar_t, excelNormal_tag>;
-template class XMLSheetImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum
