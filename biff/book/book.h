@@ -110,8 +110,7 @@ public:
     [[nodiscard]] bool utf8() const override { return this->_locale.utf8(); }
     [[nodiscard]] char listSeparator() const override { return this->_locale.listSeparator(); }
     [[nodiscard]] std::uint16_t vers() const override { return _globals.bof.vers; }
-    [[nodiscard]] bool date1904() const override { return _globals.date1904.value != 0; }
-    [[nodiscard]] bool bookUsesR1C1() const override { return _r1c1; }
+    [[nodiscard]] bool date1904() const { return _globals.date1904.value != 0; }
     StrMap& strings() override { return _strings; }
     [[nodiscard]] const StrMap& strings() const override { return _strings; }
     std::wstring_view widen(const CharT* text) override;

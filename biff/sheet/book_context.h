@@ -81,9 +81,6 @@ public:
     /// writes the cached values of formulas only, and no raw records.
     [[nodiscard]] virtual std::uint16_t vers() const = 0;
     [[nodiscard]] bool isBiff5() const { return vers() < firstVersWithFlags; }
-    [[nodiscard]] virtual bool date1904() const = 0;
-    /// The reference style that new sheets start with.
-    [[nodiscard]] virtual bool bookUsesR1C1() const = 0;
 
     /// The shared strings (biff/str_map.h), with the table of uses per index.
     virtual StrMap& strings() = 0;

@@ -67,6 +67,18 @@ TEST(Failures, RefusedCallsOfTheHost) {
     }
 }
 
+// The separator stands in the same block of the file, so that nothing but the field's length tells.
+TEST(Failures, AFieldThatDoesNotFitTheLineBuffer) {
+    const auto told = [](std::size_t length) {
+        support::ScriptRunner runner(support::Files{{"in.csv", std::string(length, 'x') + ",1\n"}});
+        return transcriptOf(runner, R"s(declare r : real
+                                       read "csv:bufsize=2;in.csv" { r from "[B1]" }
+                                       print r)s");
+    };
+    EXPECT_EQ(told(2047), "read [1]\nr 1\n");
+    EXPECT_NE(told(2048).find("Buffer overflow at line 1"), std::string::npos) << told(2048);
+}
+
 TEST(Failures, StatusOfTheLastCallOnAnArrayIsThatOfTheItem) {
     support::ScriptRunner runner(support::Files{{"in.csv", "a,1\n"}});
     runner.host().faults.arrayEndStatus = 7;
