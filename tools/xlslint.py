@@ -267,6 +267,7 @@ class Lint:
             if sum(r.id == rid for r in own) == 0:
                 self.fault("no %s" % record_name(rid))
         self.check_columns(units)
+        self.check_features(units)
         self.check_cells(flat, units)
 
     def check_columns(self, units):
@@ -280,6 +281,55 @@ class Lint:
             end = last
             if ixfe >= len(self.xfs):
                 self.fault("ColInfo %d names XF %d of %d" % (first, ixfe, len(self.xfs)))
+
+    def check_features(self, units):
+        """Page breaks, panes, groups and common features, as other programs want them."""
+        of = {}
+        for record in units:
+            of.setdefault(record.id, []).append(record)
+        for rid in (27, 26):
+            for record in of.get(rid, ()):
+                count = record.u16(0)
+                if len(record.body) != 2 + 6 * count or count == 0:
+                    self.fault("%s has %d bytes for %d breaks" % (record_name(rid), len(record.body), count))
+                    continue
+                at = [record.u16(2 + 6 * i) for i in range(count)]
+                if at != sorted(set(at)):
+                    self.fault("%s is not in order" % record_name(rid))
+        for record in of.get(160, ()):
+            if 0 in (record.u16(0), record.u16(2)):
+                self.fault("Scl %d/%d" % (record.u16(0), record.u16(2)))
+        for record in of.get(65, ()):
+            x, y, _, _, active = struct.unpack_from("<HHHHB", record.body)
+            exist = {3} | ({1} if x else set()) | ({2} if y else set()) | ({0} if x and y else set())
+            selected = {r.body[0] for r in of.get(29, ())}
+            if not x and not y or active not in exist:
+                self.fault("Pane %d,%d has pane %d active" % (x, y, active))
+            if of.get(29) and (active not in selected or not selected <= exist):
+                self.fault("panes %s exist, %s have selections" % (sorted(exist), sorted(selected)))
+        for record in of.get(29, ()):
+            if record.u16(5) >= record.u16(7):
+                self.fault("Selection has range %d of %d active" % (record.u16(5), record.u16(7)))
+        for rid in (20, 21):
+            for record in of.get(rid, ()):
+                if record.body and record.u16(0) > 255:
+                    self.fault("%s of %d characters" % (record_name(rid), record.u16(0)))
+        levels = [max([r.u16(12) & 7 for r in of.get(520, ()) if len(r.body) >= 16], default=0),
+                  max([r.u16(8) >> 8 & 7 for r in of.get(125, ()) if len(r.body) >= 10], default=0)]
+        for record in of.get(128, ()):
+            for what, level, count in zip(("rows", "columns"), levels, (record.u16(4), record.u16(6))):
+                if level and count < level + 1:
+                    self.fault("Guts shows %d levels of %s, there are %d" % (count, what, level + 1))
+        opened = set()
+        for record in units:
+            if record.id in (2151, 2152) and len(record.body) >= 14:
+                if record.id == 2151:
+                    opened.add(record.u16(12))
+                elif record.u16(12) not in opened:
+                    self.fault("Feat of type %d without its FeatHdr" % record.u16(12))
+        for record in of.get(2146, ()):
+            if struct.unpack_from("<I", record.body, 12)[0] != len(record.body):
+                self.fault("SheetExt of %d bytes says another size" % len(record.body))
 
     def check_cells(self, flat, units):
         seen, before = set(), (-1, -1)

@@ -25,6 +25,7 @@ constexpr ClassId urlMoniker{0xE0, 0xC9, 0xEA, 0x79, 0xF9, 0xBA, 0xCE, 0x11,
                              0x8C, 0x82, 0x00, 0xAA, 0x00, 0x4B, 0xA9, 0x0B};
 constexpr ClassId fileMoniker{0x03, 0x03, 0, 0, 0, 0, 0, 0, 0xC0, 0, 0, 0, 0, 0, 0, 0x46};
 constexpr std::wstring_view parentFolder = L"..\\";
+constexpr std::size_t maxParents = 256;  // more than any path has
 
 class ObjectReader {
 public:
@@ -93,12 +94,9 @@ private:
             path = textOf(wide.take(bytes, tooShort), true);
         }
         std::wstring full;
-        // A path of a sound file has few; as many as the record has bytes are a lie.
         for (std::size_t i = 0; i < parents && i < maxParents; ++i) full += parentFolder;
         return full + path;
     }
-    static constexpr std::size_t maxParents = 256;
-
     Cursor _in;
 };
 
@@ -117,7 +115,7 @@ void writeUrl(Sink& out, std::wstring_view url) {
 
 void writeFile(Sink& out, std::wstring_view path) {
     std::uint16_t parents = 0;
-    for (; path.starts_with(parentFolder) && parents < 0xFFFF; ++parents) path.remove_prefix(parentFolder.size());
+    for (; path.starts_with(parentFolder) && parents < maxParents; ++parents) path.remove_prefix(parentFolder.size());
     out.write(std::as_bytes(std::span(fileMoniker)));
     out.putAll(parents, static_cast<std::uint32_t>(path.size() + 1));
     for (const wchar_t c : path) out.put(static_cast<std::uint8_t>(c > 0 && c < 0x100 ? c : L'?'));

@@ -136,17 +136,16 @@ void SharedFeatures::ignoreErrors(const CellRange& range, int flags) {
             return;
         }
     }
-    const auto isGroup = [](const RawRecords& record) {
-        return isOf(record, FeatHdr::id, FeatureType::ignoredErrors) ||
-               isOf(record, Feat::id, FeatureType::ignoredErrors);
+    const auto is = [](std::uint16_t id) {
+        return [id](const RawRecords& record) { return isOf(record, id, FeatureType::ignoredErrors); };
     };
-    const auto last = std::find_if(_records.rbegin(), _records.rend(), isGroup);
-    if (last != _records.rend()) {
-        _records.insert(last.base(), ignoredErrors(range, word));
-        return;
+    if (std::ranges::none_of(_records, is(FeatHdr::id))) {
+        _records.insert(std::ranges::find_if(_records, is(Feat::id)), headerOf(FeatureType::ignoredErrors, {}));
     }
-    _records.push_back(headerOf(FeatureType::ignoredErrors, {}));
-    _records.push_back(ignoredErrors(range, word));
+    const auto last = std::find_if(_records.rbegin(), _records.rend(), [&](const RawRecords& record) {
+        return is(FeatHdr::id)(record) || is(Feat::id)(record);
+    });
+    _records.insert(last.base(), ignoredErrors(range, word));
 }
 
 void SharedFeatures::remove(FeatureType type) {

@@ -12,6 +12,7 @@
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
+#include "fuzz/read_features.h"
 
 namespace {
 
@@ -60,8 +61,7 @@ long readCells(Sheet& sheet) {
         sheet.columnWidthPixels(col);
         sheet.rowHeight(row);
     }
-    int a, b, c, d;
-    for (int i = 0; i < sheet.mergeTotal() && i < 1000; ++i) sheet.mergeByIndex(i, &a, &b, &c, &d);
+    vellum::fuzz::readFeatures(sheet);
     return cells;
 }
 
@@ -100,6 +100,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (Sheet* const sheet = book->getSheet(0)) {
         change(*sheet);
         book->addSheet("Twin", sheet);
+        saveAndLoad(*book);
+        vellum::fuzz::changeFeatures(*book->getSheet(0));
         saveAndLoad(*book);
     }
     return 0;

@@ -13,6 +13,7 @@
 #include "engine/api/iformat.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
+#include "fuzz/read_features.h"
 
 namespace {
 
@@ -44,6 +45,7 @@ void read(Book& book) {
             sheet->isDate(row, col);
             if (sheet->isRichTextCell(row, col)) sheet->readRichText(row, col);
         }
+        vellum::fuzz::readFeatures(*sheet);
     }
 }
 

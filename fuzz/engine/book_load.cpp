@@ -10,6 +10,7 @@
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
+#include "fuzz/read_features.h"
 
 namespace {
 
@@ -56,23 +57,6 @@ void readCells(Sheet& sheet, int& left) {
     }
 }
 
-void readFeatures(Sheet& sheet) {
-    int a, b, c, d;
-    for (int i = 0; i < sheet.mergeTotal(); ++i) sheet.mergeByIndex(i, &a, &b, &c, &d);
-    for (int i = 0; i < sheet.hyperlinkTotal(); ++i) sheet.hyperlinkAt(i, &a, &b, &c, &d);
-    for (int i = 0; i < sheet.namedRangeCount(); ++i) sheet.namedRange(i, &a, &b, &c, &d);
-    for (int i = 0; i < sheet.tableTotal(); ++i) sheet.tableAt(i, &a, &b, &c, &d);
-    for (int i = 0; i < sheet.pictureTotalOnSheet(); ++i) sheet.sheetPictureAt(i, &a, &b, &c, &d, &a, &b, &c, &d);
-    for (int i = 0; i < sheet.rowBreakTotal(); ++i) sheet.rowBreakAt(i);
-    for (int i = 0; i < sheet.columnBreakTotal(); ++i) sheet.columnBreakAt(i);
-    sheet.headerText();
-    sheet.footerText();
-    sheet.printAreaRange(&a, &b, &c, &d);
-    sheet.repeatRows(&a, &b);
-    sheet.splitPosition(&a, &b);
-    sheet.visibilityState();
-}
-
 void readAll(Book& book) {
     int left = maxCells;
     for (int i = 0; i < book.sheetCount(); ++i) {
@@ -80,7 +64,7 @@ void readAll(Book& book) {
         book.sheetKindAt(i);
         if (Sheet* const sheet = book.getSheet(i)) {
             readCells(*sheet, left);
-            readFeatures(*sheet);
+            vellum::fuzz::readFeatures(*sheet);
         }
     }
     for (int i = 0; i < book.pictureTotal(); ++i) {
@@ -110,8 +94,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const char* saved = nullptr;
     std::size_t savedSize = 0;
     if (!book->saveMemory(&saved, &savedSize)) return 0;
-    // What we wrote we must be able to read, from the very buffer that the book owns.
-    const std::vector<char> copy(saved, saved + savedSize);
+    // What we wrote we must be able to read, from the very buffer that the book owns; and so after changes.
+    std::vector<char> copy(saved, saved + savedSize);
+    if (Sheet* const sheet = book->getSheet(0)) {
+        vellum::fuzz::changeFeatures(*sheet);
+        if (book->saveMemory(&saved, &savedSize)) copy.assign(saved, saved + savedSize);
+    }
     if (!book->loadMemory(copy.data(), copy.size()) || book->sheetCount() != sheets) std::abort();
     return 0;
 }

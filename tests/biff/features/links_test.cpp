@@ -211,6 +211,12 @@ TEST(IgnoredErrors, AreAddedAndExtended) {
     std::erase_if(out, [](const Record& r) { return r.id != 2151 && r.id != 2152; });
     EXPECT_EQ(out, (std::vector{other, header, feat("0100 0200 0300 0400", "24000000"),
                                 feat("0500 0500 0500 0500", "FF000000")}));
+
+    OneSheet headless({other, feat("0100 0200 0300 0400", "24000000")});
+    EXPECT_TRUE(headless.sheet->addIgnoredErrorRange(5, 5, 5, 5, 255));
+    auto mended = savedRecords(*headless.book);
+    std::erase_if(mended, [](const Record& r) { return r.id != 2151 && r.id != 2152; });
+    EXPECT_EQ(mended, out) << "the group is opened in front of its first feature";
 }
 
 TEST(Tables, AreFoundInTheirRecords) {
