@@ -78,9 +78,10 @@ void addTables(Sheet& sheet, Notes& notes) {
 }
 
 void addHidden(Sheet& sheet, Notes& notes) {
+    const int endCol = sheet.columnWidth(256) < 0 ? 256 : 16384;  // of a binary sheet, or of a package's
     int rows = 0, columns = 0;
     for (int row = 0; row < sheet.lastRow(); ++row) rows += sheet.isRowHidden(row);
-    for (int col = 0; col < 16384; ++col) columns += sheet.isColumnHidden(col);
+    for (int col = 0; col < endCol; ++col) columns += sheet.isColumnHidden(col);
     notes.count(rows, "hidden row", "hidden rows");
     notes.count(columns, "hidden column", "hidden columns");
 }
