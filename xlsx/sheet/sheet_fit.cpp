@@ -11,6 +11,9 @@
 namespace vellum {
 namespace {
 
+/// Applications take no longer ones; a hostile file may have a format of megabytes on each cell.
+constexpr std::size_t longestFormat = 255;
+
 template <class CharT, class Tag>
 class BookLooks final : public xlsx::LookSource {
 public:
@@ -26,7 +29,7 @@ public:
         look.numFmtId = format.numFmtId();
         look.isDate = _styles->isDateFormat(xf);
         const auto* const text = _styles->customNumFormatText(look.numFmtId);
-        if (text && look.numFmtId >= xlsx::firstFormatWithText) look.formatText = *text;
+        if (text && look.numFmtId >= xlsx::firstFormatWithText) look.formatText = text->substr(0, longestFormat);
         if (format.fontId() < _styles->fontTotal()) look.font = fontOf(*_styles->fontAt(format.fontId()));
         return look;
     }
