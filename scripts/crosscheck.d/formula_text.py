@@ -37,6 +37,14 @@ def has_substitute(text):
     return SUBSTITUTE.search(IN_QUOTES.sub("", text)) is not None
 
 
+def shortened(field):
+    """Numbers to 12 digits: programs calculate with more digits than a double has, and texts have 13 decimals."""
+    try:
+        return "%.12g" % float(field)
+    except ValueError:
+        return field
+
+
 def letters(col):
     text, col = "", col + 1
     while col:
