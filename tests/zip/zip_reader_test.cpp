@@ -1,4 +1,5 @@
 #include "zip/zip_reader.h"
+#include "zip/zip_writer.h"
 
 #include <bzlib.h>
 #include <gtest/gtest.h>
@@ -253,7 +254,7 @@ TEST(ZipReader, RefusesWhatExpandsTooFarInAll) {
         writer.closeEntry();
     }
     writer.close();
-    for (const unsigned char size : {0x20, 0x3F}) {  // 2.5 and nearly 5 GiB
+    for (const int size : {0x20, 0x3F}) {  // 2.5 and nearly 5 GiB
         std::string bytes(buffer.data(), buffer.size());
         for (std::size_t at = bytes.find("PK\1\2"); at != std::string::npos; at = bytes.find("PK\1\2", at + 4)) {
             bytes[at + 27] = static_cast<char>(size);
