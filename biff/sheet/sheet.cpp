@@ -59,7 +59,6 @@ private:
         _to.kept = _from.kept;
         for (const Place place : uniquePlaces) _to.kept.remove(place);
         _to.kept.removeRecords(record_id::UserSViewBegin);  // a view of the book has one part for each sheet
-        _to.kept.removeRecords(record_id::AutoFilterInfo);  // its drop-downs and its hidden name stay behind
         if (sameBook()) return;
         for (const Place place : boundPlaces) _to.kept.remove(place);
     }

@@ -55,6 +55,8 @@ template <class CharT>
 void SheetImplT<CharT>::copyDrawing(const SheetImplT& source) {
     if (!_parts.isWorksheet()) return;
     DrawingSurroundings surroundings(*this);
+    // What is no tree cannot get identifiers of its own: two sheets would have the same shapes.
+    if (!source._parts.drawing.empty() && !source._parts.drawing.hasTree()) return;
     if (&_book == &source._book) {
         _parts.notes = source._parts.notes;
         _parts.drawing.copyWithin(surroundings, source._parts.drawing);

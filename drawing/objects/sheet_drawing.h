@@ -68,6 +68,8 @@ public:
     /// Place in the book's list, from 1, of the picture that the shape shows; 0 when it shows none.
     [[nodiscard]] static std::uint32_t pictureOf(const PlacedShape& shape);
 
+    /// Whether the bytes are a tree of the published form, whose shapes can be found and changed.
+    [[nodiscard]] bool hasTree() const { return _hasTree; }
     /// Number of the drawing, 0 when the sheet has none.
     [[nodiscard]] std::uint32_t dgid() const { return _hasTree ? _fdg.header.recInstance : 0; }
 

@@ -173,7 +173,7 @@ TEST(SheetLoad, CellsOfChartsAndCustomViewsAreNotTheSheets) {
     const std::vector<Record> records{
         {638, hex("0000 0000 0F00 1A000000")},
         {236, hex("0102030405060708")},
-        {93, hex("15001200")},
+        {93, hex("1500 1200 0500 0100 1160 000000000000000000000000 0000 0000")},
         chartBof,
         {515, hex("0500 0500 0F00 9A9999999999B93F")},
         {2057, chartBof.body},

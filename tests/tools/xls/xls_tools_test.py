@@ -64,7 +64,7 @@ class Book:
             record(520, 0, 0, 2, 255, 0, 0, 256, 15), record(520, 1, 0, 1, 255, 0, 0, 256, 15),
             record(638, 0, 0, 15, 2, 0), record(253, 0, 1, 15, 1, 0),
             record(6, 1, 0, 15, 0, 0, 0, 0xFFFF, 0, 0, 0, 3, body=b"\x1e\1\0"), record(519, 1, body=b"\0x"),
-            *DRAWING, record(574, *[0] * 9), record(65, *[0] * 5), record(229, 1, 3, 4, 0, 1),
+            *DRAWING, record(574, *[0] * 9), record(65, 1, 1, 1, 1, 0), record(229, 1, 3, 4, 0, 1),
             record(3000, 5), record(60, 6), (10, b""),
         ]
 
