@@ -79,6 +79,13 @@ void SheetIndex::freeRowIfEmpty(std::uint16_t row) {
     entry = RowEntry();
 }
 
+void SheetIndex::moveRow(std::uint16_t from, std::uint16_t to) {
+    freeRowIfEmpty(to);
+    const RowEntry moved = rowForWrite(from);
+    rowForWrite(from) = RowEntry();
+    rowForWrite(to) = moved;
+}
+
 std::uint32_t SheetIndex::nextRow(std::uint32_t from) const {
     const std::size_t pageEnd = _chapters.size() * chapterPages;
     for (std::size_t page = from / pageRows; page < pageEnd; ++page, from = 0) {

@@ -66,6 +66,8 @@ public:
     void erase(std::uint16_t row, std::uint32_t col) {
         if (at(row, col).occupied()) forWrite(row, col) = CellSlot();
     }
+    /// All slots of a row become those of another, in which none may be occupied.
+    void moveRow(std::uint16_t from, std::uint16_t to);
     /// Gives back the slots of a row in which no slot is occupied.
     void freeRowIfEmpty(std::uint16_t row);
     void clear();

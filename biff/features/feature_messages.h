@@ -22,6 +22,7 @@ inline constexpr const char* hyperlinkRecord = "error reading HLink";
 // Of our own wording.
 inline constexpr const char* notWorksheet = "a chart or macro sheet is kept as it came and can't be changed";
 inline constexpr const char* zoomRange = "zoom must be in range 1-65535";
+inline constexpr const char* arrayCut = "an array formula or a data table can't be cut";
 inline constexpr const char* settingRange = "value must be in range 0-65535";
 inline constexpr const char* colorRange = "red, green and blue must be in range 0-255";
 

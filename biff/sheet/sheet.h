@@ -19,6 +19,10 @@ namespace drawing {
 struct PixelPlace;
 }
 
+namespace biff {
+struct MovedLines;
+}
+
 /// A sheet of 65536 rows by 256 columns. Owned by its book; not to be used from two threads at once.
 /// Strings that it returns live until the next operation on the same sheet that returns one.
 template <class CharT>
@@ -107,6 +111,10 @@ public:
     bool removeMergeByIndex(int index) override;
     bool clearRange(int rowFirst, int rowLast, int colFirst, int colLast) override;
     bool copyCell(int rowSrc, int colSrc, int rowDst, int colDst) override;
+    bool insertRows(int rowFirst, int rowLast, bool updateNames) override;
+    bool removeRows(int rowFirst, int rowLast, bool updateNames) override;
+    bool insertColumns(int colFirst, int colLast, bool updateNames) override;
+    bool removeColumns(int colFirst, int colLast, bool updateNames) override;
     int firstRow() override { return static_cast<int>(_parts.usedBounds().rowFirst); }
     int lastRow() override { return static_cast<int>(_parts.usedBounds().rowEnd); }
     int firstCol() override { return static_cast<int>(_parts.usedBounds().colFirst); }
@@ -176,7 +184,7 @@ public:
     bool setTabPaletteColor(int index) override;
     bool setTabRgbColor(int red, int green, int blue) override;
 
-    // Protection, errors that are not shown, links, tables, groups (sheet_features.cpp).
+    // Protection, errors that are not shown, links, tables, groups, addresses (sheet_features.cpp).
     bool isProtected() override { return _parts.features.protection.isOn(); }
     bool setProtected(bool enable, const CharT* password, int options) override;
     bool addIgnoredErrorRange(int rowFirst, int colFirst, int rowLast, int colLast, int flags) override;
@@ -189,6 +197,9 @@ public:
                          int* totalsRows) override;
     bool groupRowRange(int rowFirst, int rowLast, bool collapsed) override;
     bool groupColumnRange(int colFirst, int colLast, bool collapsed) override;
+    bool parseCellAddress(const CharT* text, int* row, int* col, bool* rowRelative, bool* colRelative) override;
+    const CharT* formatCellAddress(int row, int col, bool rowRelative, bool colRelative) override;
+
     // Comments (sheet_comments.cpp) and pictures (sheet_pictures.cpp).
     const CharT* readComment(int row, int col) override;
     bool writeComment(int row, int col, const CharT* text, const CharT* author, int width, int height) override;
@@ -312,8 +323,19 @@ private:
     [[nodiscard]] FormulaCell compiled(CellPlace at, const CharT* text, const Format* format);
     [[nodiscard]] const CharT* numberText(double value);
     [[nodiscard]] const CharT* give(std::wstring_view text) { return _text.template give<CharT>(text, _book.utf8()); }
+    /// The formula behind which the tokens stand that this one uses; null when there is none.
+    [[nodiscard]] const FormulaCell* anchorOf(const FormulaCell& cell) const;
     /// Before the cell goes: a formula whose tokens others share hands them on.
     void handOnShared(CellPlace at);
+
+    /// A row in default form but for its height, which is set by hand, and state.
+    Row& setRowTwips(std::uint16_t rw, std::uint16_t miyRw, bool hidden);
+    void mergeBlock(const biff::CellRange& block);
+    // sheet_lines.cpp
+    void moveLines(const biff::MovedLines& moved, bool updateNames);
+    void moveMerges(const biff::MovedLines& moved);
+    void pushRows(const biff::MovedLines& moved);
+    void closeRows(const biff::MovedLines& moved);
 
     [[nodiscard]] int widthPixels(std::uint16_t col) const;
     /// As they are shown: 0 when hidden.

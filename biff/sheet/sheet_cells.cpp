@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "biff/cells/own_tokens.h"
 #include "biff/cells/rk.h"
 #include "biff/container/messages.h"
 #include "biff/sheet/sheet.h"
@@ -298,7 +299,9 @@ bool SheetImplT<CharT>::copyCell(int rowSrc, int colSrc, int rowDst, int colDst)
         if (const auto* text = cellAs<LabelSstCell>(slot)) {
             putString(to, text->ixfe, text->isst);
         } else if (const auto* formula = cellAs<FormulaCell>(slot)) {
-            put(movedTo(formula->copyWithoutTail(_book.pool()), to));
+            FormulaCell copy = formula->copyWithoutTail(_book.pool());
+            if (const auto* const anchor = anchorOf(*formula)) biff::giveOwnTokens(copy, *anchor, _book.pool());
+            put(movedTo(std::move(copy), to));
         } else if (const auto* rk = cellAs<RkCell>(slot)) {
             put(movedTo(*rk, to));
         } else if (const auto* number = cellAs<NumberCell>(slot)) {

@@ -18,6 +18,8 @@ bool SheetImplT<CharT>::change(Body&& body) {
 
 namespace biff {
 
+inline constexpr int lastRowOfSheet = SheetIndex::rowLimit - 1, lastColOfSheet = SheetIndex::colLimit - 1;
+
 /// A caller's number from 0 up to `last`, else the text.
 inline std::uint16_t checkedUpTo(int value, int last, const char* outOfRange) {
     if (value < 0 || value > last) throw vlerror(outOfRange);

@@ -3,12 +3,13 @@
 #include "biff/features/outline.h"
 #include "biff/features/tables.h"
 #include "biff/sheet/sheet_change.h"
+#include "engine/facts/cell_address.h"
 #include "engine/facts/password_hash.h"
+#include "formula/cell_location.h"
+#include "formula/messages.h"
 
 namespace vellum {
 namespace {
-
-constexpr int lastRowOfAll = SheetIndex::rowLimit - 1, lastColOfAll = SheetIndex::colLimit - 1;
 
 // The format hashes bytes of Latin-1, and stores nothing for an empty password.
 std::uint16_t passwordHashOf(std::wstring_view password) {
@@ -99,8 +100,8 @@ const CharT* SheetImplT<CharT>::tableAt(int index, int* rowFirst, int* rowLast, 
 template <class CharT>
 bool SheetImplT<CharT>::groupRowRange(int rowFirst, int rowLast, bool collapsed) {
     return change([&] {
-        const auto first = biff::checkedUpTo(rowFirst, lastRowOfAll, biff::msg::rowFirstRange);
-        const auto last = biff::checkedUpTo(rowLast, lastRowOfAll, biff::msg::rowLastRange);
+        const auto first = biff::checkedUpTo(rowFirst, biff::lastRowOfSheet, biff::msg::rowFirstRange);
+        const auto last = biff::checkedUpTo(rowLast, biff::lastRowOfSheet, biff::msg::rowLastRange);
         if (first > last) throw vlerror(biff::msg::groupRowOrder);
         biff::groupRows(_parts.rows, _parts.settings.guts, first, last, collapsed, !summaryBelow());
     });
@@ -109,11 +110,34 @@ bool SheetImplT<CharT>::groupRowRange(int rowFirst, int rowLast, bool collapsed)
 template <class CharT>
 bool SheetImplT<CharT>::groupColumnRange(int colFirst, int colLast, bool collapsed) {
     return change([&] {
-        const auto first = biff::checkedUpTo(colFirst, lastColOfAll, biff::msg::colFirstRange);
-        const auto last = biff::checkedUpTo(colLast, lastColOfAll, biff::msg::colLastRange);
+        const auto first = biff::checkedUpTo(colFirst, biff::lastColOfSheet, biff::msg::colFirstRange);
+        const auto last = biff::checkedUpTo(colLast, biff::lastColOfSheet, biff::msg::colLastRange);
         if (first > last) throw vlerror(biff::msg::groupColOrder);
         biff::groupColumns(_parts.columns, _parts.settings.guts, first, last, collapsed, !summaryRight(),
                            defaultWidthUnits());
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::parseCellAddress(const CharT* text, int* row, int* col, bool* rowRelative, bool* colRelative) {
+    return guard(false, [&] {
+        const auto cell = formula::parseCellWord(widened(text));
+        if (!cell) throw vlerror(formula::msg::incorrectToken);
+        biff::give(row, cell->at.row);
+        biff::give(col, cell->at.col);
+        if (rowRelative != nullptr) *rowRelative = cell->at.rowRelative;
+        if (colRelative != nullptr) *colRelative = cell->at.colRelative;
+        return true;
+    });
+}
+
+template <class CharT>
+const CharT* SheetImplT<CharT>::formatCellAddress(int row, int col, bool rowRelative, bool colRelative) {
+    return guard<const CharT*>(nullptr, [&] {
+        const CellPlace at = place(row, col);
+        std::wstring text;
+        appendCellAddress(text, {at.row, at.col, !rowRelative, !colRelative});
+        return give(text);
     });
 }
 

@@ -44,12 +44,9 @@ const CharT* SheetImplT<CharT>::formulaText(const FormulaCell& cell) {
             break;
     }
     if (cell.hasText) return give(cell.text.view());
-    if (const auto named = cell.anchor(); named && named->col < SheetIndex::colLimit) {
-        const auto anchor = _parts.sharedTokens.resolve(*named);
-        const auto* first = cellAs<FormulaCell>(_parts.cells.at(anchor.row, anchor.col));
-        if (first != nullptr && first->hasText && first->tail != nullptr && first->tail->shared) {
-            return give(first->text.view());
-        }
+    const FormulaCell* const first = anchorOf(cell);
+    if (first != nullptr && first->hasText && first->tail != nullptr && first->tail->shared) {
+        return give(first->text.view());
     }
     return give(L"");
 }
@@ -63,14 +60,19 @@ const std::wstring& SheetImplT<CharT>::expressionText(const FormulaCell& cell) {
         return std::cref(
             _formulaText.formulaToText(formula::tokensOf(expression), _book.formulas(), cell.generation, base, origin));
     };
-    if (const auto named = cell.anchor(); named && named->col < SheetIndex::colLimit) {
-        const auto anchor = _parts.sharedTokens.resolve(*named);
-        const auto* first = cellAs<FormulaCell>(_parts.cells.at(anchor.row, anchor.col));
-        if (first != nullptr && first->tail != nullptr && first->tail->shared) {
-            return text(first->tail->shared->expression, {.row = cell.row, .col = cell.col}, {});
-        }
+    const FormulaCell* const first = anchorOf(cell);
+    if (first != nullptr && first->tail != nullptr && first->tail->shared) {
+        return text(first->tail->shared->expression, {.row = cell.row, .col = cell.col}, {});
     }
     return text(cell.expressionBytes(), {}, {.row = cell.row, .col = cell.col});
+}
+
+template <class CharT>
+const FormulaCell* SheetImplT<CharT>::anchorOf(const FormulaCell& cell) const {
+    const auto named = cell.anchor();
+    if (!named || named->col >= SheetIndex::colLimit) return nullptr;
+    const auto at = _parts.sharedTokens.resolve(*named);
+    return cellAs<FormulaCell>(_parts.cells.at(at.row, at.col));
 }
 
 template <class CharT>

@@ -7,6 +7,7 @@
 #include "biff/sheet/sheet_features.cpp"
 #include "biff/sheet/sheet_formulas.cpp"
 #include "biff/sheet/sheet_layout.cpp"
+#include "biff/sheet/sheet_lines.cpp"
 #include "biff/sheet/sheet_names.cpp"
 #include "biff/sheet/sheet_print.cpp"
 #include "biff/sheet/sheet_rows.cpp"

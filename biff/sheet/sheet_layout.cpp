@@ -21,23 +21,26 @@ bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, i
 
 // All cells of the block get the first one's format; empty ones become blanks.
 template <class CharT>
-bool SheetImplT<CharT>::addMerge(int rowFirst, int rowLast, int colFirst, int colLast) {
-    return guard(false, [&] {
-        const biff::CellRange block = checkedRange(rowFirst, rowLast, colFirst, colLast);
-        const CellPlace first{block.rowFirst, block.colFirst}, last{block.rowLast, block.colLast};
-        const CellSlot corner = slotAt(first);
-        const std::uint16_t ixfe = corner.occupied() ? _parts.cells.ixfe(corner) : defaultCellXf;
-        for (std::uint32_t row = first.row; row <= last.row; ++row) {
-            for (std::uint32_t col = first.col; col <= last.col; ++col) {
-                const CellPlace at{static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(col)};
-                if (const CellSlot slot = slotAt(at); slot.occupied()) {
-                    setIxfe(slot, ixfe);
-                } else {
-                    putBlank(at, ixfe);
-                }
+void SheetImplT<CharT>::mergeBlock(const biff::CellRange& block) {
+    const CellSlot corner = slotAt({block.rowFirst, block.colFirst});
+    const std::uint16_t ixfe = corner.occupied() ? _parts.cells.ixfe(corner) : defaultCellXf;
+    for (std::uint32_t row = block.rowFirst; row <= block.rowLast; ++row) {
+        for (std::uint32_t col = block.colFirst; col <= block.colLast; ++col) {
+            const CellPlace at{static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(col)};
+            if (const CellSlot slot = slotAt(at); slot.occupied()) {
+                setIxfe(slot, ixfe);
+            } else {
+                putBlank(at, ixfe);
             }
         }
-        _parts.merges.push_back(block);
+    }
+    _parts.merges.push_back(block);
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::addMerge(int rowFirst, int rowLast, int colFirst, int colLast) {
+    return guard(false, [&] {
+        mergeBlock(checkedRange(rowFirst, rowLast, colFirst, colLast));
         return true;
     });
 }

@@ -40,19 +40,26 @@ bool SheetImplT<CharT>::setRow(int row, double height, Format* format, bool hidd
         const std::uint16_t rw = checkedRow(row);
         const double twips = height * twipsPerPoint;
         if (!(twips <= maxRowTwips)) throw vlerror(biff::msg::heightTooBig);
-        Row record;
-        record.rw = rw;
-        record.miyRw = static_cast<std::uint16_t>(std::max(twips, 0.0));
-        record.flags = Row::always | Row::heightByHand;
+        const std::uint16_t ixfe = format != nullptr ? _book.ixfeOf(format) : std::uint16_t{0};
+        Row& record = setRowTwips(rw, static_cast<std::uint16_t>(std::max(twips, 0.0)), hidden);
         if (format != nullptr) {
             record.flags |= Row::formatted;
-            record.ixfe = _book.ixfeOf(format);
+            record.ixfe = ixfe;
         }
-        if (hidden) record.flags |= Row::hidden;
-        _parts.rows.ensure(rw) = record;
-        _parts.used.growRows(rw);
         return true;
     });
+}
+
+template <class CharT>
+Row& SheetImplT<CharT>::setRowTwips(std::uint16_t rw, std::uint16_t miyRw, bool hidden) {
+    Row& record = _parts.rows.ensure(rw);
+    record = Row();
+    record.rw = rw;
+    record.miyRw = miyRw;
+    record.flags = Row::always | Row::heightByHand;
+    if (hidden) record.flags |= Row::hidden;
+    _parts.used.growRows(rw);
+    return record;
 }
 
 template <class CharT>

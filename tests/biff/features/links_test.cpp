@@ -279,6 +279,42 @@ TEST(SheetFeatures, WrongSizesAreNamed) {
     EXPECT_EQ(loadText({{20, hex("0000")}, {21, hex("0000 00")}}), "ok") << "as some writers make them";
 }
 
+TEST(CellAddresses, AsTextAndFromIt) {
+    NewSheet s;
+    const struct {
+        const char* text;
+        const char* told;  // row, column, and r or c where relative; or the failure
+    } cases[] = {
+        {"A1", "0 0 rc"},
+        {"$iv$65536", "65535 255 "},
+        {"b$3", "2 1 c"},
+        {"$AA12R", "11 26 r"},
+        {"IW1", "Column is out of range"},
+        {"A65537", "Row is out of range"},
+        {"A0", "Row is out of range"},
+        {"A", "incorrect token in formula"},
+        {"A1:B2", "incorrect token in formula"},
+        {"", "incorrect token in formula"},
+    };
+    for (const auto& c : cases) {
+        int row = 0, col = 0;
+        bool rowRelative = false, colRelative = false;
+        std::string told = "?";
+        if (s.sheet->parseCellAddress(c.text, &row, &col, &rowRelative, &colRelative)) {
+            told = std::to_string(row) + " " + std::to_string(col) + " " + (rowRelative ? "r" : "") +
+                   (colRelative ? "c" : "");
+            EXPECT_TRUE(s.sheet->parseCellAddress(s.sheet->formatCellAddress(row, col, rowRelative, colRelative), &row,
+                                                  &col, nullptr, nullptr));
+        } else {
+            told = s.book->errorMessage();
+        }
+        EXPECT_EQ(told, c.told) << c.text;
+    }
+    EXPECT_STREQ(s.sheet->formatCellAddress(2, 27, true, false), "$AB3");
+    EXPECT_EQ(s.sheet->formatCellAddress(0, 256, true, true), nullptr);
+    EXPECT_STREQ(s.book->errorMessage(), "col must be in range 0-255");
+}
+
 // What would be set there would be lost by a save.
 TEST(SheetFeatures, AChartSheetAnswersDefaultsAndRefusesSetters) {
     std::vector<Record> all{bof8, boundSheet("C"), eof, {2057, hex("0006 2000 BB0D CC07 41000000 06000000")}, eof};

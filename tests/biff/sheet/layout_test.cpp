@@ -164,6 +164,7 @@ TEST(SheetLayout, SharedTokensAreHandedOn) {
         const char* what;
         void (*change)(ISheetT<char>&);
         int anchor;  // row behind whose formula the tokens stand then; 0: nowhere
+        bool copies = false;
     } cases[] = {
         {"a member is overwritten", [](auto& s) { s.writeNumber(2, 0, 1); }, 1},
         {"the first is", [](auto& s) { s.writeNumber(1, 0, 1); }, 2},
@@ -171,9 +172,10 @@ TEST(SheetLayout, SharedTokensAreHandedOn) {
         {"three are cleared", [](auto& s) { s.clearRange(0, 3, 0, 0); }, 4},
         {"all are", [](auto& s) { s.clearRange(0, 9, 0, 0); }, 0},
         {"the first is copied onto itself", [](auto& s) { s.copyCell(1, 0, 1, 0); }, 1},
-        {"a copy far away is the last user", [](auto& s) { s.copyCell(2, 0, 900, 7), s.clearRange(0, 9, 0, 0); }, 132},
+        {"a copy far away is the last user", [](auto& s) { s.copyCell(2, 0, 900, 7), s.clearRange(0, 9, 0, 0); }, 132,
+         true},
         {"a copy in the place of the first is the last user",
-         [](auto& s) { s.copyCell(2, 0, 1, 0), s.clearRange(2, 9, 0, 0); }, 1},
+         [](auto& s) { s.copyCell(2, 0, 1, 0), s.clearRange(2, 9, 0, 0); }, 1, true},
     };
     for (const Record& behind : {sharedTokens, arrayTokens, tableRefs}) {
         for (const auto& c : cases) {
@@ -182,7 +184,8 @@ TEST(SheetLayout, SharedTokensAreHandedOn) {
             c.change(*one.sheet);
             const auto out = savedRecords(*one.book);
             const auto shared = std::ranges::find(out, behind.id, &Record::id);
-            if (c.anchor == 0) {
+            // A copy of a shared formula has tokens of its own; one of an array or a table goes on naming it.
+            if (c.anchor == 0 || (c.copies && behind.id == sharedTokens.id)) {
                 EXPECT_EQ(shared, out.end());
                 continue;
             }

@@ -84,6 +84,10 @@ const Case cases[] = {
          return target + listed(s.hyperlinkTotal(), a, b, c, d);
      },
      "0 0 0 0 0 ", "http://example.org/1 1 2 3 4 "},
+    {"rows inserted", [](Sheet& s) { return s.writeNumber(3, 1, 7) && s.insertRows(1, 2); },
+     [](Sheet& s) { return listed(s.readNumber(5, 1)); }, "0 ", "7 "},
+    {"columns removed", [](Sheet& s) { return s.writeNumber(3, 4, 7) && s.removeColumns(0, 1); },
+     [](Sheet& s) { return listed(s.readNumber(3, 2)); }, "0 ", "7 "},
 };
 
 TEST_P(Features, WhatIsSetIsToldAgain) {
