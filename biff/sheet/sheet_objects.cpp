@@ -30,8 +30,8 @@ std::vector<SheetComment<CharT>> SheetImplT<CharT>::comments() {
         });
         const auto cellOf = [](const SheetComment<CharT>& comment) { return std::tuple(comment.row, comment.col); };
         std::ranges::stable_sort(found, {}, cellOf);
-        const auto repeats = std::ranges::unique(found, {}, cellOf);
-        found.erase(repeats.begin(), repeats.end());
+        const auto sameCell = [&](const auto& one, const auto& other) { return cellOf(one) == cellOf(other); };
+        found.erase(std::unique(found.begin(), found.end(), sameCell), found.end());
         return found;
     });
 }

@@ -77,7 +77,7 @@ void SheetDrawing::finishLoad() {
     ArtInput in(bytes);
     std::size_t remaining = bytes.size();
     OfficeArtDgContainer tree;
-    if (tree.read(in, remaining) == 0 || tree.fdg.absent || tree.group.absent) return;
+    if (tree.read(in, remaining) == 0 || tree.fdg.absent || tree.group.absent || tree.group.shape.absent) return;
     _hasTree = true;
     _fdg = tree.fdg;
     placeShapes(tree);
@@ -136,7 +136,8 @@ private:
 void SheetDrawing::placeShapes(OfficeArtDgContainer& drawing) {
     ShapePlacer placer(_units, _containers);
     _containers.push_back({placer.placeOf(0), -1, nullptr});
-    const std::size_t groupEnd = drawing.group.position + drawing.group.size();
+    // What is no shape stays behind all shapes: nothing is found behind it.
+    const std::size_t groupEnd = drawing.group.position + drawing.group.size() - drawing.group.rest.size();
     placer.add(drawing.group, 0);
     // The end may be that of a unit's piece, which then holds it, and not the start of the next.
     _groupEnd = placer.placeOf(groupEnd - 1);

@@ -28,7 +28,7 @@ constexpr int rotations[4][4] = {{7, 12, 17, 22}, {5, 9, 14, 20}, {4, 11, 16, 23
 void addBlock(State& state, const std::byte* block) {
     std::uint32_t words[16];
     std::memcpy(words, block, blockSize);
-    auto [a, b, c, d] = state;
+    std::uint32_t a = state[0], b = state[1], c = state[2], d = state[3];
     const auto step = [&](std::uint32_t mixed, std::size_t i, std::size_t word) {
         const std::uint32_t sum = a + mixed + sines()[i] + words[word];
         a = d;
