@@ -265,19 +265,8 @@ int c_table_unmarshal_helper::takeChild(c_node& object, const ClassInfo& info, s
             }
             return takeInGroup(*group.node(), *member.type);
         }
-        case Kind::groups: {
-            auto& groups = *static_cast<ct_container_base*>(holder);
-            const int token = _reader.tokenise(member.type->elementNames);
-            if (token < token_first_name) return keepUnknown();
-            const std::size_t inner = static_cast<std::size_t>(token - token_first_name);
-            if (groups.empty() || !groupTakes(*groups.node(groups.size() - 1), *member.type, inner)) {
-                if (const int code = tooMany(member, groups.size())) return code;
-                groups.addNode(member.type->create());
-                markElementsMissing(*groups.node(groups.size() - 1), *member.type);
-            }
-            if (outermost) _ordinal = static_cast<std::uint32_t>(groups.size());
-            return takeInGroup(*groups.node(groups.size() - 1), *member.type);
-        }
+        case Kind::groups:
+            return takeInGroups(*static_cast<ct_container_base*>(holder), member, outermost);
         default:
             if (isSet(member, holder)) {
                 if (const int code = tooMany(member, 1)) return code;
@@ -288,6 +277,20 @@ int c_table_unmarshal_helper::takeChild(c_node& object, const ClassInfo& info, s
             }
             return readSimpleElement(holder, member);
     }
+}
+
+/// The last group of a list takes the element, or a new one when that has all it may have.
+int c_table_unmarshal_helper::takeInGroups(ct_container_base& groups, const MemberInfo& member, bool outermost) {
+    const int token = _reader.tokenise(member.type->elementNames);
+    if (token < token_first_name) return keepUnknown();
+    const std::size_t inner = static_cast<std::size_t>(token - token_first_name);
+    if (groups.empty() || !groupTakes(*groups.node(groups.size() - 1), *member.type, inner)) {
+        if (const int code = tooMany(member, groups.size())) return code;
+        groups.addNode(member.type->create());
+        markElementsMissing(*groups.node(groups.size() - 1), *member.type);
+    }
+    if (outermost) _ordinal = static_cast<std::uint32_t>(groups.size());
+    return takeInGroup(*groups.node(groups.size() - 1), *member.type);
 }
 
 int c_table_unmarshal_helper::takeInGroup(c_node& group, const ClassInfo& info) {

@@ -10,6 +10,8 @@
 
 namespace bindery {
 
+class ct_container_base;
+
 /// Engine that reads one element, whose start tag the reader has just scanned, up to and with its end tag.
 /// Its handlers say what belongs to which member.
 class c_unmarshal_helper {
@@ -57,6 +59,7 @@ protected:
 private:
     int takeChild(c_node& object, const ClassInfo& info, std::size_t index);
     int takeOption(c_node& object, const ClassInfo& info, std::size_t index);
+    int takeInGroups(ct_container_base& groups, const MemberInfo& member, bool outermost);
     int takeInGroup(c_node& group, const ClassInfo& info);
     int readChild(c_node& child, const ClassInfo& info);
     int readSimpleElement(void* holder, const MemberInfo& member);
