@@ -5,6 +5,8 @@
 #include "biff/book/book_files.cpp"
 #include "biff/book/book_formats.cpp"
 #include "biff/book/book_kept.cpp"
+#include "biff/book/book_names.cpp"
+#include "biff/book/book_pictures.cpp"
 #include "biff/book/book_settings.cpp"
 #include "biff/book/book_sheets.cpp"
 

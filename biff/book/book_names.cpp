@@ -85,7 +85,4 @@ IBookNames::Outside BookImplT<CharT>::outside() {
     return {found.otherBooks, found.addInFunctions, found.ddeLinks, lost};
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

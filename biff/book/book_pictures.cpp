@@ -62,7 +62,4 @@ bool BookImplT<CharT>::pictureSize(int index, int* width, int* height) {
     });
 }
 
-template class BookImplT<char>;
-template class BookImplT<wchar_t>;
-
 }  // namespace vellum

@@ -66,7 +66,4 @@ void SheetImplT<CharT>::copyDrawing(const SheetImplT& source) {
     }
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

@@ -66,7 +66,4 @@ std::vector<SheetShape> SheetImplT<CharT>::shapes() {
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

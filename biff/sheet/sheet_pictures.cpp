@@ -97,7 +97,4 @@ bool SheetImplT<CharT>::removePictureByIndex(int index) {
     });
 }
 
-template class SheetImplT<char>;
-template class SheetImplT<wchar_t>;
-
 }  // namespace vellum

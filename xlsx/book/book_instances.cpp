@@ -3,6 +3,8 @@
 
 #include "xlsx/book/book.cpp"
 #include "xlsx/book/book_load.cpp"
+#include "xlsx/book/book_names.cpp"
+#include "xlsx/book/book_pictures.cpp"
 #include "xlsx/book/book_save.cpp"
 #include "xlsx/book/book_settings.cpp"
 #include "xlsx/book/book_sheets.cpp"

@@ -58,9 +58,4 @@ bool XMLBookImplT<CharT, Tag>::nameAt(int index, IBookNames::Name& name) {
     });
 }
 
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -78,9 +78,4 @@ bool XMLBookImplT<CharT, Tag>::isThumbnail(int index) {
     });
 }
 
-template class XMLBookImplT<char, excelNormal_tag>;
-template class XMLBookImplT<char, excelStrict_tag>;
-template class XMLBookImplT<wchar_t, excelNormal_tag>;
-template class XMLBookImplT<wchar_t, excelStrict_tag>;
-
 }  // namespace vellum

@@ -10,6 +10,7 @@
 #include "xlsx/sheet/sheet_load.cpp"
 #include "xlsx/sheet/sheet_lookup.cpp"
 #include "xlsx/sheet/sheet_merges.cpp"
+#include "xlsx/sheet/sheet_objects.cpp"
 #include "xlsx/sheet/sheet_order.cpp"
 #include "xlsx/sheet/sheet_print.cpp"
 #include "xlsx/sheet/sheet_ranges.cpp"
