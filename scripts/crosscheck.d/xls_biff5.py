@@ -17,8 +17,11 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 SECONDS = 120
 CELL = re.compile(r'<c r="([A-Z]+[0-9]+)"([^>]*)>(.*?)</c>', re.S)
 FORMULA, VALUE = re.compile(r"<f[^>]*>(.*?)</f>", re.S), re.compile(r"<v>(.*?)</v>", re.S)
-# Of the macro functions of a file it takes the last letter of one name to the next.
-MISREAD = {"sjs_biff5_number_format_vietnamese.xls": {"TNUMFM(": "NUMFMT(", "DOFM(": "DOFMT("}}
+# Of the macro functions of a file it takes the last letter of one name to the next. The older tokens for names tell a sheet
+# too, which it shows; the name is the same.
+MISREAD = {"sjs_biff5_number_format_vietnamese.xls": {"TNUMFM(": "NUMFMT(", "DOFM(": "DOFMT("},
+           "sjs_biff5_defined_names_simple.xls": {"-Sheet1!SHEETjs": "-SHEETjs"},
+           "sjs_biff5_named_ranges_2011.xls": {"'Cross-Sheet'!col": "col"}}
 
 
 def cells_of(path, folder):
