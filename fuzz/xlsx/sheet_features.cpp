@@ -104,7 +104,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!book->loadMemory(copy.data(), copy.size()) || book->sheetCount() != sheets) std::abort();
     for (int i = 0; i < std::min(sheets, 8); ++i) {
         Sheet* const sheet = book->getSheet(i);
-        if (sheet && ask(*sheet) != told[static_cast<std::size_t>(i)]) std::abort();
+        const auto& before = told[static_cast<std::size_t>(i)];
+        // A sheet whose prefix nobody declared is found only when it was written anew.
+        if (sheet && !before.empty() && ask(*sheet) != before) std::abort();
     }
     return 0;
 }
