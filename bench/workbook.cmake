@@ -7,3 +7,8 @@ add_dependencies(benches bench_workbook)
 add_executable(bench_layout EXCLUDE_FROM_ALL layout.cpp)
 target_link_libraries(bench_layout PRIVATE quillet_build vellum)
 add_dependencies(benches bench_layout)
+
+# Filters, names, links and rules, each beside what bounds it.
+add_executable(bench_filters EXCLUDE_FROM_ALL filters.cpp)
+target_link_libraries(bench_filters PRIVATE quillet_build vellum)
+add_dependencies(benches bench_filters)

@@ -14,13 +14,13 @@ namespace vellum::xlsx {
 namespace {
 
 template <class Tag>
-class Run {
+class Judge {
 public:
     using Row = typename ooxml::dialect<Tag>::sml::c_CT_Row;
     using Cell = typename ooxml::dialect<Tag>::sml::c_CT_Cell;
     using Filter = typename ooxml::dialect<Tag>::sml::c_CT_AutoFilter;
 
-    Run(Filter& filter, const CellRange& range, FilterBook& book) : _range(range), _reader(book) {
+    Judge(Filter& filter, const CellRange& range, FilterBook& book) : _range(range), _reader(book) {
         for (auto& element : filter.filterColumn()) {
             if (element.colId() > range.colLast - range.colFirst) continue;
             if (auto judge = makeJudge<Tag>(element)) {
@@ -31,30 +31,16 @@ public:
         }
     }
 
-    void run(Rows<Tag>& rows, std::uint32_t endRow) {
-        const std::uint32_t end = std::min(_range.rowLast + 1, endRow);
-        if (_range.rowFirst + 1 >= end) return;
+    Judgement run(const Rows<Tag>& rows, std::uint32_t endRow) {
+        Judgement judgement{{}, _isPartial};
+        const std::uint32_t first = _range.rowFirst + 1, end = std::min(_range.rowLast + 1, endRow);
+        if (first >= end) return judgement;
         look(rows, end);
-        const bool passesMissing = passes(nullptr);
-        std::vector<std::uint32_t> missing;
-        std::uint32_t next = _range.rowFirst + 1;
-        for (std::size_t i = firstRowFrom(rows, next); i < rows.size() && rows[i].r() <= end; ++i) {
-            Row& row = rows[i];
-            for (; next + 1 < row.r(); ++next) {
-                if (!passesMissing) missing.push_back(next);
-            }
-            show(row, passes(&row));
-            next = row.r();
+        judgement.passes.assign(end - first, passes(nullptr));
+        for (std::size_t i = firstRowFrom(rows, first); i < rows.size() && rows[i].r() <= end; ++i) {
+            judgement.passes[rows[i].r() - 1 - first] = passes(&rows[i]);
         }
-        for (; next < end; ++next) {
-            if (!passesMissing) missing.push_back(next);
-        }
-        addRows(rows, missing);
-        std::size_t i = missing.empty() ? 0 : firstRowFrom(rows, missing.front());
-        for (const std::uint32_t row : missing) {
-            while (rows[i].r() != row + 1) ++i;
-            rows[i].hidden(true);
-        }
+        return judgement;
     }
 
 private:
@@ -84,31 +70,56 @@ private:
                            [&](Column& column) { return column.judge->passes(valueIn(row, column), _reader); });
     }
 
-    void show(Row& row, bool passed) {
-        if (!passed) {
-            row.hidden(true);
-        } else if (!_isPartial) {
-            row.unset_hidden();
-        }
-    }
-
     CellRange _range;
     ValueReader<Cell> _reader;
     std::vector<Column> _columns;
-    bool _isPartial = false;  // a column that is not judged here may hide rows
+    bool _isPartial = false;
 };
 
 }  // namespace
 
 template <class Tag>
-void runFilter(typename ooxml::dialect<Tag>::sml::c_CT_AutoFilter& filter, const CellRange& range, Rows<Tag>& rows,
-               std::uint32_t endRow, FilterBook& book) {
-    Run<Tag>(filter, range, book).run(rows, endRow);
+Judgement judgeRows(typename ooxml::dialect<Tag>::sml::c_CT_AutoFilter& filter, const CellRange& range,
+                    const Rows<Tag>& rows, std::uint32_t endRow, FilterBook& book) {
+    return Judge<Tag>(filter, range, book).run(rows, endRow);
 }
 
-template void runFilter<ooxml::excelNormal_tag>(sheet::c_CT_AutoFilter&, const CellRange&,
-                                                Rows<ooxml::excelNormal_tag>&, std::uint32_t, FilterBook&);
-template void runFilter<ooxml::excelStrict_tag>(strict::c_CT_AutoFilter&, const CellRange&,
-                                                Rows<ooxml::excelStrict_tag>&, std::uint32_t, FilterBook&);
+template <class Tag>
+void showRows(const Judgement& judgement, const std::vector<std::uint32_t>& order, const CellRange& range,
+              Rows<Tag>& rows) {
+    const std::uint32_t first = range.rowFirst + 1;
+    const auto count = static_cast<std::uint32_t>(judgement.passes.size());
+    const auto passes = [&](std::uint32_t at) { return judgement.passes[order.empty() ? at : order[at]]; };
+    std::vector<std::uint32_t> missing;
+    std::uint32_t next = 0;  // from the first row
+    const auto missTo = [&](std::uint32_t end) {
+        for (; next < end; ++next) {
+            if (!passes(next)) missing.push_back(first + next);
+        }
+    };
+    for (std::size_t i = firstRowFrom(rows, first); i < rows.size() && rows[i].r() <= first + count; ++i) {
+        missTo(rows[i].r() - 1 - first);
+        if (!passes(next++)) {
+            rows[i].hidden(true);
+        } else if (!judgement.isPartial) {
+            rows[i].unset_hidden();
+        }
+    }
+    missTo(count);
+    addRows(rows, missing);
+    std::size_t i = missing.empty() ? 0 : firstRowFrom(rows, missing.front());
+    for (const std::uint32_t row : missing) {
+        while (rows[i].r() != row + 1) ++i;
+        rows[i].hidden(true);
+    }
+}
+
+#define VELLUM_FILTER_RUN(Tag, family)                                                                             \
+    template Judgement judgeRows<Tag>(family::c_CT_AutoFilter&, const CellRange&, const Rows<Tag>&, std::uint32_t, \
+                                      FilterBook&);                                                                \
+    template void showRows<Tag>(const Judgement&, const std::vector<std::uint32_t>&, const CellRange&, Rows<Tag>&);
+VELLUM_FILTER_RUN(ooxml::excelNormal_tag, sheet)
+VELLUM_FILTER_RUN(ooxml::excelStrict_tag, strict)
+#undef VELLUM_FILTER_RUN
 
 }  // namespace vellum::xlsx

@@ -8,26 +8,23 @@
 
 namespace vellum::xlsx {
 
-/// One value as a sort compares it: texts by their place among all texts of the column.
+/// One value as a sort compares it, in its direction: first by kind, then by place. Texts have their place among all
+/// texts of the column; blank cells come last in either direction.
 struct Ranked {
-    ValueKind kind = ValueKind::blank;
+    int kind = 0;
     double place = 0;
 };
 
-/// The values of one column, row by row.
-struct RankedColumn {
-    std::vector<Ranked> values;
-    bool descending = false;
-};
-
-/// Which row stands at each place, counted from the first row.
-std::vector<std::uint32_t> sortedOrder(const std::vector<RankedColumn>& columns, std::size_t rowCount);
+/// Which row stands at each place, counted from the first row: by the first column, rows that are equal there by the
+/// next one, and as they were after the last. All columns have a value for each row.
+std::vector<std::uint32_t> sortedOrder(const std::vector<std::vector<Ranked>>& columns, std::size_t rowCount);
 
 /// Collects the values of one column.
 template <class Cell>
 class Ranking {
 public:
-    explicit Ranking(ValueReader<Cell>& reader) : _reader(reader) {}
+    Ranking(ValueReader<Cell>& reader, bool descending) : _reader(reader), _descending(descending) {}
+    void reserve(std::size_t rows) { _values.reserve(rows); }
     void add(const Cell* cell);
     /// With the texts in their order.
     std::vector<Ranked> take();
@@ -35,7 +32,10 @@ public:
 private:
     std::size_t textAt(const FilterValue& value);
 
+    std::vector<double> textPlaces() const;
+
     ValueReader<Cell>& _reader;
+    bool _descending;
     std::vector<Ranked> _values;
     std::vector<std::wstring> _texts;    // each one once, as far as the string table has them once
     std::vector<std::size_t> _ofShared;  // place in _texts plus one, by position in the string table

@@ -23,18 +23,17 @@ public:
         findRows();
     }
 
-    bool run(const std::vector<SortKey>& keys, FilterBook& book) {
-        ValueReader<Cell> reader(book);
-        std::vector<RankedColumn> columns;
-        for (const SortKey& key : keys) columns.push_back({ranked(key.col, reader), key.descending});
-        const auto order = sortedOrder(columns, _at.size());
-        if (std::is_sorted(order.begin(), order.end())) return false;
+    std::vector<std::uint32_t> run(const std::vector<SortKey>& keys, FilterBook& book) {
+        const auto order = sortedOrder(ranked(keys, book), _at.size());
+        if (std::is_sorted(order.begin(), order.end())) return {};
         takeBlocks();
         makeRows(order);
-        for (std::uint32_t to = 0; to < order.size(); ++to) {
-            if (!_blocks[order[to]].empty()) putBlock(order[to], to);
+        std::vector<std::uint32_t> places(order.size());
+        for (std::uint32_t to = 0; to < order.size(); ++to) places[order[to]] = to;
+        for (std::uint32_t from = 0; from < places.size(); ++from) {  // cells lie in this order in memory
+            if (!_blocks[from].empty()) putBlock(from, places[from]);
         }
-        return true;
+        return order;
     }
 
 private:
@@ -47,11 +46,20 @@ private:
         }
     }
 
-    std::vector<Ranked> ranked(std::uint32_t col, ValueReader<Cell>& reader) {
-        Ranking<Cell> ranking(reader);
-        std::size_t hint = 0;
-        for (const Row* const row : _at) ranking.add(row ? cellOf(row->c(), col, hint) : nullptr);
-        return ranking.take();
+    /// The values of all keys, in one walk over the rows.
+    std::vector<std::vector<Ranked>> ranked(const std::vector<SortKey>& keys, FilterBook& book) {
+        ValueReader<Cell> reader(book);
+        std::vector<Ranking<Cell>> rankings;
+        for (const SortKey& key : keys) rankings.emplace_back(reader, key.descending).reserve(_at.size());
+        std::vector<std::size_t> hints(keys.size());
+        for (const Row* const row : _at) {
+            for (std::size_t i = 0; i < keys.size(); ++i) {
+                rankings[i].add(row ? cellOf(row->c(), keys[i].col, hints[i]) : nullptr);
+            }
+        }
+        std::vector<std::vector<Ranked>> columns;
+        for (auto& ranking : rankings) columns.push_back(ranking.take());
+        return columns;
     }
 
     /// Takes the cells of the block out of their rows.
@@ -122,14 +130,16 @@ private:
 }  // namespace
 
 template <class Tag>
-bool sortRows(Rows<Tag>& rows, const CellRange& data, std::uint32_t endRow, const std::vector<SortKey>& keys,
-              FilterBook& book) {
+std::vector<std::uint32_t> sortRows(Rows<Tag>& rows, const CellRange& data, std::uint32_t endRow,
+                                    const std::vector<SortKey>& keys, FilterBook& book) {
     return Sort<Tag>(rows, data, endRow).run(keys, book);
 }
 
-template bool sortRows<ooxml::excelNormal_tag>(Rows<ooxml::excelNormal_tag>&, const CellRange&, std::uint32_t,
-                                               const std::vector<SortKey>&, FilterBook&);
-template bool sortRows<ooxml::excelStrict_tag>(Rows<ooxml::excelStrict_tag>&, const CellRange&, std::uint32_t,
-                                               const std::vector<SortKey>&, FilterBook&);
+template std::vector<std::uint32_t> sortRows<ooxml::excelNormal_tag>(Rows<ooxml::excelNormal_tag>&, const CellRange&,
+                                                                     std::uint32_t, const std::vector<SortKey>&,
+                                                                     FilterBook&);
+template std::vector<std::uint32_t> sortRows<ooxml::excelStrict_tag>(Rows<ooxml::excelStrict_tag>&, const CellRange&,
+                                                                     std::uint32_t, const std::vector<SortKey>&,
+                                                                     FilterBook&);
 
 }  // namespace vellum::xlsx

@@ -395,8 +395,8 @@ private:
     void dropFilterElement();
     void dropEmptyFilter();
     void dissolveShared(const CellRange& range);
-    void sortData(typename Sml::c_CT_AutoFilter& filter, CellRange range, std::uint32_t endRow,
-                  xlsx::FilterBook& values);
+    std::vector<std::uint32_t> sortData(typename Sml::c_CT_AutoFilter& filter, CellRange range, std::uint32_t endRow,
+                                        xlsx::FilterBook& values);
 
     // The workbook, and names: sheet_workbook.cpp, sheet_ranges.cpp, sheet_rules.cpp.
     typename Sml::c_CT_Sheet* sheetElement();

@@ -128,24 +128,27 @@ bool XMLSheetImplT<CharT, Tag>::applyFilter() {
         const auto endRow = static_cast<std::uint32_t>(used().rowEnd);
         BookOfFilter<CharT, Tag> values(book());
 
-        sortData(*filter, range, endRow, values);
+        // Cells are judged before they are sorted: their order in memory is the rows' then.
+        const xlsx::Judgement judgement = xlsx::judgeRows<Tag>(*filter, range, *_rows, endRow, values);
+        const auto order = sortData(*filter, range, endRow, values);
         DefinedName& name = book().names().make(filterName, _index);
         name.text(xlsx::absoluteArea(sheet.name, range));
         name.hidden(true);
-        xlsx::runFilter<Tag>(*filter, range, *_rows, endRow, values);
+        xlsx::showRows<Tag>(judgement, order, range, *_rows);
         forgetPlaces();
         return true;
     });
 }
 
+/// Which row's cells each row got; nothing when none moved.
 template <class CharT, class Tag>
-void XMLSheetImplT<CharT, Tag>::sortData(typename Sml::c_CT_AutoFilter& filter, CellRange range, std::uint32_t endRow,
-                                         xlsx::FilterBook& values) {
+std::vector<std::uint32_t> XMLSheetImplT<CharT, Tag>::sortData(typename Sml::c_CT_AutoFilter& filter, CellRange range,
+                                                               std::uint32_t endRow, xlsx::FilterBook& values) {
     const auto keys = xlsx::FilterSort<Tag>(filter).keys(range);
-    if (keys.empty() || range.rowFirst >= range.rowLast) return;
+    if (keys.empty() || range.rowFirst >= range.rowLast) return {};
     ++range.rowFirst;  // the header stays
     dissolveShared(range);
-    xlsx::sortRows<Tag>(*_rows, range, endRow, keys, values);
+    return xlsx::sortRows<Tag>(*_rows, range, endRow, keys, values);
 }
 
 template <class CharT, class Tag>
