@@ -230,6 +230,9 @@ def same_but_known(rid, old, new):
         return new[:len(old)] == old[:len(new)]
     if rid == 146:  # entries that are not there keep the default colours
         return old[2:] == new[2:len(old)]
+    if rid == 449 and len(old) == len(new) == 8:  # readers are asked to calculate: never newer than this engine
+        build = min(int.from_bytes(old[4:], "little"), 114210)
+        return old[:4] == new[:4] and int.from_bytes(new[4:], "little") == build
     if rid in (125, 449, 512, 574, 549, 13, 23):  # longer or shorter forms of the same fields
         n = min(len(old), len(new))
         return len(old) != len(new) and old[:n] == new[:n]

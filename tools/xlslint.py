@@ -303,7 +303,7 @@ class Lint:
             x, y, _, _, active = struct.unpack_from("<HHHHB", record.body)
             exist = {3} | ({1} if x else set()) | ({2} if y else set()) | ({0} if x and y else set())
             selected = {r.body[0] for r in of.get(29, ())}
-            if not x and not y or active not in exist:
+            if active not in exist:  # a pane of 0 by 0, as some files have it, is the lower right one
                 self.fault("Pane %d,%d has pane %d active" % (x, y, active))
             if of.get(29) and (active not in selected or not selected <= exist):
                 self.fault("panes %s exist, %s have selections" % (sorted(exist), sorted(selected)))

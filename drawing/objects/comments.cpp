@@ -49,7 +49,7 @@ void addOlderNote(SheetDrawing& drawing, Notes& notes, DrawingContext& context, 
     Note note;
     note.row = older.row;
     note.col = older.col;
-    note.setAuthor(defaultAuthor);
+    note.setAuthor({});  // the older form has none
     std::optional<AnchorFields> anchor;
     try {
         anchor = commentAnchor(context, {older.row, older.col, 0, 0, 0, 0});
