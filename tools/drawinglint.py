@@ -1,8 +1,10 @@
 """What must hold of the drawings in an Open XML package, beyond what the schemas say; for tools/xlsxlint.py."""
 import collections
+import re
 import xml.etree.ElementTree as ET
 
 LAST_ROW, LAST_COLUMN = 1048575, 16383
+DRAWING = re.compile(rb'<(?:\w+:)?drawing\s[^>]*:id="([^"]*)"')
 SIGNATURES = {"image/png": b"\x89PNG", "image/jpeg": b"\xff\xd8\xff", "image/gif": b"GIF", "image/bmp": b"BM",
               "image/x-emf": b"\1\0", "image/x-wmf": (b"\xd7\xcd\xc6\x9a", b"\1\0"),
               "image/tiff": (b"II*\0", b"MM\0*", b"MM*\0")}
@@ -43,6 +45,13 @@ def image_findings(package, path):
         yield "%s: its bytes are not of the type %s" % (path, package.type_of(path))
 
 
+def drawing_of(package, path):
+    """The part that a worksheet's `drawing` leads to, with the type of the relationship; None without one."""
+    wanted = DRAWING.search(package.parts[path])
+    rows = package.relationships_of(path) if wanted else []
+    return next(((r[2], r[1]) for r in rows if r[0].encode() == wanted[1]), None)
+
+
 def findings(package):
     owners = collections.Counter()
     for path in sorted(package.parts):
@@ -50,10 +59,10 @@ def findings(package):
         if kind.endswith("officedocument.drawing+xml"):
             yield from drawing_findings(package, path)
         elif kind.endswith("spreadsheetml.worksheet+xml"):
-            drawings = [r[2] for r in package.relationships_of(path) if r[1].endswith("relationships/drawing")]
-            owners.update(set(drawings))
-            if len(drawings) > 1:
-                yield "%s: has %d drawings" % (path, len(drawings))
+            target, how = drawing_of(package, path) or (None, None)
+            if target and not how.endswith("/drawing"):
+                yield "%s: its drawing is a relationship of type %s" % (path, how)
+            owners.update([target] if target else [])
         elif kind.startswith("image"):
             yield from image_findings(package, path)
     for path, count in owners.items():
