@@ -70,14 +70,24 @@ protected:
 };
 INSTANTIATE_FOR_EACH_ENGINE(Operations);
 
+/// The operations that docs/status.md lists for the files of an engine.
+std::set<std::string> saidToBeMissing(const std::string& extension) {
+    const std::string status = fileText("docs/status.md");
+    const std::size_t section = status.find("## Operations that are not there yet");
+    const std::size_t from = status.find("or " + extension + " files:", section);
+    std::set<std::string> names;
+    if (section == std::string::npos || from == std::string::npos) return names;
+    const std::size_t end = std::min(status.find("\nFor .", from), status.find("\n## ", from));
+    const std::string list = status.substr(from, end - from);
+    const std::regex name("`(\\w+)`");
+    for (std::sregex_iterator at(list.begin(), list.end(), name), last; at != last; ++at) names.insert((*at)[1]);
+    return names;
+}
+
 TEST_P(Operations, ThatAreMissingStandInTheStatus) {
     callAll();
-    const std::string status = fileText("docs/status.md");
-    std::string unsaid;
-    for (const std::string& name : missing) {
-        if (status.find('`' + name + '`') == std::string::npos) unsaid += name + ' ';
-    }
-    EXPECT_EQ(unsaid, "") << "docs/status.md has to name them";
+    EXPECT_EQ(missing, saidToBeMissing(isBinary() ? ".xls" : ".xlsx"))
+        << "docs/status.md lists what says \"" << notBuilt << '"';
 }
 
 /// The lists of operations.h are complete.
