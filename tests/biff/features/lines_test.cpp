@@ -1,5 +1,5 @@
 // Inserting and removing of rows and columns: cells, formulas that share tokens, arrays, merged blocks, heights.
-#include <chrono>
+#include <ctime>
 
 #include "tests/biff/sheet/fixture.h"
 
@@ -256,12 +256,12 @@ TEST(MovedLines, ArraysMoveWholeOrNotAtAll) {
 TEST(MovedLines, ManyRowsOneByOne) {
     NewSheet s;
     for (int row = 0; row < 20000; ++row) s.sheet->writeNumber(row, 0, row);
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();  // of this process, whatever else the machine does
     for (int i = 0; i < 50; ++i) {
         EXPECT_TRUE(s.sheet->insertRows(10, 10));
         EXPECT_TRUE(s.sheet->removeRows(10, 10));
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
     EXPECT_EQ(s.sheet->readNumber(19999, 0), 19999);
 }
 
