@@ -163,7 +163,7 @@ private:
     bool loadNamed(const CharT* path, const CharT* tempFile, LoadScope scope);
 
     void prepareSave();
-    bool isKept(std::string_view path, const XFile& part) const;
+    bool isKept(std::string_view path, const XFile* part) const;
     void dropCalcChain();
     void dropDangling();
     void setMainTypeByName(std::string_view path);

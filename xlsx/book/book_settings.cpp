@@ -134,24 +134,25 @@ bool XMLBookImplT<CharT, Tag>::isWriteProtected() {
     return this->_root.isset_fileSharing();
 }
 
-/// Whether a part is passed through as bytes that nobody asks for; pictures are given out.
+/// Whether a part is passed through as bytes that nobody asks for; pictures are given out. The book's own place in the
+/// map is null.
 template <class CharT, class Tag>
-bool XMLBookImplT<CharT, Tag>::isKept(std::string_view path, const XFile& part) const {
-    return dynamic_cast<const BinaryFile*>(&part) && _pictures.indexOfPath(path) < 0;
+bool XMLBookImplT<CharT, Tag>::isKept(std::string_view path, const XFile* part) const {
+    return dynamic_cast<const BinaryFile*>(part) && _pictures.indexOfPath(path) < 0;
 }
 
 /// In the order of their names.
 template <class CharT, class Tag>
 int XMLBookImplT<CharT, Tag>::keptTotal() {
     int count = 0;
-    for (const auto& [path, part] : _parts) count += isKept(path, *part);
+    for (const auto& [path, part] : _parts) count += isKept(path, part.get());
     return count;
 }
 
 template <class CharT, class Tag>
 const char* XMLBookImplT<CharT, Tag>::keptAt(int index, std::size_t* size) {
     for (const auto& [path, part] : _parts) {
-        if (!isKept(path, *part) || index-- != 0) continue;
+        if (!isKept(path, part.get()) || index-- != 0) continue;
         put(size, dynamic_cast<const BinaryFile&>(*part).bytes().size());
         return path.c_str();
     }
