@@ -131,11 +131,13 @@ std::wstring absoluteColumns(std::wstring_view sheet, std::uint32_t first, std::
 
 std::wstring movedAreas(std::wstring_view text, std::wstring_view sheet, const CellMove& move) {
     std::wstring result;
+    bool isFirst = true;
     for (const std::wstring_view area : areasOf(text)) {
         const auto moved = movedArea(area, sheet, move);
         if (!moved) continue;
-        if (!result.empty()) result += L',';
+        if (!isFirst) result += L',';
         result += *moved;
+        isFirst = false;
     }
     return result;
 }

@@ -67,6 +67,7 @@ TEST(MovedNames, EachPieceOfTheSheetFollows) {
         {L"'[1]A, ''b''!'!$A$5", remove, L"'[1]A, ''b''!'!$A$5"},
         {L"\"text\"", remove, L"\"text\""},
         {L"", remove, L""},
+        {L",Other!$A$5,,", remove, L",Other!$A$5,,"},
     };
     for (const auto& c : cases) EXPECT_EQ(xlsx::movedAreas(c.text, L"A, 'b'!", c.move), c.moved) << c.text;
 }
