@@ -35,10 +35,26 @@ void checkMoves(const std::wstring& text, const std::wstring& sheet, CellMove mo
     }
 }
 
+/// Whether quotes begin behind a word, or never end, as in no formula: a name that loses its quotes would run into it.
+bool hasStrayQuotes(const std::wstring& text) {
+    constexpr std::wstring_view inFront = L" +-*/^&=<>,;:(){}!";
+    bool open = false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != L'\'') continue;
+        if (!open && at > 0 && inFront.find(text[at - 1]) == std::wstring_view::npos) return true;
+        if (open && at + 1 < text.size() && text[at + 1] == L'\'') {
+            ++at;
+        } else {
+            open = !open;
+        }
+    }
+    return open;
+}
+
 /// A name that stands nowhere in the text takes the place of one, and gives it back.
 void checkNames(const std::wstring& text, const std::wstring& sheet) {
     const std::wstring other = L"another 'sheet'";
-    if (sheet.empty() || foldedSheetName(text).find(L"another") != std::wstring::npos) return;
+    if (sheet.empty() || hasStrayQuotes(text) || foldedSheetName(text).find(L"another") != std::wstring::npos) return;
     if (foldedSheetName(sheet).find(L"another") != std::wstring::npos) return;
     const std::wstring there = withSheetRenamed(text, sheet, other);
     const std::wstring back = withSheetRenamed(there, other, sheet);
