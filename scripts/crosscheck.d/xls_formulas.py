@@ -22,6 +22,7 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 sys.path += [os.path.join(ROOT, "tools"), os.path.dirname(os.path.abspath(__file__))]
 from formula_text import has_substitute, letters, normal, of_package, shortened  # noqa: E402
 from libreoffice import convert  # noqa: E402
+import steady  # noqa: E402
 import xlscompare  # noqa: E402
 
 SECONDS = 120
@@ -127,12 +128,7 @@ def rewritten(path, folder, tool, ours, count):
         return count.faults.append("%s: gnumeric does not take it any more" % name)
     compare(ours, after, name, count, "gnumeric, rewritten")
     old, new = values(path, folder), values(out, folder)
-    changed = [(a, b) for a, b in zip(old, new) if a != b]
-    for _ in range(8):  # random numbers and the time change by themselves, small ones not each time
-        if not changed:
-            break
-        again = values(path, folder)
-        changed = [(a, b) for a, b in changed if a in again]
+    changed = steady.changes(old, new, lambda: values(path, folder))
     if len(old) != len(new) or changed:
         count.faults.append("%s: other values: %s" % (name, changed[:1] or (len(old), len(new))))
     count["files of the same values"] += not changed

@@ -17,6 +17,7 @@ import tempfile
 
 sys.dont_write_bytecode = True
 import libreoffice  # noqa: E402
+import steady  # noqa: E402
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 SECONDS = 120
@@ -95,8 +96,6 @@ def each(lines_of):
 def compare(reader, pairs):
     """Gives (path, fault or None) for each pair that the reader has an opinion on."""
     lines = reader([path for pair in pairs for path in pair])
-    differ = [(path, saved) for path, saved in pairs if path in lines and lines[path] != lines.get(saved)]
-    again = reader([path for path, _ in differ])
     for path, saved in pairs:
         if path not in lines:
             continue
@@ -104,7 +103,7 @@ def compare(reader, pairs):
             yield path, "does not take the saved file"
             continue
         before, after = lines[path], lines[saved]
-        changed = [(a, b) for a, b, c in zip(before, after, again.get(path, before)) if a != b and a == c]
+        changed = steady.changes(before, after, lambda: reader([path]).get(path, []))
         if len(before) != len(after) or changed:
             first = changed[0] if changed else (len(before), len(after))
             yield path, "%s became %s" % (str(first[0])[:100], str(first[1])[:100])
