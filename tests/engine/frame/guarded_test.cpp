@@ -7,9 +7,6 @@
 
 #include "engine/api/enums.h"
 #include "engine/base/book_base.h"
-#include "engine/base/font_base.h"
-#include "engine/base/format_base.h"
-#include "engine/base/rich_string_base.h"
 #include "engine/base/sheet_base.h"
 #include "engine/failure/vlerror.h"
 
@@ -50,9 +47,9 @@ struct EmptyBook final : BookBaseT<CharT> {
     void release() override {}
 };
 
-template <class CharT, template <class> class Base>
-struct EmptyPart final : Base<CharT> {
-    explicit EmptyPart(LastError& last) : _last(last) {}
+template <class CharT>
+struct EmptySheet final : SheetBaseT<CharT> {
+    explicit EmptySheet(LastError& last) : _last(last) {}
     LastError& lastError() noexcept override { return _last; }
     LastError& _last;
 };
@@ -76,19 +73,12 @@ TYPED_TEST(NotBuilt, OperationsFailWithTheInterfacesValueAndTheText) {
     EXPECT_EQ(book.pictureAt(0, nullptr, nullptr), 255);
     EXPECT_EQ(book.errorMessage(), text);
 
-    EmptyPart<TypeParam, SheetBaseT> sheet(book.lastError());
+    EmptySheet<TypeParam> sheet(book.lastError());
     book.setLocale("C");
     EXPECT_EQ(sheet.columnWidth(0), -1.0);
     EXPECT_EQ(sheet.readError(0, 0, nullptr), 255);
     EXPECT_EQ(sheet.mergeTotal(), -1);
     EXPECT_EQ(book.errorMessage(), text);
-
-    EmptyPart<TypeParam, FormatBaseT> format(book.lastError());
-    book.setLocale("C");
-    format.setNumFormat(3);
-    EXPECT_EQ(book.errorMessage(), text);
-    EXPECT_EQ((EmptyPart<TypeParam, FontBaseT>(book.lastError()).size()), 0);
-    EXPECT_EQ((EmptyPart<TypeParam, RichStringBaseT>(book.lastError()).addFont(nullptr)), nullptr);
 }
 
 }  // namespace
