@@ -7,7 +7,7 @@
 #include "biff/sheet/book_context.h"
 #include "biff/sheet/sheet_parts.h"
 #include "engine/api/iobjects.h"
-#include "engine/base/sheet_base.h"
+#include "engine/api/isheet.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
 #include "formula/compiling/formula_from_text.h"
@@ -26,9 +26,9 @@ struct MovedLines;
 /// A sheet of 65536 rows by 256 columns. Owned by its book; not to be used from two threads at once.
 /// Strings that it returns live until the next operation on the same sheet that returns one.
 template <class CharT>
-class SheetImplT final : public SheetBaseT<CharT>, public ISheetObjects<CharT> {
+class SheetImplT final : public ISheetT<CharT>, public ISheetCells, public ISheetObjects<CharT> {
 public:
-    using typename SheetBaseT<CharT>::Format;
+    using typename ISheetT<CharT>::Format;
 
     explicit SheetImplT(BookContext<CharT>& book);
 
@@ -252,7 +252,7 @@ public:
     IFormControlT<CharT>* formControlAt(int) override { return nullptr; }
 
 protected:
-    LastError& lastError() noexcept override { return _book.lastError(); }
+    LastError& lastError() noexcept { return _book.lastError(); }
 
 private:
     /// A checked place of a cell.

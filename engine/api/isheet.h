@@ -243,7 +243,7 @@ public:
 };
 
 /// The walk over the cells that are there: what a visitor of all cells uses, since the used area of a sparse
-/// sheet may be huge. Both engines' sheets have it, see SheetBaseT.
+/// sheet may be huge. Both engines' sheets have it.
 class ISheetCells {
 public:
     /// Moves (row, col) to the first cell at or behind it, in row order, whose `cellType` is not empty or that holds

@@ -5,7 +5,6 @@ namespace vellum::msg {
 
 inline constexpr const char* ok = "ok";
 inline constexpr const char* generalFailure = "general failure";
-inline constexpr const char* notAvailable = "function is not available yet";
 
 inline constexpr const char* colOutOfRange = "col must be in range 0-16383";
 inline constexpr const char* rowOutOfRange = "row must be in range 0-1048575";

@@ -113,6 +113,7 @@ public:
     const char* keptAt(int index, std::size_t* size) override;
     int nameTotal() override;
     bool nameAt(int index, IBookNames::Name& name) override;
+    IBookNames::Outside outside() override;
     void release() override;
 
     // For the book's parts.

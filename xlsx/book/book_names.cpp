@@ -58,4 +58,20 @@ bool XMLBookImplT<CharT, Tag>::nameAt(int index, IBookNames::Name& name) {
     });
 }
 
+/// Each link has a part of its own, which is passed through; its first elements tell what it leads to.
+template <class CharT, class Tag>
+IBookNames::Outside XMLBookImplT<CharT, Tag>::outside() {
+    constexpr std::size_t head = 4096;
+    IBookNames::Outside found;
+    for (const auto& [path, part] : _parts) {
+        const auto* const kept = dynamic_cast<const BinaryFile*>(part.get());
+        if (kept == nullptr) continue;
+        const std::string_view bytes = kept->bytes().substr(0, head);
+        if (bytes.find("externalLink") == std::string_view::npos) continue;
+        found.otherBooks += bytes.find("externalBook ") != std::string_view::npos;
+        found.ddeLinks += bytes.find("ddeLink ") != std::string_view::npos;
+    }
+    return found;
+}
+
 }  // namespace vellum

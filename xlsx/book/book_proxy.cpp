@@ -103,6 +103,11 @@ bool XMLBookProxy<CharT>::nameAt(int index, IBookNames::Name& name) {
 }
 
 template <class CharT>
+IBookNames::Outside XMLBookProxy<CharT>::outside() {
+    return dynamic_cast<IBookNames&>(*_book).outside();
+}
+
+template <class CharT>
 bool XMLBookProxy<CharT>::pictureSize(int index, int* width, int* height) {
     return dynamic_cast<IBookPictures&>(*_book).pictureSize(index, width, height);
 }

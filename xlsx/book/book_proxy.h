@@ -28,7 +28,7 @@ public:
     const char* keptAt(int index, std::size_t* size) override;
     int nameTotal() override;
     bool nameAt(int index, IBookNames::Name& name) override;
-    IBookNames::Outside outside() override { return {}; }
+    IBookNames::Outside outside() override;
     bool pictureSize(int index, int* width, int* height) override;
     bool isThumbnail(int index) override;
 

@@ -61,7 +61,7 @@ protected:
 //   Styles<CharT, Tag>          : XmlFile<dialect::c_styleSheet>; Styles() is the default list of a new book,
 //                                 Styles(PartBytes); attach(BookContextT&), setTheme(XMLTheme<Tag>*)
 //   SharedStrings<CharT, Tag>   : XmlFile<dialect::c_sst>; SharedStrings(), SharedStrings(PartBytes)
-//   XMLSheetImplT<CharT, Tag>   : SheetBaseT<CharT>, XmlFile<dialect::c_worksheet>; XMLSheetImplT() is an empty sheet,
+//   XMLSheetImplT<CharT, Tag>   : ISheetT<CharT>, XmlFile<dialect::c_worksheet>; XMLSheetImplT() is an empty sheet,
 //                                 XMLSheetImplT(PartBytes, firstRow, lastRow) with -1 for all rows, a copy constructor
 //                                 that clones the tree; bind(BookContextT&, sheetIndex)
 //   XMLTheme<Tag>               : XmlFile<dialect::c_theme>

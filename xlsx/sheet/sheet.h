@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "engine/api/iobjects.h"
-#include "engine/base/sheet_base.h"
+#include "engine/api/isheet.h"
 #include "engine/facts/cell_address.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
@@ -44,12 +44,13 @@ class Comments;
 /// out; not to be used from two threads at once. Strings that it returns live until its next operation that returns
 /// one.
 template <class CharT, class Tag>
-class XMLSheetImplT final : public SheetBaseT<CharT>,
+class XMLSheetImplT final : public ISheetT<CharT>,
+                            public ISheetCells,
                             public XmlFile<typename ooxml::dialect<Tag>::c_worksheet>,
                             public ISheetObjects<CharT>,
                             private xlsx::CellPixels {
 public:
-    using typename SheetBaseT<CharT>::Format;
+    using typename ISheetT<CharT>::Format;
 
     // Loading, copying, saving: sheet_load.cpp.
 
@@ -269,7 +270,7 @@ public:
                          int* totalsRows) override;
 
 protected:
-    LastError& lastError() noexcept override { return _book ? _book->lastError() : _ownError; }
+    LastError& lastError() noexcept { return _book ? _book->lastError() : _ownError; }
     void beforeWrite() override;
 
 private:

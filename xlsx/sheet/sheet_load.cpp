@@ -79,8 +79,7 @@ XMLSheetImplT<CharT, Tag>::XMLSheetImplT(const PartBytes& part, int firstRow, in
 
 template <class CharT, class Tag>
 XMLSheetImplT<CharT, Tag>::XMLSheetImplT(const XMLSheetImplT& source)
-    : SheetBaseT<CharT>(),
-      XmlFile<typename ooxml::dialect<Tag>::c_worksheet>(source),
+    : XmlFile<typename ooxml::dialect<Tag>::c_worksheet>(source),
       _numbered(source._numbered),
       _changed(source._changed),
       _firstLoadedRow(source._firstLoadedRow),

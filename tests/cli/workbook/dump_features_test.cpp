@@ -5,14 +5,14 @@
 
 #include <sstream>
 
-#include "engine/base/book_base.h"
-#include "engine/base/sheet_base.h"
+#include "tests/support/absent_book.h"
+#include "tests/support/absent_sheet.h"
 
 namespace cli {
 namespace {
 
-/// Has some features; the others fail as the base does.
-struct FakeSheet final : vellum::SheetBaseT<char> {
+/// Has some features; the others fail.
+struct FakeSheet final : vellum::AbsentSheet {
     explicit FakeSheet(vellum::LastError& error) : last(error) {}
     vellum::LastError& last;
 
@@ -54,9 +54,8 @@ struct FakeSheet final : vellum::SheetBaseT<char> {
     bool isColumnHidden(int) override { return false; }
 };
 
-struct FakeBook final : vellum::BookBaseT<char> {
+struct FakeBook final : vellum::AbsentBook {
     FakeSheet sheet{_lastError};
-    void release() override {}
     int binaryVersion() override { return 0x600; }
 };
 

@@ -8,8 +8,8 @@
 
 #include "cli/workbook/resave.h"
 #include "engine/api/enums.h"
-#include "engine/base/book_base.h"
-#include "engine/base/sheet_base.h"
+#include "tests/support/absent_book.h"
+#include "tests/support/absent_sheet.h"
 
 namespace cli {
 namespace {
@@ -21,8 +21,8 @@ struct Cell {
     bool formula = false;
 };
 
-/// A sheet that shows the cells of a map through the base's own walk.
-struct FakeSheet final : vellum::SheetBaseT<char> {
+/// A sheet that shows the cells of a map through a walk over all of them.
+struct FakeSheet final : vellum::AbsentSheet {
     explicit FakeSheet(vellum::LastError& error) : last(error) {}
     vellum::LastError& last;
     std::map<std::pair<int, int>, Cell> cells;
@@ -53,9 +53,8 @@ struct FakeSheet final : vellum::SheetBaseT<char> {
     int readError(int row, int col, Format**) override { return static_cast<int>(find(row, col)->number); }
 };
 
-struct FakeBook final : vellum::BookBaseT<char> {
+struct FakeBook final : vellum::AbsentBook {
     FakeSheet sheet{_lastError};
-    void release() override {}
     int sheetCount() override { return 3; }
     const char* sheetNameAt(int index) override { return index == 0 ? "S \"1\"" : "C"; }
     int sheetKindAt(int index) override { return index; }

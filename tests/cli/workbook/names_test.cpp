@@ -6,16 +6,15 @@
 
 #include "cli/workbook/dump_names.h"
 #include "cli/workbook/info_names.h"
-#include "engine/base/book_base.h"
+#include "tests/support/absent_book.h"
 
 namespace cli {
 namespace {
 
-struct NamedBook final : vellum::BookBaseT<char> {
+struct NamedBook final : vellum::AbsentBook {
     std::vector<vellum::IBookNames::Name> names;
     vellum::IBookNames::Outside refers;
 
-    void release() override {}
     const char* sheetNameAt(int index) override { return index == 1 ? "Two" : "One"; }
     int nameTotal() override { return static_cast<int>(names.size()); }
     bool nameAt(int index, vellum::IBookNames::Name& name) override {

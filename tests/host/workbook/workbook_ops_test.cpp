@@ -3,14 +3,14 @@
 #include <map>
 #include <utility>
 
-#include "engine/base/sheet_base.h"
 #include "host/sources/table_ops.h"
+#include "tests/support/absent_sheet.h"
 
 namespace quillet {
 namespace {
 
 /// A sheet that answers what the test put into it.
-struct FakeSheet final : vellum::SheetBaseT<char> {
+struct FakeSheet final : vellum::AbsentSheet {
     vellum::LastError last;
     int bounds[4] = {0, 0, 0, 0};      // first row, end row, first column, end column
     int nameBounds[4] = {1, 2, 3, 4};  // first row, last row, first column, last column

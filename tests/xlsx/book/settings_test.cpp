@@ -77,5 +77,16 @@ TEST(Settings, OtherFacts) {
     EXPECT_STREQ(book->errorMessage(), "setlocale error (2)");
 }
 
+TEST(Settings, LinksOutOfTheBookAreCounted) {
+    const std::string open = "<externalLink xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><";
+    const BookPtr book = newBook();
+    ASSERT_TRUE(load(*book, samplePackageBytes(1, {{"xl/externalLinks/a.xml", open + "externalBook r:id=\"rId1\"/>"},
+                                                   {"xl/externalLinks/b.xml", open + "ddeLink ddeService=\"s\"/>"},
+                                                   {"xl/other.xml", "<externalBook />"}})));
+    const auto outside = dynamic_cast<IBookNames&>(*book).outside();
+    EXPECT_EQ(outside.otherBooks, 1);
+    EXPECT_EQ(outside.ddeLinks, 1);
+}
+
 }  // namespace
 }  // namespace vellum
