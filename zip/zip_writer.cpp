@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <new>
 
 #include "zip/zip_memory_buffer.h"
 
@@ -82,6 +83,16 @@ uLong nameFlag(const std::string& name) {
     return !isAscii && utf8::is_valid(name.begin(), name.end()) ? utf8Name : 0;
 }
 
+/// Memory that is short is a failure like any other.
+template <class Step>
+bool succeeds(Step&& step) {
+    try {
+        return step();
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 }  // namespace
 
 bool ZipWriter::createFile(const std::string& path) {
@@ -102,30 +113,40 @@ bool ZipWriter::openEntry(const std::string& name) {
     if (!isOpen() || _entryOpen) return false;
     const zip_fileinfo info = entryInfo();
     constexpr int memoryLevel = 8;
+    constexpr int raw = 1;  // compressed here
     constexpr int zip64 = 1;
-    _entryOpen = zipOpenNewFileInZip4_64(_archive, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
-                                         Z_DEFAULT_COMPRESSION, 0, -MAX_WBITS, memoryLevel, Z_DEFAULT_STRATEGY, nullptr,
-                                         0, 0, nameFlag(name), zip64) == ZIP_OK;
-    return _entryOpen;
+    if (zipOpenNewFileInZip4_64(_archive, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
+                                Z_DEFAULT_COMPRESSION, raw, -MAX_WBITS, memoryLevel, Z_DEFAULT_STRATEGY, nullptr, 0, 0,
+                                nameFlag(name), zip64) != ZIP_OK) {
+        return false;
+    }
+    _entryOpen = true;
+    _entryFailed = !succeeds([this] {
+        if (!_deflater) _deflater = std::make_unique<EntryDeflater>(static_cast<DeflatedSink&>(*this));
+        _deflater->begin();
+        return true;
+    });
+    return !_entryFailed;
 }
 
 bool ZipWriter::writeEntry(const void* bytes, std::size_t count) {
-    constexpr std::size_t longest = 1 << 30;  // minizip counts in 32 bits
-    if (!_entryOpen) return false;
-    const auto* at = static_cast<const char*>(bytes);
-    while (count > 0) {
-        const std::size_t part = std::min(count, longest);
-        if (zipWriteInFileInZip(_archive, at, static_cast<unsigned>(part)) != ZIP_OK) return false;
-        at += part;
-        count -= part;
-    }
-    return true;
+    if (!_entryOpen || _entryFailed) return false;
+    _entryFailed = !succeeds([&] { return _deflater->write(bytes, count); });
+    return !_entryFailed;
+}
+
+/// Blocks are small: their size is far from what minizip counts in 32 bits.
+bool ZipWriter::take(std::span<const unsigned char> deflated) {
+    return zipWriteInFileInZip(_archive, deflated.data(), static_cast<unsigned>(deflated.size())) == ZIP_OK;
 }
 
 bool ZipWriter::closeEntry() {
     if (!_entryOpen) return true;
     _entryOpen = false;
-    return zipCloseFileInZip(_archive) == ZIP_OK;
+    const bool written = !_entryFailed && succeeds([this] { return _deflater->end(); });
+    const std::uint64_t size = written ? _deflater->size() : 0;
+    const std::uint32_t crc = written ? _deflater->crc() : 0;
+    return zipCloseFileInZipRaw64(_archive, size, crc) == ZIP_OK && written;
 }
 
 bool ZipWriter::close() {
@@ -133,6 +154,7 @@ bool ZipWriter::close() {
     const bool entryClosed = closeEntry();
     const bool archiveClosed = zipClose(_archive, nullptr) == ZIP_OK;
     _archive = nullptr;
+    _deflater.reset();
     return entryClosed && archiveClosed;
 }
 

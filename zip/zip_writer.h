@@ -1,16 +1,20 @@
 // Archives that are written entry by entry, as streams.
 #pragma once
 #include <cstddef>
+#include <memory>
+#include <span>
 #include <string>
+
+#include "zip/entry_deflater.h"
 
 namespace zip {
 
 class ZipMemoryBuffer;
 
-/// Deflates entries at the default level into a new archive, in a file (no side file is used) or in a buffer that
-/// outlives the writer. Operations answer false on failure; what to say of it is the caller's. Closes itself at the end
-/// of its life.
-class ZipWriter {
+/// Deflates entries into a new archive, in a file (no side file is used) or in a buffer that outlives the writer.
+/// Threads of its own help with large entries; the archive does not depend on their number. Operations answer false on
+/// failure; what to say of it is the caller's. Closes itself at the end of its life.
+class ZipWriter final : private DeflatedSink {
 public:
     ZipWriter() = default;
     ~ZipWriter() { close(); }
@@ -31,8 +35,12 @@ public:
     bool close();
 
 private:
+    bool take(std::span<const unsigned char> deflated) override;
+
     void* _archive = nullptr;  // minizip's handle
+    std::unique_ptr<EntryDeflater> _deflater;
     bool _entryOpen = false;
+    bool _entryFailed = false;
 };
 
 }  // namespace zip
