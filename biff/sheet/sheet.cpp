@@ -5,6 +5,7 @@
 #include "biff/cells/biff5_formulas.h"
 #include "biff/names/defined_names.h"
 #include "biff/sheet/drawing_surroundings.h"
+#include "biff/sheet/foreign_sheet.h"
 #include "biff/strings/str_map.h"
 #include "engine/text/string_pool.h"
 #include "formula/formula_context.h"
@@ -37,6 +38,7 @@ public:
         _to.features = _from.features;
         if (!sameBook()) _to.features.shared.remove(FeatureType::smartTags);  // their kinds stand in the globals
         _to.foreign = _from.foreign;
+        biff::forEachForeignString(_to.foreign, [this](std::uint32_t isst) { _book.strings().noteUse(isst); });
         copyKept();
         for (Row row : _from.rows.rows()) {
             if (!sameBook()) row.ixfe = static_cast<std::uint16_t>((row.ixfe & ~Row::formatMask) | formatOf(row));
@@ -193,6 +195,7 @@ void SheetImplT<CharT>::cloneFrom(const SheetImplT& source) {
 template <class CharT>
 void SheetImplT<CharT>::releaseStrings() {
     for (const LabelSstCell& cell : _parts.cells.template all<LabelSstCell>()) _book.strings().dropUse(cell.isst);
+    biff::forEachForeignString(_parts.foreign, [this](std::uint32_t isst) { _book.strings().dropUse(isst); });
 }
 
 }  // namespace vellum

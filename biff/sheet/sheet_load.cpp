@@ -10,6 +10,7 @@
 #include "biff/container/xls.h"
 #include "biff/features/tables.h"
 #include "biff/records/raw_record.h"
+#include "biff/sheet/foreign_sheet.h"
 #include "biff/sheet/sheet_parts.h"
 #include "biff/strings/str_map.h"
 
@@ -67,6 +68,8 @@ private:
         };
         keep(_bofWire);
         eachOfSubstream(keep);
+        // A text that a macro shows must not change when a cell which shows it too is written.
+        biff::forEachForeignString(_sheet.foreign, [this](std::uint32_t isst) { _source.strings.noteUse(isst); });
     }
 
     // From behind a Bof to the EOF that closes it.

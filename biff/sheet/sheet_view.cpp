@@ -1,9 +1,8 @@
 // View and print flags of a sheet, its name and state, and operations that binary sheets have not.
 #include <span>
 
-#include "biff/container/cursor.h"
 #include "biff/container/messages.h"
-#include "biff/container/record_ids.h"
+#include "biff/sheet/foreign_sheet.h"
 #include "biff/sheet/sheet_change.h"
 #include "engine/failure/messages.h"
 
@@ -16,15 +15,11 @@ void setFlag(std::uint16_t& flags, std::uint16_t mask, bool on) {
 
 // Where a chart or macro sheet, kept as bytes, has the flags of its Window2; null when it has none.
 std::byte* flagsOfForeign(std::span<std::byte> wire) {
-    int depth = 0;
-    while (wire.size() >= recordHeaderSize) {
-        const auto id = loadLe<std::uint16_t>(wire.data());
-        const std::size_t size = loadLe<std::uint16_t>(wire.data() + sizeof id);
-        depth += (id == record_id::Bof) - (id == record_id::Eof);
-        if (id == record_id::Window2 && depth == 1 && size >= sizeof(std::uint16_t)) return &wire[recordHeaderSize];
-        wire = wire.subspan(recordHeaderSize + size);
-    }
-    return nullptr;
+    std::byte* flags = nullptr;
+    biff::forEachForeignRecord(wire, [&](std::uint16_t id, std::span<std::byte> body, int depth) {
+        if (id == record_id::Window2 && depth == 1 && body.size() >= sizeof(std::uint16_t)) flags = body.data();
+    });
+    return flags;
 }
 
 }  // namespace

@@ -243,6 +243,45 @@ TEST(SheetLoad, UsesOfAStringWithoutThoseWrittenOver) {
     EXPECT_EQ(only(recordsOf(saved(*book)), 252).at(0).body, hex("03000000 02000000 0100 01 7A00 0100 00 62"));
 }
 
+// A macro sheet, of which the bytes are kept, shows the second string: it is not changed in its place as long as the
+// sheet, or a copy of it, is there.
+TEST(SheetLoad, StringsOfMacroSheetsAreUses) {
+    const Record macroBof{2057, hex("0006 4000 BB0D CC07 41000000 06000000")};
+    Record macro = boundSheet("M");
+    macro.body[5] = std::byte{1};
+    const std::vector<Record> records{bof8,
+                                      {252, hex("03000000 02000000 0100 00 61 0100 00 62")},
+                                      boundSheet("S"),
+                                      macro,
+                                      eof,
+                                      sheetBof8,
+                                      {253, hex("0000 0000 0F00 00000000")},
+                                      {253, hex("0100 0000 0F00 01000000")},
+                                      eof,
+                                      macroBof,
+                                      {253, hex("0000 0000 0F00 01000000")},
+                                      {253, hex("0000 0100 0F00 09000000")},  // of no string
+                                      {253, hex("0000 0100")},
+                                      eof};
+    const auto written = [](IBookT<char>& book) {
+        auto* const sheet = book.getSheet(0);
+        return sheet->writeString(0, 0, "x") && sheet->writeString(1, 0, "y")
+                   ? only(recordsOf(saved(book)), 252)[0].body
+                   : Bytes();
+    };
+    const Book book = loaded(compoundFile(records));
+    EXPECT_EQ(written(*book), hex("04000000 03000000 0100 01 7800 0100 00 62 0100 01 7900")) << book->errorMessage();
+
+    const Book removed = loaded(compoundFile(records));
+    ASSERT_TRUE(removed->removeSheet(1));
+    EXPECT_EQ(written(*removed), hex("03000000 02000000 0100 01 7800 0100 01 7900"));
+
+    const Book copied = loaded(compoundFile(records));
+    ASSERT_NE(copied->addSheet("C", copied->getSheet(1)), nullptr) << copied->errorMessage();
+    ASSERT_TRUE(copied->removeSheet(1));
+    EXPECT_EQ(written(*copied), hex("04000000 03000000 0100 01 7800 0100 00 62 0100 01 7900"));
+}
+
 // Rows 1 to 3 of column A use the tokens behind the first, rows 1 to 3 of column B an array behind its last cell.
 TEST(SheetLoad, TokensBehindARowThatIsLeftOut) {
     const auto user = [](const std::string& place, const std::string& anchor) {
