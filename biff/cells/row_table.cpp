@@ -17,10 +17,11 @@ Row* RowTable::find(std::uint16_t rw) {
     return const_cast<Row*>(static_cast<const RowTable&>(*this).find(rw));
 }
 
-Row& RowTable::ensure(std::uint16_t rw) {
+Row& RowTable::ensure(std::uint16_t rw, std::uint16_t defaultHeight) {
     if (Row* row = find(rw)) return *row;
     Row row;
     row.rw = rw;
+    row.miyRw = defaultHeight;
     append(row);
     return _rows.back();
 }

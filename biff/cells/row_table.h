@@ -24,7 +24,7 @@ struct Row {
 
     std::uint16_t rw = 0;
     std::uint16_t colMic = 0, colMac = 1;  // first column with a cell, last one plus 1; made anew by each save
-    std::uint16_t miyRw = 255;             // twips; 255 is the height of a row that nobody touched
+    std::uint16_t miyRw = 255;             // twips
     std::uint16_t reserved1 = 0, reserved2 = 0;
     std::uint16_t flags = always;
     std::uint16_t ixfe = 15;  // low 12 bits the format, above them thick borders and phonetic marks
@@ -50,8 +50,9 @@ class RowTable {
 public:
     [[nodiscard]] const Row* find(std::uint16_t rw) const;
     [[nodiscard]] Row* find(std::uint16_t rw);
-    /// The record of a row, appended in default form when it has none.
-    Row& ensure(std::uint16_t rw);
+    /// The record of a row, appended in default form when it has none: with the sheet's default height in twips, which
+    /// nobody set by hand.
+    Row& ensure(std::uint16_t rw, std::uint16_t defaultHeight);
     void append(const Row& row);
     void clear();
 

@@ -52,8 +52,8 @@ ColInfo infoOf(const ColumnTable& columns, std::uint16_t col, std::uint16_t cold
 
 }  // namespace
 
-void groupRows(RowTable& rows, Guts& guts, std::uint16_t first, std::uint16_t last, bool collapsed,
-               bool summaryBefore) {
+void groupRows(RowTable& rows, Guts& guts, std::uint16_t first, std::uint16_t last, bool collapsed, bool summaryBefore,
+               std::uint16_t defaultHeight) {
     const int level = levelOf(std::as_const(rows).find(first));
     for (int rw = first; rw <= last; ++rw) {
         if (levelOf(std::as_const(rows).find(static_cast<std::uint16_t>(rw))) != level) {
@@ -62,12 +62,13 @@ void groupRows(RowTable& rows, Guts& guts, std::uint16_t first, std::uint16_t la
     }
     if (level >= maxOutlineLevel) throw vlerror(msg::outlineTooDeep);
     for (int rw = first; rw <= last; ++rw) {
-        Row& row = rows.ensure(static_cast<std::uint16_t>(rw));
+        Row& row = rows.ensure(static_cast<std::uint16_t>(rw), defaultHeight);
         row.flags = static_cast<std::uint16_t>((row.flags & ~Row::levelMask) | (level + 1));
         setFlag(row.flags, Row::hidden, collapsed);
     }
     if (const auto at = summaryOf(first, last, summaryBefore, lastRow)) {
-        if (collapsed || rows.find(*at) != nullptr) setFlag(rows.ensure(*at).flags, Row::collapsed, collapsed);
+        if (collapsed || rows.find(*at) != nullptr)
+            setFlag(rows.ensure(*at, defaultHeight).flags, Row::collapsed, collapsed);
     }
     guts.iLevelRwMac = levelCount(rows.rows());
 }

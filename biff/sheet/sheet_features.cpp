@@ -103,7 +103,9 @@ bool SheetImplT<CharT>::groupRowRange(int rowFirst, int rowLast, bool collapsed)
         const auto first = biff::checkedUpTo(rowFirst, biff::lastRowOfSheet, biff::msg::rowFirstRange);
         const auto last = biff::checkedUpTo(rowLast, biff::lastRowOfSheet, biff::msg::rowLastRange);
         if (first > last) throw vlerror(biff::msg::groupRowOrder);
-        biff::groupRows(_parts.rows, _parts.settings.guts, first, last, collapsed, !summaryBelow());
+        SheetSettings& settings = _parts.settings;
+        biff::groupRows(_parts.rows, settings.guts, first, last, collapsed, !summaryBelow(),
+                        settings.defaultRowHeight.miyRw);
     });
 }
 

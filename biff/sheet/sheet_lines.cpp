@@ -97,18 +97,22 @@ void SheetImplT<CharT>::moveMerges(const MovedLines& moved) {
 }
 
 // Heights and hidden states go along; the formats and levels of rows stay where they are. Only rows near a record can
-// differ from those that many rows above them.
+// differ from those that many rows above them. A row without a record has the sheet's height, which nobody set.
 template <class CharT>
 void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
     struct Look {
         std::uint16_t miyRw;
         bool hidden;
-        bool operator==(const Look&) const = default;
+        bool hasRecord = true;
     };
+    const Look usual{_parts.settings.defaultRowHeight.miyRw, false, false};
     const auto lookOf = [&](std::uint32_t rw) {
         const Row* const row = std::as_const(_parts.rows).find(static_cast<std::uint16_t>(rw));
-        return row != nullptr ? Look{row->miyRw, (row->flags & Row::hidden) != 0}
-                              : Look{_parts.settings.defaultRowHeight.miyRw, false};
+        return row == nullptr ? usual : Look{row->miyRw, (row->flags & Row::hidden) != 0};
+    };
+    const auto give = [&](std::uint32_t rw, const Look& look) {
+        Row& row = setRowTwips(static_cast<std::uint16_t>(rw), look.miyRw, look.hidden);
+        if (!look.hasRecord) row.flags &= static_cast<std::uint16_t>(~Row::heightByHand);
     };
     std::vector<std::uint32_t> candidates;
     for (const Row& row : _parts.rows.rows()) {
@@ -119,13 +123,10 @@ void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
     std::ranges::sort(candidates, std::greater());
     candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
     for (const std::uint32_t rw : candidates) {
-        const Look above = lookOf(rw - moved.count());
-        if (lookOf(rw) != above) setRowTwips(static_cast<std::uint16_t>(rw), above.miyRw, above.hidden);
+        const Look above = lookOf(rw - moved.count()), own = lookOf(rw);
+        if (own.miyRw != above.miyRw || own.hidden != above.hidden) give(rw, above);
     }
-    constexpr std::uint16_t usualTwips = 255;
-    for (std::uint32_t rw = moved.first; rw <= moved.last; ++rw) {
-        setRowTwips(static_cast<std::uint16_t>(rw), usualTwips, false);
-    }
+    for (std::uint32_t rw = moved.first; rw <= moved.last; ++rw) give(rw, usual);
 }
 
 template <class CharT>

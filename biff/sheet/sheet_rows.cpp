@@ -52,7 +52,7 @@ bool SheetImplT<CharT>::setRow(int row, double height, Format* format, bool hidd
 
 template <class CharT>
 Row& SheetImplT<CharT>::setRowTwips(std::uint16_t rw, std::uint16_t miyRw, bool hidden) {
-    Row& record = _parts.rows.ensure(rw);
+    Row& record = _parts.rows.ensure(rw, _parts.settings.defaultRowHeight.miyRw);
     record = Row();
     record.rw = rw;
     record.miyRw = miyRw;
@@ -75,7 +75,7 @@ bool SheetImplT<CharT>::setRowHidden(int row, bool hidden) {
     return guard(false, [&] {
         const std::uint16_t rw = checkedRow(row);
         if (!hidden && _parts.rows.find(rw) == nullptr) return true;
-        Row& record = _parts.rows.ensure(rw);
+        Row& record = _parts.rows.ensure(rw, _parts.settings.defaultRowHeight.miyRw);
         record.flags = static_cast<std::uint16_t>(hidden ? record.flags | Row::hidden : record.flags & ~Row::hidden);
         return true;
     });

@@ -120,6 +120,7 @@ private:
             if (known.test(rw)) continue;
             Row row;
             row.rw = static_cast<std::uint16_t>(rw);
+            row.miyRw = _sheet.settings.defaultRowHeight.miyRw;
             _sheet.rows.append(row);
         }
         for (Row& row : _sheet.rows.rows()) {

@@ -238,6 +238,38 @@ TEST(SheetSave, RowRecordsNameTheirCells) {
     EXPECT_EQ(rows[2].body, hex("0500 0300 C900 FF00 0000 0000 0001 0F00"));
 }
 
+// A sheet whose rows are 15 points high: rows that nobody set take that height.
+TEST(SheetSave, MadeRowsHaveTheHeightOfTheSheet) {
+    const struct {
+        const char* what;
+        bool (*make)(ISheetT<char>&);
+    } cases[] = {
+        {"by a cell", [](ISheetT<char>& s) { return s.writeNumber(4, 0, 1); }},
+        {"hidden and shown", [](ISheetT<char>& s) { return s.setRowHidden(4, true) && s.setRowHidden(4, false); }},
+        {"inserted", [](ISheetT<char>& s) { return s.insertRows(4, 4, false); }},
+        {"moved onto one with a record",
+         [](ISheetT<char>& s) { return s.setRow(4, 30) && s.insertRows(1, 1, false) && s.removeRows(5, 65535); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        OneSheet one({{549, hex("01002C01")}});
+        ASSERT_TRUE(c.make(*one.sheet)) << one.book->errorMessage();
+        EXPECT_EQ(one.sheet->rowHeight(4), 15.0);
+        const auto rows = only(savedRecords(*one.book), 520);
+        ASSERT_FALSE(rows.empty());
+        for (const Record& row : rows) {
+            EXPECT_EQ(loadLe<std::uint16_t>(&row.body[6]), 300);
+            EXPECT_EQ(loadLe<std::uint16_t>(&row.body[12]), 0x100) << "no height by hand";
+        }
+    }
+    OneSheet grouped({{549, hex("01002C01")}});
+    ASSERT_TRUE(grouped.sheet->groupRowRange(4, 4, true));
+    for (const Record& row : only(savedRecords(*grouped.book), 520)) {
+        EXPECT_EQ(loadLe<std::uint16_t>(&row.body[6]), 300);
+        EXPECT_EQ(loadLe<std::uint16_t>(&row.body[12]) & 0x40, 0);
+    }
+}
+
 // Numbers of objects, views and strings are those of one book, or of one sheet in it.
 TEST(SheetSave, ACopyLeavesBehindWhatOthersCannotHave) {
     const Book book = loaded(workbook({oneOfEach(), {}}));
