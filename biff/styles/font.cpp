@@ -59,6 +59,7 @@ int FontImplT<CharT>::size() {
 
 template <class CharT>
 void FontImplT<CharT>::setSize(int points) {
+    _book->lastError().clear();
     constexpr int maxHeight = 8191;
     _record.dyHeight =
         static_cast<std::uint16_t>(std::min(std::int64_t{points} * twipsPerPoint, std::int64_t{maxHeight}));
@@ -76,6 +77,7 @@ bool FontImplT<CharT>::isItalic() {
 
 template <class CharT>
 void FontImplT<CharT>::setItalic(bool italic) {
+    _book->lastError().clear();
     setGrbit(Font::italic, italic);
 }
 
@@ -86,6 +88,7 @@ bool FontImplT<CharT>::isStrikeOut() {
 
 template <class CharT>
 void FontImplT<CharT>::setStrikeOut(bool strikeOut) {
+    _book->lastError().clear();
     setGrbit(Font::strikeOut, strikeOut);
 }
 
@@ -96,6 +99,7 @@ int FontImplT<CharT>::color() {
 
 template <class CharT>
 void FontImplT<CharT>::setColor(int color) {
+    _book->lastError().clear();
     _record.icv = static_cast<std::uint16_t>(color);
 }
 
@@ -106,6 +110,7 @@ bool FontImplT<CharT>::isBold() {
 
 template <class CharT>
 void FontImplT<CharT>::setBold(bool isBold) {
+    _book->lastError().clear();
     _record.bls = isBold ? bold : regular;
 }
 
@@ -116,6 +121,7 @@ int FontImplT<CharT>::script() {
 
 template <class CharT>
 void FontImplT<CharT>::setScript(int script) {
+    _book->lastError().clear();
     _record.sss = static_cast<std::uint16_t>(script);
 }
 
@@ -126,6 +132,7 @@ int FontImplT<CharT>::underline() {
 
 template <class CharT>
 void FontImplT<CharT>::setUnderline(int underline) {
+    _book->lastError().clear();
     _record.uls = static_cast<std::uint8_t>(underline);
 }
 

@@ -62,7 +62,12 @@ void FormatImplT<CharT>::setUsesRgbColors(bool rgb) {
 template <class CharT>
 const CharT* FormatImplT<CharT>::customFormatText() {
     if (_xf.ifmt < firstCustomFormat) return nullptr;
-    return _book->customNumFormatText(_xf.ifmt);
+    return guarded<const CharT*>(_book->lastError(), nullptr, [&]() -> const CharT* {
+        const NumFormat* const found = _book->globals().findNumFormat(_xf.ifmt);
+        if (found == nullptr) throw vlerror(biff::msg::customFormatNotFound);
+        if (!_text) _text = std::make_unique<TextHolder>();
+        return _text->give<CharT>(found->text.view(), _book->utf8());
+    });
 }
 
 // The remaining operations read and write one field each.
@@ -74,6 +79,7 @@ int FormatImplT<CharT>::numFormat() {
 
 template <class CharT>
 void FormatImplT<CharT>::setNumFormat(int id) {
+    _book->lastError().clear();
     _xf.setNumFormat(id);
 }
 
@@ -84,6 +90,7 @@ int FormatImplT<CharT>::alignHorizontal() {
 
 template <class CharT>
 void FormatImplT<CharT>::setAlignHorizontal(int align) {
+    _book->lastError().clear();
     _xf.setAlignment(Xf::horizontal, align);
 }
 
@@ -94,6 +101,7 @@ int FormatImplT<CharT>::alignVertical() {
 
 template <class CharT>
 void FormatImplT<CharT>::setAlignVertical(int align) {
+    _book->lastError().clear();
     _xf.setAlignment(Xf::vertical, align);
 }
 
@@ -104,6 +112,7 @@ bool FormatImplT<CharT>::wrapsText() {
 
 template <class CharT>
 void FormatImplT<CharT>::setWrapsText(bool wrap) {
+    _book->lastError().clear();
     _xf.setAlignment(Xf::wrap, wrap);
 }
 
@@ -119,6 +128,7 @@ int FormatImplT<CharT>::indent() {
 
 template <class CharT>
 void FormatImplT<CharT>::setIndent(int indent) {
+    _book->lastError().clear();
     _xf.setAlignment(Xf::indent, indent);
 }
 
@@ -129,6 +139,7 @@ bool FormatImplT<CharT>::shrinksToFit() {
 
 template <class CharT>
 void FormatImplT<CharT>::setShrinksToFit(bool shrink) {
+    _book->lastError().clear();
     _xf.setAlignment(Xf::shrink, shrink);
 }
 
@@ -139,6 +150,7 @@ int FormatImplT<CharT>::borderLeft() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderLeft(int style) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::left, style);
 }
 
@@ -149,6 +161,7 @@ int FormatImplT<CharT>::borderRight() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderRight(int style) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::right, style);
 }
 
@@ -159,6 +172,7 @@ int FormatImplT<CharT>::borderTop() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderTop(int style) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::top, style);
 }
 
@@ -169,6 +183,7 @@ int FormatImplT<CharT>::borderBottom() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderBottom(int style) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::bottom, style);
 }
 
@@ -179,6 +194,7 @@ int FormatImplT<CharT>::borderLeftColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderLeftColor(int color) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::leftColor, color);
 }
 
@@ -189,6 +205,7 @@ int FormatImplT<CharT>::borderRightColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderRightColor(int color) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::rightColor, color);
 }
 
@@ -199,6 +216,7 @@ int FormatImplT<CharT>::borderTopColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderTopColor(int color) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::colors, Xf::topColor, color);
 }
 
@@ -209,6 +227,7 @@ int FormatImplT<CharT>::borderBottomColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderBottomColor(int color) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::colors, Xf::bottomColor, color);
 }
 
@@ -219,6 +238,7 @@ int FormatImplT<CharT>::borderDiagonal() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderDiagonal(int diagonals) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::border, Xf::diagonals, diagonals);
 }
 
@@ -229,6 +249,7 @@ int FormatImplT<CharT>::borderDiagonalStyle() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderDiagonalStyle(int style) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::colors, Xf::diagonalStyle, style);
 }
 
@@ -239,6 +260,7 @@ int FormatImplT<CharT>::borderDiagonalColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setBorderDiagonalColor(int color) {
+    _book->lastError().clear();
     _xf.setBorder(&Xf::colors, Xf::diagonalColor, color);
 }
 
@@ -249,6 +271,7 @@ int FormatImplT<CharT>::fillPattern() {
 
 template <class CharT>
 void FormatImplT<CharT>::setFillPattern(int pattern) {
+    _book->lastError().clear();
     _xf.setFillPattern(pattern);
 }
 
@@ -259,6 +282,7 @@ int FormatImplT<CharT>::patternForeColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setPatternForeColor(int color) {
+    _book->lastError().clear();
     _xf.setPatternColor(Xf::foreColor, color);
 }
 
@@ -269,6 +293,7 @@ int FormatImplT<CharT>::patternBackColor() {
 
 template <class CharT>
 void FormatImplT<CharT>::setPatternBackColor(int color) {
+    _book->lastError().clear();
     _xf.setPatternColor(Xf::backColor, color);
 }
 
@@ -279,6 +304,7 @@ bool FormatImplT<CharT>::isLocked() {
 
 template <class CharT>
 void FormatImplT<CharT>::setLocked(bool locked) {
+    _book->lastError().clear();
     _xf.setProtection(Xf::locked, locked);
 }
 
@@ -289,6 +315,7 @@ bool FormatImplT<CharT>::isFormulaHidden() {
 
 template <class CharT>
 void FormatImplT<CharT>::setFormulaHidden(bool hidden) {
+    _book->lastError().clear();
     _xf.setProtection(Xf::formulaHidden, hidden);
 }
 

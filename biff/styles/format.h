@@ -1,6 +1,7 @@
 // The format of cells in a binary workbook.
 #pragma once
 #include <cstdint>
+#include <memory>
 
 #include "biff/styles/xf.h"
 #include "engine/api/iformat.h"
@@ -86,6 +87,7 @@ private:
     Xf _xf;
     BookImplT<CharT>* _book;
     std::uint16_t _index;
+    std::unique_ptr<TextHolder> _text;  // once asked for: books have thousands of formats
 };
 
 extern template class FormatImplT<char>;

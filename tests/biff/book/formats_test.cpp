@@ -130,6 +130,19 @@ TEST(Formats, RecordOfARealFile) {
     EXPECT_EQ(only(records, 224).at(0).body, hex("0500 0200 0100 22000078 11112040 40201004 0D20"));
 }
 
+TEST(Formats, EachHoldsTheTextOfItsNumberFormat) {
+    const Book book = newBook();
+    Format* const formats[] = {book->newFormat(), book->newFormat()};
+    const char* texts[2] = {};
+    for (int i = 0; i < 2; ++i) formats[i]->setNumFormat(book->newCustomNumFormat(i == 0 ? "0.000" : "0 \"m\""));
+    for (int i = 0; i < 2; ++i) texts[i] = dynamic_cast<IFormatPrivate<char>&>(*formats[i]).customFormatText();
+    EXPECT_STREQ(texts[0], "0.000");
+    EXPECT_STREQ(texts[1], "0 \"m\"");
+    formats[0]->setNumFormat(300);
+    EXPECT_EQ(dynamic_cast<IFormatPrivate<char>&>(*formats[0]).customFormatText(), nullptr);
+    EXPECT_STRNE(book->errorMessage(), "ok");
+}
+
 TEST(Formats, FontIndexFourDoesNotExist) {
     const Book book = newBook();
     book->addSheet("A");
