@@ -4,7 +4,8 @@
 Container: every sector in one chain or none, tables marked, the directory a tree in order. Records: the order in which
 the engine writes them, sizes of fixed ones, nothing over 8224 bytes, nothing behind the last EOF but zeros. Indices:
 fonts, formats, cell formats, strings, sheets, sheet references and names that exist; BoundSheet8 positions that lead to a
-Bof of the right kind. Names that are one of a kind in their scope; shared, array and table formulas whose tokens are there.
+Bof of the right kind. Names that are one of a kind in their scope; shared, array and table formulas whose tokens are there;
+tokens that are an expression of one value.
 Drawings: one exact tree a sheet, its pieces under the right identifiers and before their objects, counts in step.
 
 A directory order, or references to formats that were wrong in the loaded file, come back unchanged in the saved one:
@@ -18,7 +19,7 @@ import sys
 from xlsdrawing import DrawingGroup, SheetDrawing
 from xlsfile import (BOF, CONTINUE, CONTINUES, EOF, MAX_BODY, CompoundFile, Fault, expand_cells, grouped, record_name,
                      records, shared_strings, substreams)
-from xlstokens import PTG_EXP, PTG_NAME, PTG_TBL, WITH_XTI, counted, tokens
+from xlstokens import PTG_EXP, PTG_NAME, PTG_TBL, WITH_XTI, counted, stack_fault, tokens
 
 # The order of the globals; one line a step, any order within a line's set only as given by `repeat`.
 GLOBALS = [2057, 134, 96, 225, 193, 226, 92, 66, 353, 448, 317, 211, 445, 442, 156, 25, 18, 19, 431, 444, 61, 64, 141,
@@ -203,7 +204,9 @@ class Lint:
         if (record.u16(8), record.u16(0) & 0x20, text) in known:
             self.fault("name %d: %r twice in its scope" % (number, text))
         known.add((record.u16(8), record.u16(0) & 0x20, text))
-        self.check_tokens("name %d" % number, body[end:end + record.u16(4)])
+        rgce = body[end:end + record.u16(4)]
+        if rgce:  # a macro's name has none
+            self.check_tokens("name %d" % number, rgce)
 
     def check_tokens(self, what, rgce):
         """Indices that tokens hold; the tokens as a list, None where the bytes are none."""
@@ -218,6 +221,9 @@ class Lint:
                 self.fault("%s names sheet reference %d of %d" % (what, index, self.references))
             if base == PTG_NAME and not 1 <= index <= self.names:
                 self.fault("%s names name %d of %d" % (what, index, self.names))
+        wrong = stack_fault(found)
+        if wrong:
+            self.fault("%s: %s" % (what, wrong))
         return found
 
     def bound_sheets(self, parts):

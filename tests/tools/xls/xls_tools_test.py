@@ -163,6 +163,30 @@ class LintTest(unittest.TestCase):
                 faults = lint(book.file())
                 self.assertTrue(any(expected in fault for fault in faults), faults)
 
+    def test_expressions(self):
+        def formula(*rgce):
+            return lambda b: b.sheet.__setitem__(
+                10, record(6, 1, 0, 15, 0, 0, 0, 0xFFFF, 0, 0, 0, len(bytes(rgce)), body=bytes(rgce)))
+        one = (0x1E, 1, 0)
+        cases = [
+            ("leave 2 values", formula(*one, *one)),
+            ("leave 0 values", formula()),
+            ("token 03 needs 2 operands and has 1", formula(*one, 0x03)),
+            ("token 15 needs 1 operands and has 0", formula(0x15)),
+            ("token 21 needs 2 operands and has 1", formula(*one, 0x41, 27, 0)),
+            ("token 22 needs 3 operands and has 2", formula(*one, *one, 0x42, 3, 4, 0)),
+            ("token 19 needs 1 operands and has 0", formula(0x19, 0x10, 0, 0)),
+            (None, formula(*one, 0x19, 0x10, 0, 0)),
+            (None, formula(0x19, 0x40, 0, 1, *one, *one, 0x14, 0x05, 0x15, 0x22, 1, 4, 0)),
+            (None, formula(0x29, 3, 0, *one, 0x41, 24, 0)),
+        ]
+        for expected, damage in cases:
+            with self.subTest(expected):
+                book = Book()
+                damage(book)
+                faults = lint(book.file())
+                self.assertTrue(any(expected in fault for fault in faults) if expected else faults == [], faults)
+
     def test_drawings(self):
         fdg, top, picture = 16, 24, len(FRAME)
         cases = [
