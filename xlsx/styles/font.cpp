@@ -61,7 +61,7 @@ int XMLFontImplT<CharT, Tag>::size() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setSize(int points) {
-    _font->sz().val(points);
+    _styles->change([&] { _font->sz().val(points); });
 }
 
 // The three flags are elements that are there or not, each with a value that is true when absent.
@@ -74,8 +74,10 @@ bool XMLFontImplT<CharT, Tag>::isItalic() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setItalic(bool italic) {
-    _font->unset_i();
-    if (italic) _font->i();
+    _styles->change([&] {
+        _font->unset_i();
+        if (italic) _font->i();
+    });
 }
 
 template <class CharT, class Tag>
@@ -86,8 +88,10 @@ bool XMLFontImplT<CharT, Tag>::isStrikeOut() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setStrikeOut(bool strikeOut) {
-    _font->unset_strike();
-    if (strikeOut) _font->strike();
+    _styles->change([&] {
+        _font->unset_strike();
+        if (strikeOut) _font->strike();
+    });
 }
 
 template <class CharT, class Tag>
@@ -98,8 +102,10 @@ bool XMLFontImplT<CharT, Tag>::isBold() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setBold(bool bold) {
-    _font->unset_b();
-    if (bold) _font->b();
+    _styles->change([&] {
+        _font->unset_b();
+        if (bold) _font->b();
+    });
 }
 
 template <class CharT, class Tag>
@@ -111,11 +117,13 @@ int XMLFontImplT<CharT, Tag>::color() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setColor(int color) {
-    if (color == automaticColor && !_styles->usesRgbColors()) {
-        _font->unset_color();
-    } else if (isColor(color)) {
-        writeColor(_font->color(), color, _styles->usesRgbColors());
-    }
+    _styles->change([&] {
+        if (color == automaticColor && !_styles->usesRgbColors()) {
+            _font->unset_color();
+        } else if (isColor(color)) {
+            writeColor(_font->color(), color, _styles->usesRgbColors());
+        }
+    });
 }
 
 template <class CharT, class Tag>
@@ -126,13 +134,15 @@ int XMLFontImplT<CharT, Tag>::script() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setScript(int script) {
-    const char* const text = textOf(scripts, script);
-    if (!text) return;
-    if (script == 0) {
-        _font->unset_vertAlign();
-    } else {
-        _font->vertAlign().val(text);
-    }
+    _styles->change([&] {
+        const char* const text = textOf(scripts, script);
+        if (!text) return;
+        if (script == 0) {
+            _font->unset_vertAlign();
+        } else {
+            _font->vertAlign().val(text);
+        }
+    });
 }
 
 template <class CharT, class Tag>
@@ -143,13 +153,15 @@ int XMLFontImplT<CharT, Tag>::underline() {
 
 template <class CharT, class Tag>
 void XMLFontImplT<CharT, Tag>::setUnderline(int underline) {
-    const char* const text = textOf(underlines, underline);
-    if (!text) return;
-    if (underline == 0) {
-        _font->unset_u();
-    } else {
-        _font->u().val(text);
-    }
+    _styles->change([&] {
+        const char* const text = textOf(underlines, underline);
+        if (!text) return;
+        if (underline == 0) {
+            _font->unset_u();
+        } else {
+            _font->u().val(text);
+        }
+    });
 }
 
 template <class CharT, class Tag>
@@ -228,6 +240,7 @@ void XMLFontImplT<CharT, Tag>::copyFrom(IFontT<CharT>& other) {
         return;
     }
     // Of another book: what it states, colours in this book's terms.
+    const typename Styles<CharT, Tag>::TakingOver takingOver(*_styles);
     auto* const known = dynamic_cast<IFontPrivate*>(&other);
     const bool rgbBefore = known && known->usesRgbColors();
     if (known) known->setUsesRgbColors(_styles->usesRgbColors());

@@ -54,9 +54,11 @@ int XMLFormatImplT<CharT, Tag>::numFormat() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setNumFormat(int id) {
-    if (id < 0) return;
-    _xf->numFmtId(static_cast<unsigned>(id));
-    _xf->applyNumberFormat(true);
+    _styles->change([&] {
+        if (id < 0) return;
+        _xf->numFmtId(static_cast<unsigned>(id));
+        _xf->applyNumberFormat(true);
+    });
 }
 
 /// For the setters: there from now on, and marked as applied.
@@ -74,7 +76,9 @@ int XMLFormatImplT<CharT, Tag>::alignHorizontal() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setAlignHorizontal(int align) {
-    if (const char* const text = textOf(horizontals, align)) alignment().horizontal(text);
+    _styles->change([&] {
+        if (const char* const text = textOf(horizontals, align)) alignment().horizontal(text);
+    });
 }
 
 template <class CharT, class Tag>
@@ -85,7 +89,9 @@ int XMLFormatImplT<CharT, Tag>::alignVertical() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setAlignVertical(int align) {
-    if (const char* const text = textOf(verticals, align)) alignment().vertical(text);
+    _styles->change([&] {
+        if (const char* const text = textOf(verticals, align)) alignment().vertical(text);
+    });
 }
 
 template <class CharT, class Tag>
@@ -96,7 +102,7 @@ bool XMLFormatImplT<CharT, Tag>::wrapsText() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setWrapsText(bool wrap) {
-    alignment().wrapText(wrap);
+    _styles->change([&] { alignment().wrapText(wrap); });
 }
 
 template <class CharT, class Tag>
@@ -108,8 +114,10 @@ int XMLFormatImplT<CharT, Tag>::rotation() {
 template <class CharT, class Tag>
 bool XMLFormatImplT<CharT, Tag>::setRotation(int rotation) {
     if ((rotation < 0 || rotation > largestRotation) && rotation != lettersBelowEachOther) return false;
-    alignment().textRotation(static_cast<unsigned>(rotation));
-    return true;
+    return guarded(_styles->lastError(), false, [&] {
+        alignment().textRotation(static_cast<unsigned>(rotation));
+        return true;
+    });
 }
 
 template <class CharT, class Tag>
@@ -120,7 +128,9 @@ int XMLFormatImplT<CharT, Tag>::indent() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setIndent(int indent) {
-    if (indent >= 0) alignment().indent(static_cast<unsigned>(indent));
+    _styles->change([&] {
+        if (indent >= 0) alignment().indent(static_cast<unsigned>(indent));
+    });
 }
 
 template <class CharT, class Tag>
@@ -131,7 +141,7 @@ bool XMLFormatImplT<CharT, Tag>::shrinksToFit() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setShrinksToFit(bool shrink) {
-    alignment().shrinkToFit(shrink);
+    _styles->change([&] { alignment().shrinkToFit(shrink); });
 }
 
 // Cells are locked unless their format says otherwise.
@@ -143,8 +153,10 @@ bool XMLFormatImplT<CharT, Tag>::isLocked() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setLocked(bool locked) {
-    _xf->protection().locked(locked);
-    _xf->applyProtection(true);
+    _styles->change([&] {
+        _xf->protection().locked(locked);
+        _xf->applyProtection(true);
+    });
 }
 
 template <class CharT, class Tag>
@@ -155,8 +167,10 @@ bool XMLFormatImplT<CharT, Tag>::isFormulaHidden() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setFormulaHidden(bool hidden) {
-    _xf->protection().hidden(hidden);
-    _xf->applyProtection(true);
+    _styles->change([&] {
+        _xf->protection().hidden(hidden);
+        _xf->applyProtection(true);
+    });
 }
 
 template <class CharT, class Tag>
@@ -192,6 +206,7 @@ void XMLFormatImplT<CharT, Tag>::copyFrom(IFormatT<CharT>& other) {
         return;
     }
     // Of another book: each property, with colours in this book's terms.
+    const typename Styles<CharT, Tag>::TakingOver takingOver(*_styles);
     auto* const known = dynamic_cast<IFormatPrivate<CharT>*>(&other);
     const bool rgbBefore = known && known->usesRgbColors();
     if (known) known->setUsesRgbColors(_styles->usesRgbColors());

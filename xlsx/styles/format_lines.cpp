@@ -108,7 +108,7 @@ int XMLFormatImplT<CharT, Tag>::borderLeft() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderLeft(int style) {
-    setSideStyle(&c_CT_Border::left, style);
+    _styles->change([&] { setSideStyle(&c_CT_Border::left, style); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderRight() {
@@ -116,7 +116,7 @@ int XMLFormatImplT<CharT, Tag>::borderRight() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderRight(int style) {
-    setSideStyle(&c_CT_Border::right, style);
+    _styles->change([&] { setSideStyle(&c_CT_Border::right, style); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderTop() {
@@ -124,7 +124,7 @@ int XMLFormatImplT<CharT, Tag>::borderTop() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderTop(int style) {
-    setSideStyle(&c_CT_Border::top, style);
+    _styles->change([&] { setSideStyle(&c_CT_Border::top, style); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderBottom() {
@@ -132,7 +132,7 @@ int XMLFormatImplT<CharT, Tag>::borderBottom() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderBottom(int style) {
-    setSideStyle(&c_CT_Border::bottom, style);
+    _styles->change([&] { setSideStyle(&c_CT_Border::bottom, style); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderLeftColor() {
@@ -140,7 +140,7 @@ int XMLFormatImplT<CharT, Tag>::borderLeftColor() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderLeftColor(int color) {
-    setSideColor(&c_CT_Border::left, color);
+    _styles->change([&] { setSideColor(&c_CT_Border::left, color); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderRightColor() {
@@ -148,7 +148,7 @@ int XMLFormatImplT<CharT, Tag>::borderRightColor() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderRightColor(int color) {
-    setSideColor(&c_CT_Border::right, color);
+    _styles->change([&] { setSideColor(&c_CT_Border::right, color); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderTopColor() {
@@ -156,7 +156,7 @@ int XMLFormatImplT<CharT, Tag>::borderTopColor() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderTopColor(int color) {
-    setSideColor(&c_CT_Border::top, color);
+    _styles->change([&] { setSideColor(&c_CT_Border::top, color); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderBottomColor() {
@@ -164,7 +164,7 @@ int XMLFormatImplT<CharT, Tag>::borderBottomColor() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderBottomColor(int color) {
-    setSideColor(&c_CT_Border::bottom, color);
+    _styles->change([&] { setSideColor(&c_CT_Border::bottom, color); });
 }
 
 template <class CharT, class Tag>
@@ -176,9 +176,11 @@ int XMLFormatImplT<CharT, Tag>::borderDiagonal() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderDiagonal(int diagonals) {
-    c_CT_Border& lines = ownBorder();
-    lines.diagonalDown((diagonals & diagonalDownBit) != 0);
-    lines.diagonalUp((diagonals & diagonalUpBit) != 0);
+    _styles->change([&] {
+        c_CT_Border& lines = ownBorder();
+        lines.diagonalDown((diagonals & diagonalDownBit) != 0);
+        lines.diagonalUp((diagonals & diagonalUpBit) != 0);
+    });
 }
 
 template <class CharT, class Tag>
@@ -187,7 +189,7 @@ int XMLFormatImplT<CharT, Tag>::borderDiagonalStyle() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderDiagonalStyle(int style) {
-    setSideStyle(&c_CT_Border::diagonal, style);
+    _styles->change([&] { setSideStyle(&c_CT_Border::diagonal, style); });
 }
 template <class CharT, class Tag>
 int XMLFormatImplT<CharT, Tag>::borderDiagonalColor() {
@@ -195,7 +197,7 @@ int XMLFormatImplT<CharT, Tag>::borderDiagonalColor() {
 }
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setBorderDiagonalColor(int color) {
-    setSideColor(&c_CT_Border::diagonal, color);
+    _styles->change([&] { setSideColor(&c_CT_Border::diagonal, color); });
 }
 
 template <class CharT, class Tag>
@@ -207,7 +209,9 @@ int XMLFormatImplT<CharT, Tag>::fillPattern() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setFillPattern(int pattern) {
-    if (const char* const text = textOf(patterns, pattern)) ownFill().patternFill().patternType(text);
+    _styles->change([&] {
+        if (const char* const text = textOf(patterns, pattern)) ownFill().patternFill().patternType(text);
+    });
 }
 
 template <class CharT, class Tag>
@@ -220,7 +224,9 @@ int XMLFormatImplT<CharT, Tag>::patternForeColor() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setPatternForeColor(int color) {
-    if (isColor(color)) writeColor(ownFill().patternFill().fgColor(), color, _styles->usesRgbColors());
+    _styles->change([&] {
+        if (isColor(color)) writeColor(ownFill().patternFill().fgColor(), color, _styles->usesRgbColors());
+    });
 }
 
 template <class CharT, class Tag>
@@ -233,7 +239,9 @@ int XMLFormatImplT<CharT, Tag>::patternBackColor() {
 
 template <class CharT, class Tag>
 void XMLFormatImplT<CharT, Tag>::setPatternBackColor(int color) {
-    if (isColor(color)) writeColor(ownFill().patternFill().bgColor(), color, _styles->usesRgbColors());
+    _styles->change([&] {
+        if (isColor(color)) writeColor(ownFill().patternFill().bgColor(), color, _styles->usesRgbColors());
+    });
 }
 
 }  // namespace vellum

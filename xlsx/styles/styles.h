@@ -4,8 +4,10 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "engine/failure/guarded.h"
 #include "ooxml/generated/dialect.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
@@ -84,6 +86,32 @@ public:
     bool isUtf8() const { return _book && _book->isUtf8(); }
     LastError& lastError() noexcept { return _book ? _book->lastError() : _ownError; }
 
+    /// The body of a setter without a result: what goes wrong shows in the last error alone. While a format or font
+    /// takes over what another one states, that operation fails as a whole.
+    template <class Body>
+    void change(Body&& body) {
+        if (_takingOver) {
+            body();
+            return;
+        }
+        static_cast<void>(guarded(lastError(), false, [&] {
+            body();
+            return true;
+        }));
+    }
+    /// For as long as it lives, a format or font takes over another one's properties.
+    class TakingOver {
+    public:
+        explicit TakingOver(Styles& styles) : _styles(styles), _before(std::exchange(styles._takingOver, true)) {}
+        TakingOver(const TakingOver&) = delete;
+        TakingOver& operator=(const TakingOver&) = delete;
+        ~TakingOver() { _styles._takingOver = _before; }
+
+    private:
+        Styles& _styles;
+        bool _before;
+    };
+
 private:
     void makeHandles();
     Format* addHandle(typename sml::c_CT_Xf& xf);
@@ -93,6 +121,7 @@ private:
     LastError _ownError;
     const XMLTheme<Tag>* _theme = nullptr;
     bool _rgb = false;
+    bool _takingOver = false;
     std::vector<std::unique_ptr<Format>> _formats;
     std::vector<std::unique_ptr<Font>> _fonts;
     // Positions by address: an object of another book, or of the time before a load, is never looked into.

@@ -90,6 +90,33 @@ TEST_P(Operations, ThatAreMissingStandInTheStatus) {
         << "docs/status.md lists what says \"" << notBuilt << '"';
 }
 
+/// Calls each setter of an object of a book of its own, on which another operation has failed.
+template <class Object, class Make>
+void expectOkAfterSetters(Engine engine, Make&& make) {
+    for (const auto& operation : operationsOf<Object>()) {
+        const std::string name = operation.name;
+        const auto begins = [&](const char* verb) { return name.starts_with(verb); };
+        if (!begins("set") && !begins("write") && !begins("add") && !begins("remove") && !begins("clear")) continue;
+        const auto own = createBook(engine);
+        own->setLocale("UTF-8");
+        Object* const object = make(*own);
+        if (object == nullptr) continue;
+        own->getSheet(99);
+        const std::string result = operation.call(*object);
+        const bool succeeded = result.empty() || !isFailureValue(name, result);  // those without a result cannot fail
+        EXPECT_EQ(succeeded, own->errorMessage() == std::string("ok")) << name << ": " << own->errorMessage();
+    }
+}
+
+TEST_P(Operations, ThatSucceedLeaveOk) {
+    const auto sheet = [](IBookT<char>& own) { return own.addSheet("S"); };
+    expectOkAfterSetters<IBookT<char>>(GetParam(), [&](IBookT<char>& own) { return sheet(own), &own; });
+    expectOkAfterSetters<ISheetT<char>>(GetParam(), sheet);
+    expectOkAfterSetters<IFormatT<char>>(GetParam(), [](IBookT<char>& own) { return own.newFormat(); });
+    expectOkAfterSetters<IFontT<char>>(GetParam(), [](IBookT<char>& own) { return own.newFont(); });
+    expectOkAfterSetters<IRichStringT<char>>(GetParam(), [](IBookT<char>& own) { return own.newRichString(); });
+}
+
 /// The lists of operations.h are complete.
 template <class Object>
 void compareWithHeader(const std::string& header) {
