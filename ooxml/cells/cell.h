@@ -45,6 +45,8 @@ public:
         _packedRef = (_packedRef & ~rowMask) | row | referencePresent;
         _column = static_cast<std::uint16_t>(column);
     }
+    /// Where a cell without a reference stands, for those that look for it; it is not written.
+    void setImpliedColumn(std::uint32_t column) { _column = static_cast<std::uint16_t>(column); }
     void clearReference() { _packedRef &= ~(rowMask | referencePresent); }
 
     // ---- style: index into cellXfs

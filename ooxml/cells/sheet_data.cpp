@@ -58,7 +58,7 @@ private:
 template <class Family>
 void c_CT_SheetData<Family>::Reading::keep(std::unique_ptr<Row> row) {
     if (row->isset_r()) index = std::int64_t{row->r()} - 1;
-    if (reader.wantsItem(index)) sheet._rows.addNode(row.release());
+    if (reader.wantsItem(index)) sheet._rows.append(std::move(row));
     ++index;
 }
 

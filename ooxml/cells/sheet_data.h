@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "bindery/classes/class_info.h"
-#include "bindery/values/holders.h"
 #include "ooxml/cells/row.h"
+#include "ooxml/cells/row_list.h"
 
 namespace ooxml {
 
@@ -22,8 +22,8 @@ public:
     int unmarshal(bindery::c_xml_reader& reader, std::string_view name);
     int marshal(bindery::c_xml_writer& writer, std::string_view name) const;
 
-    bindery::ct_non_pod_container<Row>& row() { return _rows; }
-    const bindery::ct_non_pod_container<Row>& row() const { return _rows; }
+    RowList<Row>& row() { return _rows; }
+    const RowList<Row>& row() const { return _rows; }
 
     static const bindery::ClassInfo info;
 
@@ -34,9 +34,11 @@ private:
     int readRows(bindery::c_xml_reader& reader);
     int write(bindery::c_xml_writer& writer) const;
 
-    bindery::ct_non_pod_container<Row> _rows;
+    RowList<Row> _rows;
 };
 
+extern template class RowList<c_CT_Row<SheetFamily>>;
+extern template class RowList<c_CT_Row<StrictFamily>>;
 extern template class c_CT_SheetData<SheetFamily>;
 extern template class c_CT_SheetData<StrictFamily>;
 

@@ -7,24 +7,6 @@
 
 namespace vellum::xlsx {
 
-template <class Row>
-std::size_t firstRowFrom(const bindery::ct_non_pod_container<Row>& rows, std::uint32_t row) {
-    const auto found = std::lower_bound(rows.begin(), rows.end(), row + 1,
-                                        [](const Row& element, std::uint32_t wanted) { return element.r() < wanted; });
-    return static_cast<std::size_t>(found - rows.begin());
-}
-
-template <class Row>
-void addRows(bindery::ct_non_pod_container<Row>& rows, const std::vector<std::uint32_t>& missing) {
-    if (missing.empty()) return;
-    const auto first = static_cast<std::ptrdiff_t>(firstRowFrom(rows, missing.front()));
-    const auto old = static_cast<std::ptrdiff_t>(rows.size());
-    rows.reserve(rows.size() + missing.size());
-    for (const std::uint32_t row : missing) rows.append().r(row + 1);
-    std::inplace_merge(rows.begin() + first, rows.begin() + old, rows.end(),
-                       [](const Row& a, const Row& b) { return a.r() < b.r(); });
-}
-
 template <class Cell>
 std::size_t firstCellFrom(const std::vector<Cell>& cells, std::uint32_t col, std::size_t hint) {
     if (hint < cells.size() && cells[hint].column() == col) return hint;
@@ -41,10 +23,8 @@ const Cell* cellOf(const std::vector<Cell>& cells, std::uint32_t col, std::size_
     return &cells[at];
 }
 
-#define VELLUM_DATA_ROWS(family)                                                                                \
-    template std::size_t firstRowFrom(const bindery::ct_non_pod_container<family::c_CT_Row>&, std::uint32_t);   \
-    template void addRows(bindery::ct_non_pod_container<family::c_CT_Row>&, const std::vector<std::uint32_t>&); \
-    template std::size_t firstCellFrom(const std::vector<family::c_CT_Cell>&, std::uint32_t, std::size_t);      \
+#define VELLUM_DATA_ROWS(family)                                                                           \
+    template std::size_t firstCellFrom(const std::vector<family::c_CT_Cell>&, std::uint32_t, std::size_t); \
     template const family::c_CT_Cell* cellOf(const std::vector<family::c_CT_Cell>&, std::uint32_t, std::size_t&);
 VELLUM_DATA_ROWS(sheet)
 VELLUM_DATA_ROWS(strict)

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "bindery/values/holders.h"
 #include "ooxml/cells/compact_cell.h"
 #include "ooxml/generated/dialect.h"
 
@@ -12,15 +11,15 @@ namespace vellum::xlsx {
 
 /// Rows with their numbers, in order.
 template <class Tag>
-using Rows = bindery::ct_non_pod_container<typename ooxml::dialect<Tag>::sml::c_CT_Row>;
+using Rows = ooxml::RowList<typename ooxml::dialect<Tag>::sml::c_CT_Row>;
 
-/// The first element that does not lie before `row`, counted from 0.
+/// Adds a row, counted from 0, that is not there yet.
 template <class Row>
-std::size_t firstRowFrom(const bindery::ct_non_pod_container<Row>& rows, std::uint32_t row);
-
-/// Adds rows, counted from 0 and sorted, that are not there yet. Elements change their places.
-template <class Row>
-void addRows(bindery::ct_non_pod_container<Row>& rows, const std::vector<std::uint32_t>& missing);
+Row& addRow(ooxml::RowList<Row>& rows, std::uint32_t row) {
+    Row& added = *rows.insert(rows.firstFrom(row));
+    added.r(row + 1);
+    return added;
+}
 
 /// The first cell that does not lie before `col`. `hint` is where it stood in the last row.
 template <class Cell>

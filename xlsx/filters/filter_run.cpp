@@ -37,8 +37,8 @@ public:
         if (first >= end) return judgement;
         look(rows, end);
         judgement.passes.assign(end - first, passes(nullptr));
-        for (std::size_t i = firstRowFrom(rows, first); i < rows.size() && rows[i].r() <= end; ++i) {
-            judgement.passes[rows[i].r() - 1 - first] = passes(&rows[i]);
+        for (auto row = rows.firstFrom(first); row != rows.end() && row->r() <= end; ++row) {
+            judgement.passes[row->r() - 1 - first] = passes(&*row);
         }
         return judgement;
     }
@@ -58,8 +58,8 @@ private:
     void look(const Rows<Tag>& rows, std::uint32_t end) {
         for (Column& column : _columns) {
             if (!column.judge->looksFirst()) continue;
-            for (std::size_t i = firstRowFrom(rows, _range.rowFirst + 1); i < rows.size() && rows[i].r() <= end; ++i) {
-                column.judge->note(valueIn(&rows[i], column));
+            for (auto row = rows.firstFrom(_range.rowFirst + 1); row != rows.end() && row->r() <= end; ++row) {
+                column.judge->note(valueIn(&*row, column));
             }
             column.judge->endOfNotes();
         }
@@ -97,21 +97,16 @@ void showRows(const Judgement& judgement, const std::vector<std::uint32_t>& orde
             if (!passes(next)) missing.push_back(first + next);
         }
     };
-    for (std::size_t i = firstRowFrom(rows, first); i < rows.size() && rows[i].r() <= first + count; ++i) {
-        missTo(rows[i].r() - 1 - first);
+    for (auto row = rows.firstFrom(first); row != rows.end() && row->r() <= first + count; ++row) {
+        missTo(row->r() - 1 - first);
         if (!passes(next++)) {
-            rows[i].hidden(true);
+            row->hidden(true);
         } else if (!judgement.isPartial) {
-            rows[i].unset_hidden();
+            row->unset_hidden();
         }
     }
     missTo(count);
-    addRows(rows, missing);
-    std::size_t i = missing.empty() ? 0 : firstRowFrom(rows, missing.front());
-    for (const std::uint32_t row : missing) {
-        while (rows[i].r() != row + 1) ++i;
-        rows[i].hidden(true);
-    }
+    for (const std::uint32_t row : missing) addRow(rows, row).hidden(true);
 }
 
 #define VELLUM_FILTER_RUN(Tag, family)                                                                             \

@@ -39,10 +39,10 @@ public:
 private:
     void findRows() {
         std::fill(_at.begin(), _at.end(), nullptr);
-        for (std::size_t i = firstRowFrom(_rows, _data.rowFirst); i < _rows.size(); ++i) {
-            const std::size_t at = _rows[i].r() - 1 - _data.rowFirst;
+        for (auto row = _rows.firstFrom(_data.rowFirst); row != _rows.end(); ++row) {
+            const std::size_t at = row->r() - 1 - _data.rowFirst;
             if (at >= _at.size()) return;
-            _at[at] = &_rows[i];
+            _at[at] = &*row;
         }
     }
 
@@ -81,12 +81,9 @@ private:
 
     /// Rows that get cells and are not there.
     void makeRows(const std::vector<std::uint32_t>& order) {
-        std::vector<std::uint32_t> missing;
         for (std::uint32_t to = 0; to < order.size(); ++to) {
-            if (!_at[to] && !_blocks[order[to]].empty()) missing.push_back(_data.rowFirst + to);
+            if (!_at[to] && !_blocks[order[to]].empty()) _at[to] = &addRow(_rows, _data.rowFirst + to);
         }
-        addRows(_rows, missing);
-        if (!missing.empty()) findRows();
     }
 
     void putBlock(std::uint32_t from, std::uint32_t to) {

@@ -78,11 +78,9 @@ double ColumnFit<Tag>::width(const Cell& cell) {
 }
 
 template <class Tag>
-std::vector<double> ColumnFit<Tag>::widths(const bindery::ct_non_pod_container<Row>& rows, const CellRange& area) {
+std::vector<double> ColumnFit<Tag>::widths(const ooxml::RowList<Row>& rows, const CellRange& area) {
     std::vector<double> widest(area.colLast - area.colFirst + 1, -1);
-    auto row = std::lower_bound(rows.begin(), rows.end(), area.rowFirst + 1,
-                                [](const Row& element, std::uint32_t wanted) { return element.r() < wanted; });
-    for (; row != rows.end() && row->r() <= area.rowLast + 1; ++row) {
+    for (auto row = rows.firstFrom(area.rowFirst); row != rows.end() && row->r() <= area.rowLast + 1; ++row) {
         const auto& cells = row->c();
         const bool hasMerges = _merges.touchesRow(row->r() - 1);
         auto cell =

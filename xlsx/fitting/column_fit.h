@@ -48,7 +48,7 @@ public:
 
     /// For each column of an area in numbered rows the greatest width, in characters; -1 where nothing was measured.
     /// Cells of merged blocks are passed over.
-    std::vector<double> widths(const bindery::ct_non_pod_container<Row>& rows, const CellRange& area);
+    std::vector<double> widths(const ooxml::RowList<Row>& rows, const CellRange& area);
     /// -1 for a cell that shows nothing.
     double width(const Cell& cell);
 

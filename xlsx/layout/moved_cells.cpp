@@ -36,13 +36,6 @@ auto firstFrom(std::vector<Cell>& cells, std::uint32_t col) {
                             [](const Cell& cell, std::uint32_t wanted) { return cell.column() < wanted; });
 }
 
-template <class Rows>
-std::size_t placeOf(Rows& rows, std::uint32_t row) {
-    const auto found = std::lower_bound(rows.begin(), rows.end(), row + 1,
-                                        [](const auto& element, std::uint32_t wanted) { return element.r() < wanted; });
-    return static_cast<std::size_t>(found - rows.begin());
-}
-
 }  // namespace
 
 template <class Tag>
@@ -109,19 +102,15 @@ void MovedCells<Tag>::move(const CellMove& move) {
 
 template <class Tag>
 void MovedCells<Tag>::moveRows(const CellMove& move) {
-    const std::size_t from = placeOf(_rows, move.first);
-    if (!move.isInsert) {
-        if (const std::size_t past = placeOf(_rows, move.last + 1); past > from) _rows.erase(from, past);
-    }
+    auto row = _rows.firstFrom(move.first);
+    if (!move.isInsert) row = _rows.erase(row, _rows.firstFrom(move.last + 1));
     const std::uint32_t count = move.isInsert ? move.count() : 0 - move.count();
-    std::size_t kept = from;
-    for (; kept < _rows.size(); ++kept) {
-        Row& row = _rows[kept];
-        row.r(row.r() + count);
-        if (row.r() > sheetRows) break;
-        for (Cell& cell : row.c()) cell.setReference(row.r() - 1, cell.column());
+    for (; row != _rows.end(); ++row) {
+        row->r(row->r() + count);
+        if (row->r() > sheetRows) break;
+        for (Cell& cell : row->c()) cell.setReference(row->r() - 1, cell.column());
     }
-    if (kept < _rows.size()) _rows.erase(kept, _rows.size());
+    _rows.erase(row, _rows.end());
 }
 
 template <class Tag>

@@ -11,7 +11,7 @@ class MovedCells {
 public:
     using Row = typename Sml<Tag>::c_CT_Row;
     using Cell = typename Sml<Tag>::c_CT_Cell;
-    using Rows = bindery::ct_non_pod_container<Row>;
+    using Rows = ooxml::RowList<Row>;
 
     explicit MovedCells(Rows& rows) : _rows(rows) {}
 

@@ -24,40 +24,33 @@ std::optional<std::uint32_t> summaryOf(std::uint32_t first, std::uint32_t last, 
 }  // namespace
 
 template <class Tag>
-std::size_t Outline<Tag>::placeOf(std::uint32_t row) {
+auto Outline<Tag>::ensureRow(RowPlace at, std::uint32_t row) -> RowPlace {
     auto& rows = _sheet.sheetData().row();
-    const auto found = std::lower_bound(rows.begin(), rows.end(), row + 1,
-                                        [](const Row& element, std::uint32_t wanted) { return element.r() < wanted; });
-    return static_cast<std::size_t>(found - rows.begin());
-}
-
-template <class Tag>
-auto Outline<Tag>::ensureRow(std::size_t at, std::uint32_t row) -> Row& {
-    auto& rows = _sheet.sheetData().row();
-    if (at < rows.size() && rows[at].r() == row + 1) return rows[at];
-    Row& made = rows.insert(at);
-    made.r(row + 1);
+    if (at != rows.end() && at->r() == row + 1) return at;
+    const RowPlace made = rows.insert(at);
+    made->r(row + 1);
     return made;
 }
 
 template <class Tag>
 void Outline<Tag>::groupRows(std::uint32_t first, std::uint32_t last, bool collapsed) {
     auto& rows = _sheet.sheetData().row();
-    std::size_t at = placeOf(first);
-    const bool exists = at < rows.size() && rows[at].r() == first + 1;
-    const unsigned level = exists ? rows[at].outlineLevel() : 0;
+    RowPlace at = rows.firstFrom(first);
+    const auto levelAt = [&](std::uint32_t row) {
+        return at != rows.end() && at->r() == row + 1 ? at->outlineLevel() : 0U;
+    };
+    const unsigned level = levelAt(first);
     if (level >= deepestLevel) throw vlerror(msg::outlineTooDeep);
     raiseRowBar(level + 1);
     for (std::uint32_t row = first; row <= last; ++row, ++at) {
-        const bool isThere = at < rows.size() && rows[at].r() == row + 1;
-        if ((isThere ? rows[at].outlineLevel() : 0U) != level) throw vlerror(msg::groupOverlap);
-        Row& element = ensureRow(at, row);
-        element.outlineLevel(static_cast<std::uint8_t>(level + 1));
-        if (collapsed) element.hidden(true);
+        if (levelAt(row) != level) throw vlerror(msg::groupOverlap);
+        at = ensureRow(at, row);
+        at->outlineLevel(static_cast<std::uint8_t>(level + 1));
+        if (collapsed) at->hidden(true);
     }
     if (!collapsed) return;
     if (const auto summary = summaryOf(first, last, summaryBelow(), sheetRows)) {
-        ensureRow(placeOf(*summary), *summary).collapsed(true);
+        ensureRow(rows.firstFrom(*summary), *summary)->collapsed(true);
     }
 }
 

@@ -27,8 +27,10 @@ public:
 private:
     using Row = typename Sml<Tag>::c_CT_Row;
 
-    Row& ensureRow(std::size_t at, std::uint32_t row);
-    std::size_t placeOf(std::uint32_t row);
+    using RowPlace = typename ooxml::RowList<Row>::iterator;
+
+    /// The row, made when it is not there. `at`: the first one that does not lie before it.
+    RowPlace ensureRow(RowPlace at, std::uint32_t row);
     unsigned columnLevel(std::uint32_t first, std::uint32_t last) const;
     void raiseRowBar(unsigned level);
     void raiseColumnBar(unsigned level);

@@ -278,7 +278,8 @@ private:
     using Cell = typename Sml::c_CT_Cell;
     using Row = typename Sml::c_CT_Row;
     using Cells = std::vector<Cell>;
-    using Rows = bindery::ct_non_pod_container<Row>;
+    using Rows = ooxml::RowList<Row>;
+    using RowPlace = typename Rows::iterator;
     using Formula = typename Sml::c_CT_CellFormula;
     using DefinedName = typename Sml::c_CT_DefinedName;
     using CellType = ooxml::CellType;
@@ -313,8 +314,8 @@ private:
     void sortAll();
 
     // Finding and making cells: sheet_lookup.cpp.
-    /// Element of the first row that does not lie before `row`. All rows have to be numbered.
-    std::size_t rowAt(std::uint32_t row);
+    /// The first row that does not lie before `row`. All rows have to be numbered.
+    RowPlace rowAt(std::uint32_t row);
     std::size_t cellAt(const Cells& cells, std::uint32_t col);
     Row* findRow(std::uint32_t row);
     Cell* findCellInRow(Row& row, std::uint32_t col);
@@ -327,7 +328,6 @@ private:
     /// `reset` clears what the cell held. A null format leaves the cell's own, or takes that of its column.
     Cell& ensureCell(CellPlace at, Format* format, bool reset);
     Row* unnumberedRow(std::uint32_t row);
-    Cell* unnumberedCell(Row& row, std::uint32_t col);
     static bool leavesSpans(const Row& row, std::uint32_t col);
 
     static bool isFilled(const Cell& cell);
@@ -420,7 +420,8 @@ private:
     int _firstLoadedRow = 0;
     std::vector<std::pair<std::uint32_t, Row*>> _rowPlaces;  // while rows are not numbered, when asked for
     // Where the last row and cell were found: neighbours are likely to be next.
-    std::size_t _rowHint = 0, _cellHint = 0;
+    RowPlace _rowHint;
+    std::size_t _cellHint = 0;
 
     xlsx::Columns<Tag> _columns{this->_root};
     xlsx::Merges<Tag> _merges{this->_root};

@@ -86,34 +86,28 @@ bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
     return guard(false, [&] {
         const auto fromRow = static_cast<std::uint32_t>(std::max(*row, 0));
         const auto fromCol = static_cast<std::uint32_t>(std::max(*col, 0));
-        const auto found = [&](std::uint32_t atRow, std::uint32_t atCol) {
-            *row = static_cast<int>(atRow);
-            *col = static_cast<int>(atCol);
-            return true;
+        const auto findIn = [&](const Row& element, std::uint32_t atRow) {
+            const Cells& cells = element.c();
+            for (std::size_t k = atRow == fromRow ? cellAt(cells, fromCol) : 0; k < cells.size(); ++k) {
+                if (cells[k].column() >= sheetColumns) break;
+                if (kindOf(cells[k]) == cellEmpty) continue;
+                *row = static_cast<int>(atRow);
+                *col = static_cast<int>(cells[k].column());
+                return true;
+            }
+            return false;
         };
         if (!_numbered) {
             unnumberedRow(0);  // makes the list of places
             auto next = std::lower_bound(_rowPlaces.begin(), _rowPlaces.end(), fromRow,
                                          [](const auto& known, std::uint32_t wanted) { return known.first < wanted; });
             for (; next != _rowPlaces.end() && next->first < sheetRows; ++next) {
-                const auto [atRow, inRow] = *next;
-                std::uint32_t atCol = 0;
-                for (const Cell& cell : inRow->c()) {
-                    if (cell.hasReference()) atCol = cell.column();
-                    if (atCol >= sheetColumns) break;
-                    const bool wanted = atRow > fromRow || atCol >= fromCol;
-                    if (wanted && kindOf(cell) != cellEmpty) return found(atRow, atCol);
-                    ++atCol;
-                }
+                if (findIn(*next->second, next->first)) return true;
             }
             return false;
         }
-        for (std::size_t i = rowAt(fromRow); i < _rows->size() && (*_rows)[i].r() <= sheetRows; ++i) {
-            const Cells& cells = (*_rows)[i].c();
-            const std::uint32_t atRow = (*_rows)[i].r() - 1;
-            for (std::size_t k = atRow == fromRow ? cellAt(cells, fromCol) : 0; k < cells.size(); ++k) {
-                if (kindOf(cells[k]) != cellEmpty) return found(atRow, cells[k].column());
-            }
+        for (RowPlace next = rowAt(fromRow); next != _rows->end() && next->r() <= sheetRows; ++next) {
+            if (findIn(*next, next->r() - 1)) return true;
         }
         return false;
     });

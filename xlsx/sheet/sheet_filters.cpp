@@ -93,8 +93,8 @@ void XMLSheetImplT<CharT, Tag>::dropEmptyFilter() {
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::dissolveShared(const CellRange& range) {
     std::unordered_set<std::uint32_t> groups;
-    for (std::size_t i = rowAt(range.rowFirst); i < _rows->size() && (*_rows)[i].r() <= range.rowLast + 1; ++i) {
-        for (const Cell& cell : (*_rows)[i].c()) {
+    for (RowPlace row = rowAt(range.rowFirst); row != _rows->end() && row->r() <= range.rowLast + 1; ++row) {
+        for (const Cell& cell : row->c()) {
             const Formula* const formula = cell.formula();
             const bool isInside = cell.column() >= range.colFirst && cell.column() <= range.colLast;
             if (isInside && formula && formula->t() == "shared" && formula->isset_si()) groups.insert(formula->si());

@@ -17,7 +17,8 @@ namespace vellum {
 
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::forgetPlaces() {
-    _rowHint = _cellHint = 0;
+    _rowHint = {};
+    _cellHint = 0;
     _rowPlaces.clear();
     _sharedMasters.clear();
     _mastersKnown = false;
@@ -156,8 +157,8 @@ bool XMLSheetImplT<CharT, Tag>::clearRange(int rowFirst, int rowLast, int colFir
 /// Row by row; where the text of a group of formulas stands, it is handed on before the cell goes.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::clearCells(const CellRange& range) {
-    for (std::size_t i = rowAt(range.rowFirst); i < _rows->size() && (*_rows)[i].r() <= range.rowLast + 1; ++i) {
-        Cells& cells = (*_rows)[i].c();
+    for (RowPlace row = rowAt(range.rowFirst); row != _rows->end() && row->r() <= range.rowLast + 1; ++row) {
+        Cells& cells = row->c();
         const std::size_t from = cellAt(cells, range.colFirst);
         std::size_t past = from;
         for (; past < cells.size() && cells[past].column() <= range.colLast; ++past) {

@@ -142,8 +142,11 @@ void XMLSheetImplT<CharT, Tag>::checkOrder() {
         sorted = sorted && at >= next;
         next = at + 1;
         std::uint32_t nextCol = 0;
-        for (const Cell& cell : row.c()) {
-            if (!cell.hasReference()) _numbered = false;
+        for (Cell& cell : row.c()) {
+            if (!cell.hasReference()) {
+                _numbered = false;
+                cell.setImpliedColumn(std::min(nextCol, sheetColumns));
+            }
             const std::uint32_t col = cell.hasReference() ? cell.column() : nextCol;
             sorted = sorted && col >= nextCol;
             nextCol = col + 1;

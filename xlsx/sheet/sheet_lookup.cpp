@@ -18,18 +18,16 @@ auto XMLSheetImplT<CharT, Tag>::place(int row, int col) -> CellPlace {
 }
 
 template <class CharT, class Tag>
-std::size_t XMLSheetImplT<CharT, Tag>::rowAt(std::uint32_t row) {
-    const Rows& rows = *_rows;
-    const std::size_t size = rows.size();
+auto XMLSheetImplT<CharT, Tag>::rowAt(std::uint32_t row) -> RowPlace {
+    Rows& rows = *_rows;
     const std::uint32_t r = row + 1;
     // The row of the last call and the one behind it are what is asked for nearly always.
-    for (std::size_t at = _rowHint; at < std::min(_rowHint + 2, size); ++at) {
-        if (rows[at].r() == r) return _rowHint = at;
+    RowPlace at = _rowHint;
+    for (int i = 0; i < 2 && rows.holds(at); ++i, ++at) {
+        if (at->r() == r) return _rowHint = at;
     }
-    if (size == 0 || rows[size - 1].r() < r) return size;
-    const auto found = std::lower_bound(rows.begin(), rows.end(), r,
-                                        [](const Row& element, std::uint32_t wanted) { return element.r() < wanted; });
-    return _rowHint = static_cast<std::size_t>(found - rows.begin());
+    if (rows.empty() || rows.back().r() < r) return rows.end();
+    return _rowHint = rows.firstFrom(row);
 }
 
 template <class CharT, class Tag>
@@ -47,8 +45,8 @@ std::size_t XMLSheetImplT<CharT, Tag>::cellAt(const Cells& cells, std::uint32_t 
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::findRow(std::uint32_t row) -> Row* {
     if (!_numbered) return unnumberedRow(row);
-    const std::size_t at = rowAt(row);
-    return at < _rows->size() && (*_rows)[at].r() == row + 1 ? &(*_rows)[at] : nullptr;
+    const RowPlace at = rowAt(row);
+    return at != _rows->end() && at->r() == row + 1 ? &*at : nullptr;
 }
 
 /// A row without a number stands behind the one before it.
@@ -69,37 +67,9 @@ auto XMLSheetImplT<CharT, Tag>::unnumberedRow(std::uint32_t row) -> Row* {
 
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::findCellInRow(Row& row, std::uint32_t col) -> Cell* {
-    if (!_numbered) return unnumberedCell(row, col);
     Cells& cells = row.c();
     const std::size_t at = cellAt(cells, col);
     return at < cells.size() && cells[at].column() == col ? &cells[at] : nullptr;
-}
-
-/// A cell without a reference stands behind the one before it, so its place is known only by counting from the last
-/// that has one. Most producers number all cells or none: halving works as long as each probe has a number, and the row
-/// is counted through from its start when one has not.
-template <class CharT, class Tag>
-auto XMLSheetImplT<CharT, Tag>::unnumberedCell(Row& row, std::uint32_t col) -> Cell* {
-    Cells& cells = row.c();
-    std::size_t first = 0, end = cells.size();
-    while (first < end) {
-        const std::size_t middle = first + (end - first) / 2;
-        Cell& probe = cells[middle];
-        if (!probe.hasReference()) break;
-        if (probe.column() == col) return &probe;
-        if (probe.column() < col) {
-            first = middle + 1;
-        } else {
-            end = middle;
-        }
-    }
-    if (first >= end) return nullptr;
-    std::uint32_t running = 0;
-    for (Cell& cell : cells) {
-        if (cell.hasReference()) running = cell.column();
-        if (running++ == col) return &cell;
-    }
-    return nullptr;
 }
 
 template <class CharT, class Tag>
@@ -124,13 +94,12 @@ auto XMLSheetImplT<CharT, Tag>::requireCell(int row, int col) -> Cell& {
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::ensureRow(std::uint32_t row) -> Row& {
     numberAll();
-    const std::size_t at = rowAt(row);
-    if (at < _rows->size() && (*_rows)[at].r() == row + 1) return (*_rows)[at];
-    Row& made = _rows->insert(at);
-    made.r(row + 1);
-    _rowHint = at;
+    const RowPlace at = rowAt(row);
+    if (at != _rows->end() && at->r() == row + 1) return *at;
+    _rowHint = _rows->insert(at);
+    _rowHint->r(row + 1);
     _cellHint = 0;
-    return made;
+    return *_rowHint;
 }
 
 /// Whether the row's `spans`, such as "1:3 7:9", leave the column out.

@@ -14,7 +14,7 @@ namespace vellum {
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::splitZeroRows() {
     const auto isZero = [](const Row& row) { return row.isset_r() && row.r() == 0; };
-    if (_rows->empty() || !isZero((*_rows)[0])) return;
+    if (_rows->empty() || !isZero(*_rows->begin())) return;
     std::vector<std::unique_ptr<Row>> split;
     bool leading = true;
     for (Row& row : *_rows) {
@@ -37,7 +37,7 @@ void XMLSheetImplT<CharT, Tag>::splitZeroRows() {
         if (current->r() != 0) split.push_back(std::move(current));
     }
     _rows->clear();
-    for (auto& row : split) _rows->addNode(row.release());
+    for (auto& row : split) _rows->append(std::move(row));
     _numbered = false;  // nor in order
 }
 
@@ -85,7 +85,7 @@ void XMLSheetImplT<CharT, Tag>::sortAll() {
             cells.insert(cells.end(), std::make_move_iterator(row->c().begin()),
                          std::make_move_iterator(row->c().end()));
         } else {
-            _rows->addNode(row.release());
+            _rows->append(std::move(row));
         }
     }
     for (Row& row : *_rows) {

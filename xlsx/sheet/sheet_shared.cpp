@@ -71,9 +71,9 @@ void XMLSheetImplT<CharT, Tag>::eachMember(const Formula& master, CellPlace from
     if (!range) return;
     const std::uint32_t si = master.si();
     const std::uint32_t rowFirst = std::max(range->rowFirst, from.row);
-    for (std::size_t i = rowAt(rowFirst); i < _rows->size() && (*_rows)[i].r() <= range->rowLast + 1; ++i) {
-        Cells& cells = (*_rows)[i].c();
-        const std::uint32_t row = (*_rows)[i].r() - 1;
+    for (RowPlace place = rowAt(rowFirst); place != _rows->end() && place->r() <= range->rowLast + 1; ++place) {
+        Cells& cells = place->c();
+        const std::uint32_t row = place->r() - 1;
         const std::uint32_t colFirst = row == from.row ? std::max(range->colFirst, from.col) : range->colFirst;
         for (std::size_t k = cellAt(cells, colFirst); k < cells.size() && cells[k].column() <= range->colLast; ++k) {
             if (isMember(cells[k], si) && visit(CellPlace{row, cells[k].column()}, cells[k])) return;
