@@ -6,6 +6,7 @@
 
 #include "host/labels/range.h"
 #include "host/labels/report.h"
+#include "host/sources/book_calls.h"
 #include "host/text/text_compare.h"
 
 namespace quillet {
@@ -38,6 +39,11 @@ void leaveOutRowsBehindTheLast(RangeSpec& range) {
     range.lastRow = std::min(range.lastRow, std::max(range.firstRow, range.ops.lastRow(range.sheet)));
 }
 
+/// Nor do stretches without a cell in front of it.
+void passOverGaps(RangeSpec& range, const DriverContext& source) {
+    if (source.ops == &workbookTableOps) range.gap = CellGap(sheetCellWalk(range.sheet));
+}
+
 }  // namespace
 
 ItemForm itemForm(HostType type) {
@@ -67,7 +73,10 @@ int openItem(Item& item, DriverContext* source, const char* label, ItemUse use) 
     if (parseRange(context, flags, autoBase, source, &item.range, label)) {
         return fail(context, msg::invalidRangeOrName);
     }
-    if (use == ItemUse::read && !item.range.has(optRangeSize)) leaveOutRowsBehindTheLast(item.range);
+    if (use == ItemUse::read && !item.range.has(optRangeSize)) {
+        leaveOutRowsBehindTheLast(item.range);
+        passOverGaps(item.range, *source);
+    }
     if (source->specialValues) item.range.specialValues = &item.specialValues;
     if (item.range.has(optDataFrame) && itemForm(item.type) != ItemForm::array) {
         return fail(context, msg::dataframeNeedsArray);

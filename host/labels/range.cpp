@@ -199,6 +199,7 @@ int takeAllColumns(HostContext* context, RangeSpec& range) {
     range.columnMap = allocateArray<std::int32_t>(std::size_t(range.columnCount));
     if (!range.columnMap) return fail(context, msg::noMemory);
     for (std::int32_t i = 0; i < range.columnCount; ++i) range.columnMap[std::size_t(i)] = i;
+    range.columnsInOrder = true;
     if (range.has(optSkipHeader)) {
         range.headerRow = range.firstRow++;
         if (range.lastRow < range.firstRow) range.lastRow = range.firstRow;

@@ -1,8 +1,10 @@
 // Where the data of one item lie: all that the read and write code sees of a source.
 #pragma once
+#include <algorithm>
 #include <cstdint>
 
 #include "host/interface/c_memory.h"
+#include "host/labels/cell_gap.h"
 #include "host/sources/options.h"
 #include "host/sources/table_ops.h"
 
@@ -22,24 +24,45 @@ struct RangeSpec {
     std::int32_t autoIndexStart = 0;  // value of `autondx=` less one
     std::int32_t headerRow = -1;      // absolute; -1 when there is none
     CArray<std::int32_t> columnMap;   // for each used column its offset from firstCol
+    bool columnsInOrder = false;      // columnMap is 0, 1, 2, ...
     const char* realFormat = "";      // the host's format for reals
     TableOps ops = {};
+    CellGap gap;  // while reading
 
     bool has(std::uint32_t option) const { return (flags & option) != 0; }
     int height() const { return lastRow - firstRow + 1; }
     int width() const { return lastCol - firstCol + 1; }
 
-    int kindAt(int row, int col) const { return ops.cellKind(sheet, firstRow + row, firstCol + col); }
+    int kindAt(int row, int col) {
+        row += firstRow;
+        col += firstCol;
+        if (gap.holds(row, col)) return cellEmpty;
+        const int kind = ops.cellKind(sheet, row, col);
+        if (kind == cellEmpty) gap.lookFrom(row, col);
+        return kind;
+    }
     /// Whether a cell of this kind counts as empty.
     bool passesOver(int kind) const { return kind == cellEmpty || (kind == cellError && has(optSkipErrorCells)); }
     /// Whether `count` used columns of the row, from `first` on in columnMap, count as empty.
-    bool isEmpty(int row, int first, int count) const {
-        for (int c = first; c < first + count; ++c) {
-            if (!passesOver(kindAt(row, columnMap[std::size_t(c)]))) return false;
+    bool isEmpty(int row, int first, int count) {
+        for (int c = first; c < first + count; c = usedFrom(row, c + 1)) {
+            if (!passesOver(kindAt(row, column(c)))) return false;
         }
         return true;
     }
     int column(int used) const { return columnMap[std::size_t(used)]; }
+
+    /// The row behind one that was looked at. Rows that are known to hold nothing are passed over.
+    int rowBehind(int row) const {
+        ++row;
+        return gap.holds(firstRow + row, firstCol) ? std::max(row, gap.nextRow() - firstRow) : row;
+    }
+    /// `used`, or a later one when those between are known to hold nothing in this row; columnCount when all of them
+    /// are.
+    int usedFrom(int row, int used) const {
+        if (!columnsInOrder || used >= columnCount || !gap.holds(firstRow + row, firstCol + used)) return used;
+        return gap.nextRow() == firstRow + row ? std::min(columnCount, gap.nextCol() - firstCol) : columnCount;
+    }
 };
 
 }  // namespace quillet

@@ -21,7 +21,7 @@ int readRows(HostContext* context, RangeSpec& range, const ArrayList& list, int*
     const bool autoIndex = range.has(optAutoIndex);
     if (autoIndex) tuple[0] = range.autoIndexStart;
     const int height = range.height();
-    for (int row = 0; row < height; ++row) {
+    for (int row = 0; row < height; row = range.rowBehind(row)) {
         if (range.isEmpty(row, 0, range.columnCount)) continue;
         if (readIndexColumns(context, range, list.sets.get(), list.indexTypes.get(), list.indexColumns, row, tuple)) {
             return 1;

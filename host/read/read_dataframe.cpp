@@ -53,7 +53,8 @@ int readDataFrame(const ArrayReading& a) {
     const int height = a.range.height();
     a.tuple[0] = 1;
     for (int row = 0; row < height; ++row) {
-        for (int c = 0; c < a.range.columnCount; ++c) {
+        const auto behind = [&](int c) { return a.shape.isRecord ? c + 1 : a.range.usedFrom(row, c + 1); };
+        for (int c = 0; c < a.range.columnCount; c = behind(c)) {
             a.tuple[1] = positions[std::size_t(c)];
             if (a.storeValue(row, c)) return 1;
         }

@@ -9,7 +9,7 @@ int readWithIndexColumns(const ArrayReading& a) {
     const int indexCount = autoIndex ? 0 : a.shape.dims;
     if (autoIndex) a.tuple[0] = a.range.autoIndexStart;
     const int height = a.range.height();
-    for (int row = 0; row < height; ++row) {
+    for (int row = 0; row < height; row = a.range.rowBehind(row)) {
         if (a.range.isEmpty(row, 0, a.range.columnCount)) continue;
         if (readIndexColumns(a.context, a.range, a.shape.sets.get(), a.columnTypes, indexCount, row, a.tuple)) {
             return 1;
@@ -41,7 +41,7 @@ int readWithPartIndex(const ArrayReading& a) {
     const int first = firstIndex(a.shape.lastSet());
     const bool hasValues = hostApi().hostSetSize(a.shape.lastSet()) > 0;
     const int height = a.range.height();
-    for (int row = 0; row < height; ++row) {
+    for (int row = 0; row < height; row = a.range.rowBehind(row)) {
         if (a.range.isEmpty(row, 0, a.range.columnCount)) continue;
         if (readIndexColumns(a.context, a.range, a.shape.sets.get(), a.columnTypes, indexCount, row, a.tuple)) {
             return 1;

@@ -62,9 +62,9 @@ CellEnd readBase(const ListReading& l, int kind, int row, int col) {
 int readCells(const ListReading& l) {
     const bool isUnion = isUnionType(l.context, l.type);
     const int height = l.range.height();
-    for (int row = 0; row < height; ++row) {
+    for (int row = 0; row < height; row = l.range.rowBehind(row)) {
         bool converted = true;
-        for (int c = 0; c < l.range.columnCount; ++c) {
+        for (int c = 0; c < l.range.columnCount; c = l.range.usedFrom(row, c + 1)) {
             const int col = l.range.column(c);
             const int kind = l.range.kindAt(row, col);
             if (l.range.passesOver(kind)) continue;
@@ -92,8 +92,9 @@ int readRecords(const ListReading& l, int need) {
     const auto types = rowColumnTypes(l.context, l.range, nullptr, 0, l.type, need, l.fieldTable);
     if (!types) return 1;
     const int height = l.range.height();
-    for (int row = 0; row < height; ++row) {
-        for (int first = 0; first < count; first += need) {
+    for (int row = 0; row < height; row = l.range.rowBehind(row)) {
+        const auto groupBehind = [&](int first) { return l.range.usedFrom(row, first + need) / need * need; };
+        for (int first = 0; first < count; first = groupBehind(first)) {
             if (l.range.isEmpty(row, first, need)) continue;
             if (readOneRecord(l, types.get(), row, first)) return 1;
         }

@@ -13,7 +13,7 @@ enum class RowEnd { next, failed };
 RowEnd readRow(Item& item, HostSet* set, HostType type, int row, int* counter) {
     RangeSpec& range = item.range;
     RowEnd result = RowEnd::next;
-    for (int c = 0; c < range.columnCount; ++c) {
+    for (int c = 0; c < range.columnCount; c = range.usedFrom(row, c + 1)) {
         const int col = range.column(c);
         const int kind = range.kindAt(row, col);
         if (range.passesOver(kind)) continue;
@@ -44,7 +44,9 @@ int readSet(Item& item, int* counter) {
 
     RowEnd result = RowEnd::next;
     const int height = item.range.height();
-    for (int row = 0; row < height && result == RowEnd::next; ++row) result = readRow(item, set, type, row, counter);
+    for (int row = 0; row < height && result == RowEnd::next; row = item.range.rowBehind(row)) {
+        result = readRow(item, set, type, row, counter);
+    }
 
     int finish = 0;
     hostApi().hostParam(item.context, hostParamFinishSets, &finish);

@@ -16,6 +16,10 @@ vellum::ISheetT<char>& asSheet(Sheet* sheet) {
     return *static_cast<vellum::ISheetT<char>*>(sheet);
 }
 
+bool nextCell(void* cells, int* row, int* col) {
+    return static_cast<vellum::ISheetCells*>(cells)->cellFrom(row, col);
+}
+
 }  // namespace
 
 Book* createBook() {
@@ -104,6 +108,10 @@ const char* sheetNamedRange(Sheet* sheet, int index, int* firstRow, int* lastRow
 }
 const char* sheetSheetName(Sheet* sheet) {
     return asSheet(sheet).sheetName();
+}
+CellWalk sheetCellWalk(Sheet* sheet) {
+    auto* const cells = dynamic_cast<vellum::ISheetCells*>(&asSheet(sheet));
+    return cells ? CellWalk{cells, nextCell} : CellWalk{};
 }
 
 }  // namespace quillet

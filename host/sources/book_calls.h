@@ -38,5 +38,6 @@ int sheetLastCol(Sheet* sheet);
 int sheetNamedRangeCount(Sheet* sheet);
 const char* sheetNamedRange(Sheet* sheet, int index, int* firstRow, int* lastRow, int* firstCol, int* lastCol);
 const char* sheetSheetName(Sheet* sheet);
+CellWalk sheetCellWalk(Sheet* sheet);
 
 }  // namespace quillet

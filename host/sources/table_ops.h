@@ -43,6 +43,13 @@ struct TableOps {
 };
 static_assert(sizeof(TableOps) == 22 * sizeof(void*));
 
+/// Beside the operations, from sources that can tell: moves (row, col) to the first cell at or behind it, in row order.
+/// All between them are empty. False when there is none. No functions: the source cannot tell.
+struct CellWalk {
+    void* cells = nullptr;
+    bool (*from)(void* cells, int* row, int* col) = nullptr;
+};
+
 extern const TableOps csvTableOps;       // host/csv_ops.cpp
 extern const TableOps workbookTableOps;  // host/workbook_ops.cpp
 
