@@ -27,6 +27,9 @@ public:
     char* spaceAtEnd(std::size_t count);
     void extend(std::size_t count) { _size += count; }
 
+    /// Empties the buffer and keeps its room.
+    void truncate() { _position = _size = 0; }
+
     /// Both move the position. The number of bytes read; false when memory is short.
     std::size_t read(void* to, std::size_t count);
     bool write(const void* from, std::size_t count);

@@ -62,6 +62,12 @@ void operator delete(void* memory, std::size_t) noexcept {
 // The linker gives calls of these functions the names below.
 extern "C" {
 
+// minizip does not free the header of an entry that could not be written.
+const char* __lsan_default_suppressions();
+const char* __lsan_default_suppressions() {
+    return "leak:zipOpenNewFileInZip4_64";
+}
+
 void* __real_realloc(void* memory, std::size_t size);
 void* __wrap_realloc(void* memory, std::size_t size);
 int __real_pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*), void* argument);
