@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "biff/container/record_ids.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 
 namespace vellum {
 
@@ -31,7 +31,7 @@ public:
 private:
     void make(std::uint16_t id, std::wstring_view text, bool wide);
 
-    RawRecords _record;
+    KeptRecords _record;
 };
 
 }  // namespace biff

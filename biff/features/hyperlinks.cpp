@@ -27,7 +27,7 @@ std::vector<std::byte> wholeBody(std::span<const std::byte> wire) {
     return body;
 }
 
-LinkTarget targetOf(const RawRecords& record) {
+LinkTarget targetOf(const KeptRecords& record) {
     const auto body = wholeBody(record.wire());
     return readHyperlinkObject(std::span(body).subspan(headSize));
 }

@@ -7,7 +7,7 @@
 
 #include "biff/cells/sheet_records.h"
 #include "biff/container/record_ids.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 
 namespace vellum {
 
@@ -33,7 +33,7 @@ public:
 private:
     struct Link {
         CellRange range;
-        RawRecords record;
+        KeptRecords record;
     };
     std::vector<Link> _links;
 };

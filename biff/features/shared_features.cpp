@@ -27,11 +27,11 @@ std::uint32_t inFile(int flags) {
     return word;
 }
 
-std::uint16_t idOf(const RawRecords& record) {
+std::uint16_t idOf(const KeptRecords& record) {
     return loadLe<std::uint16_t>(record.wire().data());
 }
 
-bool isOf(const RawRecords& record, std::uint16_t id, FeatureType type) {
+bool isOf(const KeptRecords& record, std::uint16_t id, FeatureType type) {
     return idOf(record) == id && loadLe<std::uint16_t>(&record.firstBody()[typeAt]) == static_cast<std::uint16_t>(type);
 }
 
@@ -56,20 +56,20 @@ void check(std::uint16_t id, std::span<const std::byte> body) {
     if (in.left() < feat.cref * sizeof(CellRange)) throwBadSize(Feat::name);
 }
 
-RawRecords headerOf(FeatureType type, std::span<const std::byte> data) {
+KeptRecords headerOf(FeatureType type, std::span<const std::byte> data) {
     FeatHdr header;
     header.isf = static_cast<std::uint16_t>(type);
     header.cbHdrData = data.empty() ? 0 : FeatHdr::hasData;
     Sink body;
     writeFields(body, header);
     body.write(data);
-    RawRecords record;
+    KeptRecords record;
     record.add(FeatHdr::id, body.bytes());
     return record;
 }
 
 // The place of the flags in a Feat of ignored errors that holds this range; null for any other.
-std::byte* errorsOf(RawRecords& record, const CellRange& range, bool alone) {
+std::byte* errorsOf(KeptRecords& record, const CellRange& range, bool alone) {
     if (!isOf(record, Feat::id, FeatureType::ignoredErrors)) return nullptr;
     const auto body = record.firstBody();
     Cursor in(body);
@@ -81,13 +81,13 @@ std::byte* errorsOf(RawRecords& record, const CellRange& range, bool alone) {
     return &body[body.size() - in.left()];
 }
 
-RawRecords ignoredErrors(const CellRange& range, std::uint32_t word) {
+KeptRecords ignoredErrors(const CellRange& range, std::uint32_t word) {
     Feat feat;
     feat.isf = static_cast<std::uint16_t>(FeatureType::ignoredErrors);
     Sink body;
     writeFields(body, feat);
     body.putAll(range.rowFirst, range.rowLast, range.colFirst, range.colLast, word);
-    RawRecords record;
+    KeptRecords record;
     record.add(Feat::id, body.bytes());
     return record;
 }
@@ -96,20 +96,20 @@ RawRecords ignoredErrors(const CellRange& range, std::uint32_t word) {
 
 bool SharedFeatures::read(RecordHeader header, Xls& in) {
     if (header.id != FeatHdr::id && header.id != Feat::id) return false;
-    RawRecords& record = _records.emplace_back();
+    KeptRecords& record = _records.emplace_back();
     record.take(in, header);
     check(header.id, std::as_const(record).firstBody());
     return true;
 }
 
 void SharedFeatures::write(Xls& out) const {
-    for (const RawRecords& record : _records) record.write(out);
+    for (const KeptRecords& record : _records) record.write(out);
 }
 
 void SharedFeatures::setPermissions(std::uint32_t permissions) {
-    RawRecords made = headerOf(FeatureType::protection, std::as_bytes(std::span(&permissions, 1)));
+    KeptRecords made = headerOf(FeatureType::protection, std::as_bytes(std::span(&permissions, 1)));
     const auto known = std::ranges::find_if(
-        _records, [](const RawRecords& record) { return isOf(record, FeatHdr::id, FeatureType::protection); });
+        _records, [](const KeptRecords& record) { return isOf(record, FeatHdr::id, FeatureType::protection); });
     if (known == _records.end()) {
         _records.insert(_records.begin(), std::move(made));
         return;
@@ -126,23 +126,23 @@ void SharedFeatures::setPermissions(std::uint32_t permissions) {
 
 void SharedFeatures::ignoreErrors(const CellRange& range, int flags) {
     const std::uint32_t word = inFile(flags);
-    for (RawRecords& record : _records) {
+    for (KeptRecords& record : _records) {
         const std::byte* const at = errorsOf(record, range, false);
         if (at != nullptr && loadLe<std::uint32_t>(at) == word) throw vlerror(msg::ignoredErrorExists);
     }
-    for (RawRecords& record : _records) {
+    for (KeptRecords& record : _records) {
         if (std::byte* const at = errorsOf(record, range, true)) {
             storeLe(at, loadLe<std::uint32_t>(at) | word);
             return;
         }
     }
     const auto is = [](std::uint16_t id) {
-        return [id](const RawRecords& record) { return isOf(record, id, FeatureType::ignoredErrors); };
+        return [id](const KeptRecords& record) { return isOf(record, id, FeatureType::ignoredErrors); };
     };
     if (std::ranges::none_of(_records, is(FeatHdr::id))) {
         _records.insert(std::ranges::find_if(_records, is(Feat::id)), headerOf(FeatureType::ignoredErrors, {}));
     }
-    const auto last = std::find_if(_records.rbegin(), _records.rend(), [&](const RawRecords& record) {
+    const auto last = std::find_if(_records.rbegin(), _records.rend(), [&](const KeptRecords& record) {
         return is(FeatHdr::id)(record) || is(Feat::id)(record);
     });
     _records.insert(last.base(), ignoredErrors(range, word));
@@ -150,7 +150,7 @@ void SharedFeatures::ignoreErrors(const CellRange& range, int flags) {
 
 void SharedFeatures::remove(FeatureType type) {
     std::erase_if(_records,
-                  [type](const RawRecords& r) { return isOf(r, FeatHdr::id, type) || isOf(r, Feat::id, type); });
+                  [type](const KeptRecords& r) { return isOf(r, FeatHdr::id, type) || isOf(r, Feat::id, type); });
 }
 
 }  // namespace vellum::biff

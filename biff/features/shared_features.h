@@ -7,7 +7,7 @@
 
 #include "biff/cells/sheet_records.h"
 #include "biff/container/record_ids.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 
 namespace vellum {
 
@@ -85,7 +85,7 @@ public:
     void remove(FeatureType type);
 
 private:
-    std::vector<RawRecords> _records;
+    std::vector<KeptRecords> _records;
 };
 
 }  // namespace biff

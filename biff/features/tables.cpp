@@ -117,13 +117,13 @@ void checkListRecord(std::uint16_t id, std::size_t size) {
     if (rule != std::end(leastSizes) && size < rule->bytes) throwBadSize(rule->name);
 }
 
-std::size_t tableTotal(const KeptRecords& kept) {
+std::size_t tableTotal(const PlacedRecords& kept) {
     std::size_t total = 0;
     kept.forEach(Place::tables, [&](std::span<const std::byte> wire) { total += isTable(wire); });
     return total;
 }
 
-TableFacts tableAt(const KeptRecords& kept, std::size_t index) {
+TableFacts tableAt(const PlacedRecords& kept, std::size_t index) {
     std::span<const std::byte> found;
     std::size_t number = 0;
     kept.forEach(Place::tables, [&](std::span<const std::byte> wire) {

@@ -22,7 +22,7 @@ void Globals::finishLoad() {
     drawingGroup.finishLoad();
 }
 
-const RawRecords& Globals::slot(std::uint16_t id) const {
+const KeptRecords& Globals::slot(std::uint16_t id) const {
     const auto at = std::ranges::find(slotIds, id) - std::begin(slotIds);
     return slots.at(static_cast<std::size_t>(at));
 }
@@ -59,10 +59,10 @@ std::uint16_t Globals::numFormatId(std::wstring_view text, StringPool& pool) {
 
 std::size_t Globals::keptBytes() const {
     std::size_t bytes = drawingGroup.unreadBytes();
-    for (const RawRecords* one : {&xfExts, &headerPictures, &bookExt, &extSst, &others}) {
+    for (const KeptRecords* one : {&xfExts, &headerPictures, &bookExt, &extSst, &others}) {
         bytes += one->wire().size();
     }
-    for (const RawRecords& one : slots) bytes += one.wire().size();
+    for (const KeptRecords& one : slots) bytes += one.wire().size();
     return bytes + names.keptBytes();
 }
 

@@ -11,7 +11,7 @@
 #include "biff/globals/style.h"
 #include "biff/names/defined_names.h"
 #include "biff/records/bof.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 #include "biff/records/word_record.h"
 #include "drawing/pictures/drawing_group.h"
 
@@ -70,8 +70,8 @@ struct Globals {
     biff::DefinedNames names;  // with the references to sheets that they and all formulas use
     Palette palette;
 
-    std::array<RawRecords, std::size(slotIds)> slots;
-    RawRecords xfExts, headerPictures, bookExt, extSst, others;
+    std::array<KeptRecords, std::size(slotIds)> slots;
+    KeptRecords xfExts, headerPictures, bookExt, extSst, others;
     drawing::DrawingGroup drawingGroup;
 
     /// A record that is not a font, a format or the shared strings. Throws "NAME size is incorrect" and its like.
@@ -97,14 +97,14 @@ struct Globals {
     /// The id of a text, registered now if it is new. Throws when no id is free, and for a text longer than a record.
     std::uint16_t numFormatId(std::wstring_view text, StringPool& pool);
 
-    [[nodiscard]] const RawRecords& slot(std::uint16_t id) const;
+    [[nodiscard]] const KeptRecords& slot(std::uint16_t id) const;
     /// Size of all that is kept as bytes.
     [[nodiscard]] std::size_t keptBytes() const;
 
 private:
     std::vector<std::uint32_t> _formatAt;  // by ifmt: position in numFormats plus one, 0 for none
 
-    void writeKept(Xls& out, const RawRecords& records) const;
+    void writeKept(Xls& out, const KeptRecords& records) const;
     void writeSlot(Xls& out, std::uint16_t id) const;
 };
 

@@ -99,7 +99,7 @@ void Globals::writeBack(Xls& out) const {
 }
 
 // Bytes of an older file may mean something else under the newer version.
-void Globals::writeKept(Xls& out, const RawRecords& records) const {
+void Globals::writeKept(Xls& out, const KeptRecords& records) const {
     if (!isBiff5()) records.write(out);
 }
 

@@ -84,7 +84,7 @@ void Lbl::build(std::span<const std::byte> front, std::span<const std::byte> tok
     body.write(rest);
     const auto old = _wire.wire();
     const std::size_t firstRecord = old.empty() ? 0 : recordHeaderSize + std::as_const(_wire).firstBody().size();
-    RawRecords wire;
+    KeptRecords wire;
     wire.add(LblHead::id, body.bytes());
     wire.append(old.subspan(firstRecord));
     _tokensAt = static_cast<std::uint16_t>(front.size());

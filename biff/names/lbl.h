@@ -10,7 +10,7 @@
 
 #include "biff/container/record_ids.h"
 #include "biff/names/builtin_names.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 #include "biff/records/unicode_string.h"
 
 namespace vellum {
@@ -102,7 +102,7 @@ private:
     void storeHead();
     void build(std::span<const std::byte> front, std::span<const std::byte> tokens, std::span<const std::byte> rest);
 
-    RawRecords _wire;
+    KeptRecords _wire;
     LblHead _head;
     std::wstring_view _name;      // as the record has it, in the pool
     std::uint16_t _tokensAt = 0;  // in the body

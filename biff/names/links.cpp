@@ -24,7 +24,7 @@ std::uint16_t wordAt(std::span<const std::byte> body, std::size_t at) {
 
 int externNames(const SupBookBlock& block) {
     int count = 0;
-    for (const RawRecords* part : {&block.head, &block.tail}) {
+    for (const KeptRecords* part : {&block.head, &block.tail}) {
         part->forEach([&](std::uint16_t id, std::span<const std::byte>) { count += id == record_id::ExternName; });
     }
     return count;

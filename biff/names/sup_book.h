@@ -5,16 +5,16 @@
 #include <vector>
 
 #include "biff/names/xti.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 
 namespace vellum {
 
 /// A SupBook record with what follows it, kept as bytes except for the table of sheet references.
 struct SupBookBlock {
-    RawRecords head;                // SupBook, ExternName, XCT, CRN in their order
+    KeptRecords head;                // SupBook, ExternName, XCT, CRN in their order
     std::vector<globals::Xti> xti;  // ExternSheet, which serves all blocks and stands behind the last
     bool hasTable = false;
-    RawRecords tail;  // what stood behind the table
+    KeptRecords tail;  // what stood behind the table
 
     /// From behind the SupBook's header on.
     void read(Xls& in, RecordHeader header);

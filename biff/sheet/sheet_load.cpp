@@ -389,8 +389,8 @@ private:
 
     void keep(const RecordHeader& header) {
         const KeptRule rule = keptRule(header.id);
-        KeptRecords dropped;
-        KeptRecords& kept = _source.biff5 || isOfLaterWindow(header.id) ? dropped : _sheet.kept;
+        PlacedRecords dropped;
+        PlacedRecords& kept = _source.biff5 || isOfLaterWindow(header.id) ? dropped : _sheet.kept;
         biff::checkListRecord(header.id, header.size);
         kept.add(rule, header.id, takeRaw(_in, header));
         if (header.id == record_id::Bof) {
@@ -400,7 +400,7 @@ private:
     }
 
     // A custom view has page breaks, panes and print settings of its own, which are not the sheet's.
-    void keepCustomView(KeptRecords& kept) {
+    void keepCustomView(PlacedRecords& kept) {
         while (const auto next = _in.peekHeader()) {
             if (next->id == 0 || next->id == record_id::Eof) return;
             const RecordHeader header = _in.readHeader();

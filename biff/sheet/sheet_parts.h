@@ -7,7 +7,7 @@
 #include "biff/cells/area_bounds.h"
 #include "biff/cells/cell_store.h"
 #include "biff/cells/column_table.h"
-#include "biff/cells/kept_records.h"
+#include "biff/cells/placed_records.h"
 #include "biff/cells/row_table.h"
 #include "biff/cells/shared_tokens.h"
 #include "biff/cells/sheet_records.h"
@@ -39,7 +39,7 @@ struct SheetParts {
     biff::SheetFeatures features;
     drawing::SheetDrawing drawing;
     drawing::Notes notes;
-    KeptRecords kept;
+    PlacedRecords kept;
     /// A sheet that is no worksheet, from its Bof to its EOF in wire form; empty for a worksheet.
     std::vector<std::byte> foreign;
 

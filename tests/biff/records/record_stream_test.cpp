@@ -1,5 +1,5 @@
 #include "biff/records/continue_writer.h"
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 #include "fixture.h"
 
 namespace vellum::test {
@@ -163,7 +163,7 @@ TEST(ContinueWriter, TextIsNeverCutWithinACharacter) {
     EXPECT_EQ(in->readInt8(), 1);
 }
 
-TEST(RawRecords, OwnWhatContinuesThem) {
+TEST(KeptRecords, OwnWhatContinuesThem) {
     const struct {
         std::uint16_t parent;
         std::vector<std::uint16_t> mine;
@@ -181,7 +181,7 @@ TEST(RawRecords, OwnWhatContinuesThem) {
         Bytes wire = record(c.parent, pattern(10));
         for (const std::uint16_t id : c.mine) wire = joined({wire, record(id, pattern(5))});
         Stream in(joined({wire, record(c.other, pattern(3))}));
-        RawRecords raw;
+        KeptRecords raw;
         raw.take(*in, *in->nextRecord());
         EXPECT_EQ(Bytes(raw.wire().begin(), raw.wire().end()), wire);
         EXPECT_EQ(Bytes(raw.firstBody().begin(), raw.firstBody().end()), pattern(10));
@@ -190,8 +190,8 @@ TEST(RawRecords, OwnWhatContinuesThem) {
         main.resize(wire.size());
         EXPECT_EQ(main, wire);
     }
-    EXPECT_TRUE(RawRecords().firstBody().empty());
-    RawRecords made;
+    EXPECT_TRUE(KeptRecords().firstBody().empty());
+    KeptRecords made;
     made.add(211, pattern(3));
     EXPECT_EQ(Bytes(made.wire().begin(), made.wire().end()), record(211, pattern(3)));
 }

@@ -1,4 +1,4 @@
-#include "biff/cells/kept_records.h"
+#include "biff/cells/placed_records.h"
 
 #include <algorithm>
 #include <iterator>
@@ -39,7 +39,7 @@ KeptRule keptRule(std::uint16_t id) {
     return {id, Place::other};
 }
 
-void KeptRecords::add(const KeptRule& rule, std::uint16_t id, std::span<const std::byte> wire) {
+void PlacedRecords::add(const KeptRule& rule, std::uint16_t id, std::span<const std::byte> wire) {
     if (rule.single) {
         const auto earlier = std::ranges::find(_singles, id, [this](std::size_t entry) { return _entries[entry].id; });
         if (earlier != _singles.end()) {
@@ -49,36 +49,36 @@ void KeptRecords::add(const KeptRule& rule, std::uint16_t id, std::span<const st
             _singles.push_back(_entries.size());
         }
     }
-    _entries.push_back({_wire.size(), 0, id, rule.place});
+    _entries.push_back({byteCount(), 0, id, rule.place});
     append(wire);
 }
 
-void KeptRecords::append(std::span<const std::byte> wire) {
-    _wire.insert(_wire.end(), wire.begin(), wire.end());
-    _entries.back().size = _wire.size() - _entries.back().at;
+void PlacedRecords::append(std::span<const std::byte> wire) {
+    _run.append(wire);
+    _entries.back().size = byteCount() - _entries.back().at;
 }
 
-bool KeptRecords::has(Place place) const {
+bool PlacedRecords::has(Place place) const {
     return std::ranges::any_of(_entries, [place](const Entry& entry) { return entry.place == place; });
 }
 
-void KeptRecords::remove(Place place) {
+void PlacedRecords::remove(Place place) {
     std::erase_if(_entries, [place](const Entry& entry) { return entry.place == place; });
 }
 
-void KeptRecords::removeRecords(std::uint16_t id) {
+void PlacedRecords::removeRecords(std::uint16_t id) {
     std::erase_if(_entries, [id](const Entry& entry) { return entry.id == id; });
 }
 
-void KeptRecords::clear() {
-    *this = KeptRecords();
+void PlacedRecords::clear() {
+    *this = PlacedRecords();
 }
 
-void KeptRecords::sort() {
+void PlacedRecords::sort() {
     std::erase_if(_entries, [](const Entry& entry) { return entry.place == Place::none; });
     std::ranges::stable_sort(_entries, {}, &Entry::place);
     _singles.clear();
-    _wire.shrink_to_fit();
+    _run.shrink();
     _entries.shrink_to_fit();
 }
 

@@ -1,4 +1,4 @@
-// Records of a sheet that are kept as bytes, and where a save puts them back.
+// The kept records of a sheet, and where a save puts them back.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "biff/container/record_ids.h"
+#include "biff/records/kept_records.h"
 
 namespace vellum {
 
@@ -36,9 +37,8 @@ struct KeptRule {
 /// The rule of a record id; `Place::other` for ids that no rule names.
 KeptRule keptRule(std::uint16_t id);
 
-/// The kept records of a sheet, each with the records that go on with it. Bytes are held in wire form,
-/// headers included, in one run.
-class KeptRecords {
+/// The kept records of a sheet with their places, each with the records that go on with it.
+class PlacedRecords {
 public:
     /// Adds a record and what goes on with it, in wire form.
     void add(const KeptRule& rule, std::uint16_t id, std::span<const std::byte> wire);
@@ -59,7 +59,7 @@ public:
     void removeRecords(std::uint16_t id);
     void clear();
     [[nodiscard]] std::size_t count() const { return _entries.size(); }
-    [[nodiscard]] std::size_t byteCount() const { return _wire.size(); }
+    [[nodiscard]] std::size_t byteCount() const { return _run.wire().size(); }
 
     /// Brings the entries into the save order. To be called when all of a file's records are in.
     void sort();
@@ -72,10 +72,10 @@ private:
         Place place;
     };
     [[nodiscard]] std::span<const std::byte> bytesOf(const Entry& entry) const {
-        return std::span(_wire).subspan(entry.at, entry.size);
+        return _run.wire().subspan(entry.at, entry.size);
     }
 
-    std::vector<std::byte> _wire;
+    KeptRecords _run;  // of all places, in the file's order
     std::vector<Entry> _entries;
     std::vector<std::size_t> _singles;  // entries of single records, until `sort`
 };

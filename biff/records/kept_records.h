@@ -1,4 +1,4 @@
-// Records of the globals that are kept as bytes and written back as they were.
+// Records that are kept as bytes and written back as they were.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace vellum {
 class Xls;
 
 /// A run of records in wire form, headers included: one block of bytes however many they are.
-class RawRecords {
+class KeptRecords {
 public:
     /// Appends the record whose header has just been read, and all that belongs to it right behind.
     void take(Xls& in, RecordHeader header);
@@ -38,7 +38,7 @@ private:
 };
 
 template <class Visit>
-void RawRecords::forEach(Visit&& visit) const {
+void KeptRecords::forEach(Visit&& visit) const {
     for (auto rest = std::span<const std::byte>(_wire); !rest.empty();) {
         const std::size_t size = loadLe<std::uint16_t>(&rest[2]);
         visit(loadLe<std::uint16_t>(rest.data()), rest.subspan(recordHeaderSize, size));

@@ -1,4 +1,4 @@
-#include "biff/records/raw_records.h"
+#include "biff/records/kept_records.h"
 
 #include <algorithm>
 
@@ -7,12 +7,12 @@
 
 namespace vellum {
 
-void RawRecords::take(Xls& in, RecordHeader header) {
+void KeptRecords::take(Xls& in, RecordHeader header) {
     const auto bytes = takeRaw(in, header);
     _wire.insert(_wire.end(), bytes.begin(), bytes.end());
 }
 
-void RawRecords::add(std::uint16_t id, std::span<const std::byte> body) {
+void KeptRecords::add(std::uint16_t id, std::span<const std::byte> body) {
     const std::size_t at = _wire.size();
     _wire.resize(at + recordHeaderSize + body.size());
     storeLe(&_wire[at], id);
@@ -20,16 +20,16 @@ void RawRecords::add(std::uint16_t id, std::span<const std::byte> body) {
     std::ranges::copy(body, _wire.begin() + static_cast<std::ptrdiff_t>(at + recordHeaderSize));
 }
 
-void RawRecords::write(Xls& out) const {
+void KeptRecords::write(Xls& out) const {
     if (!_wire.empty()) out.writeBytes(_wire);
 }
 
-std::span<const std::byte> RawRecords::firstBody() const {
+std::span<const std::byte> KeptRecords::firstBody() const {
     if (_wire.empty()) return {};
     return std::span(_wire).subspan(recordHeaderSize, loadLe<std::uint16_t>(&_wire[2]));
 }
 
-std::span<std::byte> RawRecords::firstBody() {
+std::span<std::byte> KeptRecords::firstBody() {
     if (_wire.empty()) return {};
     return std::span(_wire).subspan(recordHeaderSize, loadLe<std::uint16_t>(&_wire[2]));
 }
