@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "cli/command.h"
-#include "cli/workbook/dump.h"
+#include "cli/dump/dump.h"
 #include "cli/workbook/info.h"
 #include "cli/workbook/pictures.h"
 #include "cli/workbook/resave.h"

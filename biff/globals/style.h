@@ -22,7 +22,7 @@ struct Style {
     std::uint8_t istyBuiltIn = 0;  // 0 Normal, 3 Comma, 4 Currency, 5 Percent, 6 and 7 without decimals
     std::uint8_t iLevel = 0xFF;    // of row and column outline styles
     XLUnicodeString userName;      // of a style that is not built-in
-    KeptRecords ext;                // StyleExt and what goes on with it
+    KeptRecords ext;               // StyleExt and what goes on with it
 
     [[nodiscard]] bool isBuiltIn() const { return (ixfe & builtIn) != 0; }
     /// From behind the header on; `noFlags` for files before BIFF8.

@@ -11,7 +11,7 @@ namespace vellum {
 
 /// A SupBook record with what follows it, kept as bytes except for the table of sheet references.
 struct SupBookBlock {
-    KeptRecords head;                // SupBook, ExternName, XCT, CRN in their order
+    KeptRecords head;               // SupBook, ExternName, XCT, CRN in their order
     std::vector<globals::Xti> xti;  // ExternSheet, which serves all blocks and stands behind the last
     bool hasTable = false;
     KeptRecords tail;  // what stood behind the table

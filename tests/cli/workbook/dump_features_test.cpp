@@ -1,5 +1,5 @@
 // The line of a sheet's features: values where the engine answers, null where it fails.
-#include "cli/workbook/dump_features.h"
+#include "cli/dump/dump_features.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "cli/workbook/dump.h"
+#include "cli/dump/dump.h"
 
 #include <gtest/gtest.h>
 

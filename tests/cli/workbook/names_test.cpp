@@ -4,7 +4,7 @@
 #include <sstream>
 #include <vector>
 
-#include "cli/workbook/dump_names.h"
+#include "cli/dump/dump_names.h"
 #include "cli/workbook/info_names.h"
 #include "tests/support/absent_book.h"
 

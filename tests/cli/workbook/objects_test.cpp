@@ -5,8 +5,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "cli/dump/dump.h"
 #include "cli/workbook/book_file.h"
-#include "cli/workbook/dump.h"
 #include "cli/workbook/info.h"
 #include "cli/workbook/picture_file.h"
 #include "cli/workbook/pictures.h"

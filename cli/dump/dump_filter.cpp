@@ -1,4 +1,4 @@
-#include "cli/workbook/dump_filter.h"
+#include "cli/dump/dump_filter.h"
 
 #include "engine/api/enums.h"
 #include "engine/api/iautofilter.h"

@@ -3,7 +3,7 @@
 #include <ostream>
 #include <string>
 
-#include "cli/workbook/dump_options.h"
+#include "cli/dump/dump_options.h"
 #include "engine/api/ibook.h"
 
 namespace cli {

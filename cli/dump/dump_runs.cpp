@@ -1,4 +1,4 @@
-#include "cli/workbook/dump_runs.h"
+#include "cli/dump/dump_runs.h"
 
 namespace cli {
 namespace {

@@ -1,4 +1,4 @@
-#include "cli/workbook/dump_objects.h"
+#include "cli/dump/dump_objects.h"
 
 #include "cli/workbook/picture_format.h"
 #include "engine/api/iformcontrol.h"

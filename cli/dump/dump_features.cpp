@@ -1,7 +1,7 @@
-#include "cli/workbook/dump_features.h"
+#include "cli/dump/dump_features.h"
 
-#include "cli/workbook/dump_filter.h"
-#include "cli/workbook/dump_runs.h"
+#include "cli/dump/dump_filter.h"
+#include "cli/dump/dump_runs.h"
 #include "cli/workbook/sheet_answers.h"
 
 namespace cli {

@@ -1,13 +1,13 @@
-#include "cli/workbook/dump.h"
+#include "cli/dump/dump.h"
 
 #include <string>
 #include <string_view>
 
+#include "cli/dump/dump_features.h"
+#include "cli/dump/dump_names.h"
+#include "cli/dump/dump_objects.h"
 #include "cli/workbook/book_file.h"
 #include "cli/workbook/cell_name.h"
-#include "cli/workbook/dump_features.h"
-#include "cli/workbook/dump_names.h"
-#include "cli/workbook/dump_objects.h"
 #include "cli/workbook/json_lines.h"
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"

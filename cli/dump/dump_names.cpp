@@ -1,4 +1,4 @@
-#include "cli/workbook/dump_names.h"
+#include "cli/dump/dump_names.h"
 
 namespace cli {
 
