@@ -35,9 +35,10 @@ void checkMoves(const std::wstring& text, const std::wstring& sheet, CellMove mo
     }
 }
 
-/// Whether quotes begin behind a word, or never end, as in no formula: a name that loses its quotes would run into it.
+/// Whether quotes begin behind a word or the mark that ends a sheet, or never end, as in no formula: a name that loses
+/// its quotes would run into it.
 bool hasStrayQuotes(const std::wstring& text) {
-    constexpr std::wstring_view inFront = L" +-*/^&=<>,;:(){}!";
+    constexpr std::wstring_view inFront = L" +-*/^&=<>,;:(){}";
     bool open = false;
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] != L'\'') continue;
