@@ -71,42 +71,9 @@ private:
     int _index = -1;
 };
 
-// One row for each value of each property.
-void formats(Book& book, Writer& out) {
-    const struct {
-        const char* name;
-        int first, last;
-        void (*set)(Format&, int);
-    } properties[] = {
-        {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }},
-        {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }},
-        {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }},
-        {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }},
-        {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }},
-        {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }},
-        {"border", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }},
-        {"border colour", 8, 63, [](Format& f, int v) { f.setBorderAll(1), f.setBorderColorAll(v); }},
-        {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
-        {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
-        {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
-        {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
-        {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
-        {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
-    };
-    out.sheet("Formats");
-    int row = 0;
-    for (const auto& p : properties) {
-        for (int v = p.first; v <= p.last; ++v, ++row) {
-            Format* const format = book.newFormat();
-            out.require(format != nullptr);
-            p.set(*format, v);
-            out.text(row, 0, p.name);
-            out.number(row, 1, v, format);
-        }
-    }
-
+void numberFormats(Book& book, Writer& out) {
     out.sheet("Number formats");
-    row = 0;
+    int row = 0;
     for (int id = 0; id <= 49; ++id, ++row) {
         if (id > 22 && id < 37) continue;
         Format* const format = book.newFormat();
@@ -123,9 +90,11 @@ void formats(Book& book, Writer& out) {
         out.text(row, 0, custom);
         out.number(row++, 1, 36526.75, format);
     }
+}
 
+void fonts(Book& book, Writer& out) {
     out.sheet("Fonts");
-    row = 0;
+    int row = 0;
     const auto withFont = [&](const char* what, void (*set)(Font&)) {
         Font* const font = book.newFont();
         out.require(font != nullptr);
@@ -153,6 +122,44 @@ void formats(Book& book, Writer& out) {
         format->setPatternForeColor(color);
         out.number(i, 0, color, format);
     }
+}
+
+// One row for each value of each property.
+const struct {
+    const char* name;
+    int first, last;
+    void (*set)(Format&, int);
+} formatsProperties[] = {
+    {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }},
+    {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }},
+    {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }},
+    {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }},
+    {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }},
+    {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }},
+    {"border", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }},
+    {"border colour", 8, 63, [](Format& f, int v) { f.setBorderAll(1), f.setBorderColorAll(v); }},
+    {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
+    {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
+    {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
+    {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
+    {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
+    {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
+};
+
+void formats(Book& book, Writer& out) {
+    out.sheet("Formats");
+    int row = 0;
+    for (const auto& p : formatsProperties) {
+        for (int v = p.first; v <= p.last; ++v, ++row) {
+            Format* const format = book.newFormat();
+            out.require(format != nullptr);
+            p.set(*format, v);
+            out.text(row, 0, p.name);
+            out.number(row, 1, v, format);
+        }
+    }
+    numberFormats(book, out);
+    fonts(book, out);
 }
 
 void strings(Book&, Writer& out) {

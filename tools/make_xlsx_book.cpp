@@ -62,34 +62,35 @@ private:
 };
 
 // One row for each value of each property: its name, and the value in a cell that has it.
+const struct {
+    const char* name;
+    int first, last;
+    void (*set)(Format&, int);
+} formatsProperties[] = {
+    {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }},
+    {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }},
+    {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }},
+    {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }},
+    {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }},
+    {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }},
+    {"border", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }},
+    {"border colour", 8, 63, [](Format& f, int v) { f.setBorderAll(1), f.setBorderColorAll(v); }},
+    {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
+    {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
+    {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
+    {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
+    {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }},
+    {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }},
+    {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }},
+    {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }},
+    {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
+    {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
+};
+
 void formats(Book& book, Writer& out) {
-    const struct {
-        const char* name;
-        int first, last;
-        void (*set)(Format&, int);
-    } properties[] = {
-        {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }},
-        {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }},
-        {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }},
-        {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }},
-        {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }},
-        {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }},
-        {"border", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }},
-        {"border colour", 8, 63, [](Format& f, int v) { f.setBorderAll(1), f.setBorderColorAll(v); }},
-        {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
-        {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
-        {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
-        {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
-        {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }},
-        {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }},
-        {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }},
-        {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }},
-        {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
-        {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
-    };
     out.sheet("Formats");
     int row = 0;
-    for (const auto& p : properties) {
+    for (const auto& p : formatsProperties) {
         for (int v = p.first; v <= p.last; ++v, row += 2) {  // lines between two rows belong to both
             Format* const format = book.newFormat(nullptr);
             out.require(format != nullptr);

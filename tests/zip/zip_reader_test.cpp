@@ -158,85 +158,86 @@ TEST(ZipReader, TakesEveryFormOfEntry) {
     }
 }
 
+const struct {
+    const char* what;
+    std::function<void(Archive&)> change;
+    const char* text;
+} refusesWhatIsNotSoCases[] = {
+    {"encrypted", [](Archive& a) { a.flags = 1; }, msg::wrongPassword},
+    {"wrong content", [](Archive& a) { a.stored = "hallo"; }, msg::crcMismatch},
+    {"size not known", [](Archive& a) { a.uncompressedSize = 0xFFFFFFFF; }, msg::incorrectSize},
+    {"more data than the file has", [](Archive& a) { a.compressedSize = a.uncompressedSize = 4000; }, msg::damaged},
+    {"more entries than the directory has", [](Archive& a) { a.endEntries = 2; }, msg::damaged},
+    {"entry count of a bomb", [](Archive& a) { a.endEntries = 0xFFFE; }, msg::damaged},
+    {"Zip64 marker without its record", [](Archive& a) { a.endEntries = 0xFFFF; }, msg::noZip64Directory},
+    {"Zip64 locator that points at none",
+     [](Archive& a) {
+         a.zip64 = true;
+         a.endEntries = 0xFFFF;
+         a.locatorOff = static_cast<std::uint64_t>(-1);
+     },
+     msg::noZip64Directory},
+    {"Zip64 locator that points behind the end",
+     [](Archive& a) {
+         a.zip64 = true;
+         a.endEntries = 0xFFFF;
+         a.locatorOff = 1000;
+     },
+     msg::noZip64Directory},
+    {"Zip64 directory behind a foreign head",
+     [](Archive& a) {
+         a.zip64 = true;
+         a.endEntries = 0xFFFF;
+         a.prefix = "#!/bin/sh\n";
+     },
+     msg::bytesBeforeZip64},
+    {"two entries over the same data",
+     [](Archive& a) {
+         const Archive one;
+         const std::string bytes = one.bytes();
+         a.behindEntry = bytes.substr(40, 51);
+         a.endEntries = 2;
+     },
+     msg::damaged},
+    {"local header elsewhere", [](Archive& a) { a.headerOffset = 3; }, msg::damaged},
+    {"unknown method", [](Archive& a) { a.method = 99; }, msg::damaged},
+    {"stored with two sizes", [](Archive& a) { a.uncompressedSize = 6; }, msg::damaged},
+    {"no deflate data", [](Archive& a) { a.method = 8; }, msg::zlibData},
+    {"no bzip2 data", [](Archive& a) { a.method = 12; }, msg::bzipMagic},
+    {"cut deflate data",
+     [](Archive& a) {
+         a.method = 8;
+         a.store(deflated("hello").substr(0, 3));
+     },
+     msg::zlibBuffer},
+    {"more data than recorded",
+     [](Archive& a) {
+         a.method = 8;
+         a.store(deflated("hello, world"));
+     },
+     msg::incorrectSize},
+    {"fewer data than recorded",
+     [](Archive& a) {
+         a.method = 8;
+         a.store(deflated("hell"));
+     },
+     msg::incorrectSize},
+    {"a size that deflate cannot reach",
+     [](Archive& a) {
+         a.method = 8;
+         a.uncompressedSize = 900000000;
+     },
+     msg::damaged},
+    {"a bomb",
+     [](Archive& a) {
+         a.method = 8;
+         a.uncompressedSize = 3000000000;
+     },
+     msg::incorrectSize},
+};
+
 TEST(ZipReader, RefusesWhatIsNotSo) {
-    const struct {
-        const char* what;
-        std::function<void(Archive&)> change;
-        const char* text;
-    } cases[] = {
-        {"encrypted", [](Archive& a) { a.flags = 1; }, msg::wrongPassword},
-        {"wrong content", [](Archive& a) { a.stored = "hallo"; }, msg::crcMismatch},
-        {"size not known", [](Archive& a) { a.uncompressedSize = 0xFFFFFFFF; }, msg::incorrectSize},
-        {"more data than the file has", [](Archive& a) { a.compressedSize = a.uncompressedSize = 4000; }, msg::damaged},
-        {"more entries than the directory has", [](Archive& a) { a.endEntries = 2; }, msg::damaged},
-        {"entry count of a bomb", [](Archive& a) { a.endEntries = 0xFFFE; }, msg::damaged},
-        {"Zip64 marker without its record", [](Archive& a) { a.endEntries = 0xFFFF; }, msg::noZip64Directory},
-        {"Zip64 locator that points at none",
-         [](Archive& a) {
-             a.zip64 = true;
-             a.endEntries = 0xFFFF;
-             a.locatorOff = static_cast<std::uint64_t>(-1);
-         },
-         msg::noZip64Directory},
-        {"Zip64 locator that points behind the end",
-         [](Archive& a) {
-             a.zip64 = true;
-             a.endEntries = 0xFFFF;
-             a.locatorOff = 1000;
-         },
-         msg::noZip64Directory},
-        {"Zip64 directory behind a foreign head",
-         [](Archive& a) {
-             a.zip64 = true;
-             a.endEntries = 0xFFFF;
-             a.prefix = "#!/bin/sh\n";
-         },
-         msg::bytesBeforeZip64},
-        {"two entries over the same data",
-         [](Archive& a) {
-             const Archive one;
-             const std::string bytes = one.bytes();
-             a.behindEntry = bytes.substr(40, 51);
-             a.endEntries = 2;
-         },
-         msg::damaged},
-        {"local header elsewhere", [](Archive& a) { a.headerOffset = 3; }, msg::damaged},
-        {"unknown method", [](Archive& a) { a.method = 99; }, msg::damaged},
-        {"stored with two sizes", [](Archive& a) { a.uncompressedSize = 6; }, msg::damaged},
-        {"no deflate data", [](Archive& a) { a.method = 8; }, msg::zlibData},
-        {"no bzip2 data", [](Archive& a) { a.method = 12; }, msg::bzipMagic},
-        {"cut deflate data",
-         [](Archive& a) {
-             a.method = 8;
-             a.store(deflated("hello").substr(0, 3));
-         },
-         msg::zlibBuffer},
-        {"more data than recorded",
-         [](Archive& a) {
-             a.method = 8;
-             a.store(deflated("hello, world"));
-         },
-         msg::incorrectSize},
-        {"fewer data than recorded",
-         [](Archive& a) {
-             a.method = 8;
-             a.store(deflated("hell"));
-         },
-         msg::incorrectSize},
-        {"a size that deflate cannot reach",
-         [](Archive& a) {
-             a.method = 8;
-             a.uncompressedSize = 900000000;
-         },
-         msg::damaged},
-        {"a bomb",
-         [](Archive& a) {
-             a.method = 8;
-             a.uncompressedSize = 3000000000;
-         },
-         msg::incorrectSize},
-    };
-    for (const auto& c : cases) {
+    for (const auto& c : refusesWhatIsNotSoCases) {
         Archive archive;
         c.change(archive);
         EXPECT_EQ(firstEntry(archive.bytes()), c.text) << c.what;

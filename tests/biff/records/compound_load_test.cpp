@@ -19,72 +19,70 @@ TEST(CompoundLoad, StreamsOfBothKindsAndBothSectorSizes) {
     }
 }
 
+using Damage = std::function<void(File&)>;
+const struct {
+    const char* text;
+    Damage damage;
+} damages[] = {
+    {"readHeader: file is corrupt (size < 512 bytes)", [](File& f) { f.cut(511); }},
+    {"It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.",
+     [](File& f) { f.patch(0, std::uint32_t{0x04034B50}); }},
+    {"Xls::readHeader(): _sectorSize can't be 0", [](File& f) { f.patch(30, std::uint16_t{32}); }},
+    {"Xls::readHeader(): _miniSectorSize can't be 0", [](File& f) { f.patch(32, std::uint16_t{77}); }},
+    {"Xls::readHeader(): file is corrupt (_sectorSize must be 128 or more and hold a mini sector)",
+     [](File& f) { f.patch(30, std::uint16_t{6}); }},
+    {"Xls::readHeader(): file is corrupt (_sectorSize must be 128 or more and hold a mini sector)",
+     [](File& f) { f.patch(32, std::uint16_t{10}); }},
+    {"loadDifat: file is corrupt [1]", [](File& f) { f.patch(68, std::uint32_t{1000}).patch(72, std::uint32_t{1}); }},
+    {"loadDifat: file is corrupt [2]",
+     [](File& f) {
+         f.patch(68, static_cast<std::uint32_t>(f.bytes.size() / 512 - 2)).patch(72, std::uint32_t{1});
+         f.cut(f.bytes.size() - 4);
+     }},
+    {"Xls::loadDifat(): difat chain contains more sectors than _header.numDifatSectors (1)",
+     [](File& f) { f.patch(68, f.starts[3]).patch(72, std::uint32_t{1}).patch(f.at(f.starts[3]) + 508, 5U); }},
+    {"Xls::loadDifat(): difat chain sectors (1) not equal _header.numDifatSectors (2)",
+     [](File& f) { f.patch(68, f.starts[3]).patch(72, std::uint32_t{2}).patch(f.at(f.starts[3]) + 508, endOfChain); }},
+    {"Xls::loadFat(): extract fat sectors (1) not equal _header.numFatSectors (2)",
+     [](File& f) { f.patch(44, std::uint32_t{2}); }},
+    {"loadFat: file is corrupt", [](File& f) { f.patch(76, std::uint32_t{1000}); }},
+    {"loadMiniFat: error in fat", [](File& f) { f.patch(f.fatAt(f.miniFat), f.miniFat); }},
+    {"error in loading minifat", [](File& f) { f.patch(f.fatAt(f.miniFat), f.miniStream); }},
+    {"loadMiniFat: file is corrupt", [](File& f) { f.patch(60, std::uint32_t{100}); }},
+    {"Xls::loadMiniFat(): file is corrupt", [](File& f) { f.patch(60, std::uint32_t{128}); }},
+    {"Xls::loadDir(): sector #128 is not found in _fat", [](File& f) { f.patch(48, std::uint32_t{128}); }},
+    {"loadDir: error in fat [1]", [](File& f) { f.patch(f.fatAt(f.dir), f.dir); }},
+    {"loadDir: file is corrupt [1]",
+     [](File& f) { f.patch(f.fatAt(f.dir), f.miniFat).patch(f.fatAt(f.miniFat), f.dir).patch(60, endOfChain); }},
+    {"loadDir: file is corrupt [2]", [](File& f) { f.patch(f.fatAt(f.dir), 100U).patch(f.fatAt(100), endOfChain); }},
+    {"Xls::read(): EncryptionInfo section is not found", [](File& f) { f.patch(f.entryAt(1), std::uint16_t{'X'}); }},
+    {"Xls::read(): stream is empty", [](File& f) { f.patch(f.entryAt(1) + 116, endOfChain); }},
+    {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.entryAt(1) + 116, 128U); }},
+    // A free sector to the very end of the table: no sector in use follows.
+    {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.entryAt(1) + 116, 127U); }},
+    // In the middle of the workbook, and of a kept stream.
+    {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[1] + 3), 4000U); }},
+    {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[3] + 3), freeSector); }},
+    {"Xls::extractKeptStreams(): file is corrupt",
+     [](File& f) {
+         f.patch(f.entryAt(0) + 120, 5000U)
+             .patch(f.entryAt(0) + 116, f.starts[3])
+             .patch(f.entryAt(2) + 116, f.starts[3])
+             .patch(f.entryAt(2) + 120, 6000U);
+     }},
+};
+
 TEST(CompoundLoad, TextsOfDamage) {
-    using Damage = std::function<void(File&)>;
-    const struct {
-        const char* text;
-        Damage damage;
-    } cases[] = {
-        {"readHeader: file is corrupt (size < 512 bytes)", [](File& f) { f.cut(511); }},
-        {"It is not a xls file. Use the vlCreateXMLBook() for a xlsx file.",
-         [](File& f) { f.patch(0, std::uint32_t{0x04034B50}); }},
-        {"Xls::readHeader(): _sectorSize can't be 0", [](File& f) { f.patch(30, std::uint16_t{32}); }},
-        {"Xls::readHeader(): _miniSectorSize can't be 0", [](File& f) { f.patch(32, std::uint16_t{77}); }},
-        {"Xls::readHeader(): file is corrupt (_sectorSize must be 128 or more and hold a mini sector)",
-         [](File& f) { f.patch(30, std::uint16_t{6}); }},
-        {"Xls::readHeader(): file is corrupt (_sectorSize must be 128 or more and hold a mini sector)",
-         [](File& f) { f.patch(32, std::uint16_t{10}); }},
-        {"loadDifat: file is corrupt [1]",
-         [](File& f) { f.patch(68, std::uint32_t{1000}).patch(72, std::uint32_t{1}); }},
-        {"loadDifat: file is corrupt [2]",
-         [](File& f) {
-             f.patch(68, static_cast<std::uint32_t>(f.bytes.size() / 512 - 2)).patch(72, std::uint32_t{1});
-             f.cut(f.bytes.size() - 4);
-         }},
-        {"Xls::loadDifat(): difat chain contains more sectors than _header.numDifatSectors (1)",
-         [](File& f) { f.patch(68, f.starts[3]).patch(72, std::uint32_t{1}).patch(f.at(f.starts[3]) + 508, 5U); }},
-        {"Xls::loadDifat(): difat chain sectors (1) not equal _header.numDifatSectors (2)",
-         [](File& f) {
-             f.patch(68, f.starts[3]).patch(72, std::uint32_t{2}).patch(f.at(f.starts[3]) + 508, endOfChain);
-         }},
-        {"Xls::loadFat(): extract fat sectors (1) not equal _header.numFatSectors (2)",
-         [](File& f) { f.patch(44, std::uint32_t{2}); }},
-        {"loadFat: file is corrupt", [](File& f) { f.patch(76, std::uint32_t{1000}); }},
-        {"loadMiniFat: error in fat", [](File& f) { f.patch(f.fatAt(f.miniFat), f.miniFat); }},
-        {"error in loading minifat", [](File& f) { f.patch(f.fatAt(f.miniFat), f.miniStream); }},
-        {"loadMiniFat: file is corrupt", [](File& f) { f.patch(60, std::uint32_t{100}); }},
-        {"Xls::loadMiniFat(): file is corrupt", [](File& f) { f.patch(60, std::uint32_t{128}); }},
-        {"Xls::loadDir(): sector #128 is not found in _fat", [](File& f) { f.patch(48, std::uint32_t{128}); }},
-        {"loadDir: error in fat [1]", [](File& f) { f.patch(f.fatAt(f.dir), f.dir); }},
-        {"loadDir: file is corrupt [1]",
-         [](File& f) { f.patch(f.fatAt(f.dir), f.miniFat).patch(f.fatAt(f.miniFat), f.dir).patch(60, endOfChain); }},
-        {"loadDir: file is corrupt [2]",
-         [](File& f) { f.patch(f.fatAt(f.dir), 100U).patch(f.fatAt(100), endOfChain); }},
-        {"Xls::read(): EncryptionInfo section is not found",
-         [](File& f) { f.patch(f.entryAt(1), std::uint16_t{'X'}); }},
-        {"Xls::read(): stream is empty", [](File& f) { f.patch(f.entryAt(1) + 116, endOfChain); }},
-        {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.entryAt(1) + 116, 128U); }},
-        // A free sector to the very end of the table: no sector in use follows.
-        {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.entryAt(1) + 116, 127U); }},
-        // In the middle of the workbook, and of a kept stream.
-        {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[1] + 3), 4000U); }},
-        {"Xls::read(): sector is out of fat", [](File& f) { f.patch(f.fatAt(f.starts[3] + 3), freeSector); }},
-        {"Xls::extractKeptStreams(): file is corrupt",
-         [](File& f) {
-             f.patch(f.entryAt(0) + 120, 5000U)
-                 .patch(f.entryAt(0) + 116, f.starts[3])
-                 .patch(f.entryAt(2) + 116, f.starts[3])
-                 .patch(f.entryAt(2) + 120, 6000U);
-         }},
-    };
-    for (const auto& c : cases) {
+    for (const auto& c : damages) {
         File file = makeFile(usualEntries());
         c.damage(file);
         EXPECT_EQ(loadText(file.bytes), c.text);
     }
     EXPECT_EQ(loadText(makeFile(usualEntries()).bytes), "");
+}
 
-    // A short workbook lies in the mini stream: out of its table, and into what lies behind the mini stream.
+TEST(CompoundLoad, AShortWorkbookLiesInTheMiniStream) {
+    // A chain may lead out of its table, and into what lies behind the mini stream.
     auto entries = usualEntries();
     entries[1].bytes = pattern(300);
     for (const std::uint32_t next : {1000U, 120U}) {

@@ -83,6 +83,42 @@ struct File {
     }
 };
 
+/// The directory's entries, at the front of `data`.
+inline void fillDirectory(const std::vector<Entry>& entries, const File& file, std::size_t miniSize, Bytes& data) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const Entry& e = entries[i];
+        std::byte* to = data.data() + i * 128;
+        for (std::size_t c = 0; c < e.name.size(); ++c) storeLe(to + 2 * c, static_cast<std::uint16_t>(e.name[c]));
+        storeLe(to + 64, static_cast<std::uint16_t>(2 * e.name.size() + 2));
+        storeLe(to + 66, e.type);
+        storeLe(to + 67, std::uint8_t{1});
+        storeLe(to + 68, e.left);
+        storeLe(to + 72, e.right);
+        storeLe(to + 76, e.child);
+        storeLe(to + 116, file.starts[i]);
+        storeLe(to + 120, static_cast<std::uint32_t>(i == 0 ? miniSize : e.bytes.size()));
+    }
+}
+
+inline Bytes headerOf(const File& file, unsigned shift, bool hasMini) {
+    Bytes header(file.sectorSize);
+    const auto magic = hex("D0CF11E0A1B11AE1");
+    std::copy(magic.begin(), magic.end(), header.begin());
+    storeLe(header.data() + 24, std::uint16_t{62});
+    storeLe(header.data() + 26, static_cast<std::uint16_t>(shift == 9 ? 3 : 4));
+    storeLe(header.data() + 28, std::uint16_t{0xFFFE});
+    storeLe(header.data() + 30, static_cast<std::uint16_t>(shift));
+    storeLe(header.data() + 32, std::uint16_t{6});
+    storeLe(header.data() + 44, std::uint32_t{1});
+    storeLe(header.data() + 48, file.dir);
+    storeLe(header.data() + 56, std::uint32_t{4096});
+    storeLe(header.data() + 60, file.miniFat);
+    storeLe(header.data() + 64, std::uint32_t{hasMini ? 1U : 0U});
+    storeLe(header.data() + 68, endOfChain);
+    for (std::size_t i = 0; i < 109; ++i) storeLe(header.data() + 76 + 4 * i, i == 0 ? std::uint32_t{0} : freeSector);
+    return header;
+}
+
 inline File makeFile(const std::vector<Entry>& entries, unsigned shift = 9) {
     File file;
     file.sectorSize = std::size_t{1} << shift;
@@ -120,36 +156,9 @@ inline File makeFile(const std::vector<Entry>& entries, unsigned shift = 9) {
     for (std::size_t i = 1; i < entries.size(); ++i) {
         if (entries[i].bytes.size() >= 4096) file.starts[i] = place(entries[i].bytes);
     }
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const Entry& e = entries[i];
-        std::byte* to = data.data() + i * 128;
-        for (std::size_t c = 0; c < e.name.size(); ++c) storeLe(to + 2 * c, static_cast<std::uint16_t>(e.name[c]));
-        storeLe(to + 64, static_cast<std::uint16_t>(2 * e.name.size() + 2));
-        storeLe(to + 66, e.type);
-        storeLe(to + 67, std::uint8_t{1});
-        storeLe(to + 68, e.left);
-        storeLe(to + 72, e.right);
-        storeLe(to + 76, e.child);
-        storeLe(to + 116, file.starts[i]);
-        storeLe(to + 120, static_cast<std::uint32_t>(i == 0 ? mini.size() : e.bytes.size()));
-    }
-    Bytes header(file.sectorSize);
-    const auto magic = hex("D0CF11E0A1B11AE1");
-    std::copy(magic.begin(), magic.end(), header.begin());
-    storeLe(header.data() + 24, std::uint16_t{62});
-    storeLe(header.data() + 26, static_cast<std::uint16_t>(shift == 9 ? 3 : 4));
-    storeLe(header.data() + 28, std::uint16_t{0xFFFE});
-    storeLe(header.data() + 30, static_cast<std::uint16_t>(shift));
-    storeLe(header.data() + 32, std::uint16_t{6});
-    storeLe(header.data() + 44, std::uint32_t{1});
-    storeLe(header.data() + 48, file.dir);
-    storeLe(header.data() + 56, std::uint32_t{4096});
-    storeLe(header.data() + 60, file.miniFat);
-    storeLe(header.data() + 64, std::uint32_t{mini.empty() ? 0U : 1U});
-    storeLe(header.data() + 68, endOfChain);
-    for (std::size_t i = 0; i < 109; ++i) storeLe(header.data() + 76 + 4 * i, i == 0 ? std::uint32_t{0} : freeSector);
+    fillDirectory(entries, file, mini.size(), data);
     const auto* fatBytes = reinterpret_cast<const std::byte*>(fat.data());
-    file.bytes = joined({header, Bytes(fatBytes, fatBytes + file.sectorSize), data});
+    file.bytes = joined({headerOf(file, shift, !mini.empty()), Bytes(fatBytes, fatBytes + file.sectorSize), data});
     return file;
 }
 

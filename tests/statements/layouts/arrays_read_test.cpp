@@ -2,94 +2,95 @@
 
 namespace {
 
+const StatementCase indexColumnsCases[] = {
+    {"indices first, new ones added, blank rows and blank values passed over", "a,1,10\n\nb,2,\na,2,20\n,,\nc,1,0\n",
+     R"s(
+        declare A : dynamic array(text, integer) of real
+        read "csv:in.csv" { A from "[A:C]" }
+        print A)s",
+     R"s(read [3]
+        A [[["a",1],10],[["a",2],20],[["c",1],0]])s"},
+    {"the selection gives the order, the header is left out", "year,v,name\n2020,5,x\n2021,6,y\n", R"s(
+        declare A : dynamic array(text, integer) of real
+        read "csv:in.csv" { A from "skiph;[A1:C3](name,year,v)" }
+        print A)s",
+     R"s(read [2]
+        A [[["x",2020],5],[["y",2021],6]])s"},
+    {"index values convert", "3.5,1\nTRUE,2\n,3\n", R"s(
+        declare I : dynamic array(integer) of real
+        read "csv:in.csv" { I from "emptyndx;[A1:B3]" }
+        print I)s",
+     R"s(read [3]
+        I [[[3],1],[[1],2],[[0],3]])s"},
+    {"an empty index fails, unless emptyndx", "a,1\n,2\nb,3\n", R"s(
+        declare A : dynamic array(text) of real
+        declare B : dynamic array(text) of real
+        read "csv:in.csv" { A from "[A1:B3]" }
+        read "csv:in.csv" { B from "emptyndx;[A1:B3]" }
+        print A | print B)s",
+     R"s(read [1] 1 "SHEET: An index cannot be an empty cell ([R2C1]).\n"
+        read [3]
+        A [[["a"],1]]
+        B [[["a"],1],[[""],2],[["b"],3]])s"},
+    {"an index that a fixed set does not have", "a,1\nz,2\n", R"s(
+        declare S : set of text = {"a"}
+        declare A : array(S) of real
+        read "csv:in.csv" { A from "[A1:B2]" }
+        print A)s",
+     R"s(read [1] 1 "SHEET: Wrong index value at [R2C1].\n"
+        A [[["a"],1]])s"},
+    {"all kinds of value", "a,1\nb,x\nc,TRUE\n", R"s(
+        declare T : dynamic array(text) of text
+        declare B : dynamic array(text) of boolean
+        declare U : dynamic array(text) of any
+        read "csv:in.csv" { T from "[A:B]", B from "[A:B]", U from "[A:B]" }
+        print T | print B | print U)s",
+     R"s(read [3,3,3]
+        T [[["a"],"1"],[["b"],"x"],[["c"],"TRUE"]]
+        B [[["a"],true],[["b"],false],[["c"],true]]
+        U [[["a"],1],[["b"],"x"],[["c"],true]])s"},
+    {"types of the host, which may refuse", "a,2024-03-01\nb,junk\n", R"s(
+        declare A : dynamic array(text) of date
+        read "csv:in.csv" { A from "[A:B]" }
+        print A)s",
+     R"s(read [1] 1 "SHEET: Wrong result value at [R2C2].\n"
+        A [[["a"],"2024-03-01"]])s"},
+    {"records, also from empty cells", "a,1,x\nb,,\n", R"s(
+        declare P : record(n : integer, t : text)
+        declare A : dynamic array(text) of P
+        read "csv:in.csv" { A from "[A1:C2]" }
+        print A)s",
+     R"s(read [2]
+        A [[["a"],{"n":1,"t":"x"}],[["b"],{"n":0,"t":null}]])s"},
+    {"an alias as index", "2024-03-01,1\njunk,2\n", R"s(
+        declare Day : alias of date
+        declare A : dynamic array(Day) of real
+        read "csv:in.csv" { A from "[A:B]" }
+        print A)s",
+     R"s(read [1] 1 "SHEET: Wrong index value at [R2C1].\n"
+        A [[["2024-03-01"],1]])s"},
+    {"columns and types that do not fit", "a,1,2\n", R"s(
+        declare A : dynamic array(text) of real
+        declare P : record(n : integer, t : text)
+        declare Q : alias of P
+        declare B : dynamic array(text) of P
+        declare C : dynamic array(text) of Q
+        declare D : dynamic array(date) of real
+        declare N : dynamic array(text) of real = null
+        read "csv:in.csv" { A from "[A1:C1]" }
+        read "csv:in.csv" { B from "[A1:B1]" }
+        read "csv:in.csv" { C from "[A1:C1]" }
+        read "csv:in.csv" { D from "[A1:B1]" }
+        read "csv:in.csv" { N from "[A1:B1]" })s",
+     R"s(read [0] 1 "SHEET: Wrong number of columns (req:2 found:3).\n"
+        read [0] 1 "SHEET: Wrong number of columns (req:3 found:2).\n"
+        read [0] 1 "SHEET: Wrong data type.\n"
+        read [0] 1 "SHEET: Wrong index type.\n"
+        read [0] 1 "SHEET: Trying to access an uninitialized array.\n")s"},
+};
+
 TEST(ArraysRead, IndexColumns) {
-    const StatementCase cases[] = {
-        {"indices first, new ones added, blank rows and blank values passed over",
-         "a,1,10\n\nb,2,\na,2,20\n,,\nc,1,0\n", R"s(
-            declare A : dynamic array(text, integer) of real
-            read "csv:in.csv" { A from "[A:C]" }
-            print A)s",
-         R"s(read [3]
-            A [[["a",1],10],[["a",2],20],[["c",1],0]])s"},
-        {"the selection gives the order, the header is left out", "year,v,name\n2020,5,x\n2021,6,y\n", R"s(
-            declare A : dynamic array(text, integer) of real
-            read "csv:in.csv" { A from "skiph;[A1:C3](name,year,v)" }
-            print A)s",
-         R"s(read [2]
-            A [[["x",2020],5],[["y",2021],6]])s"},
-        {"index values convert", "3.5,1\nTRUE,2\n,3\n", R"s(
-            declare I : dynamic array(integer) of real
-            read "csv:in.csv" { I from "emptyndx;[A1:B3]" }
-            print I)s",
-         R"s(read [3]
-            I [[[3],1],[[1],2],[[0],3]])s"},
-        {"an empty index fails, unless emptyndx", "a,1\n,2\nb,3\n", R"s(
-            declare A : dynamic array(text) of real
-            declare B : dynamic array(text) of real
-            read "csv:in.csv" { A from "[A1:B3]" }
-            read "csv:in.csv" { B from "emptyndx;[A1:B3]" }
-            print A | print B)s",
-         R"s(read [1] 1 "SHEET: An index cannot be an empty cell ([R2C1]).\n"
-            read [3]
-            A [[["a"],1]]
-            B [[["a"],1],[[""],2],[["b"],3]])s"},
-        {"an index that a fixed set does not have", "a,1\nz,2\n", R"s(
-            declare S : set of text = {"a"}
-            declare A : array(S) of real
-            read "csv:in.csv" { A from "[A1:B2]" }
-            print A)s",
-         R"s(read [1] 1 "SHEET: Wrong index value at [R2C1].\n"
-            A [[["a"],1]])s"},
-        {"all kinds of value", "a,1\nb,x\nc,TRUE\n", R"s(
-            declare T : dynamic array(text) of text
-            declare B : dynamic array(text) of boolean
-            declare U : dynamic array(text) of any
-            read "csv:in.csv" { T from "[A:B]", B from "[A:B]", U from "[A:B]" }
-            print T | print B | print U)s",
-         R"s(read [3,3,3]
-            T [[["a"],"1"],[["b"],"x"],[["c"],"TRUE"]]
-            B [[["a"],true],[["b"],false],[["c"],true]]
-            U [[["a"],1],[["b"],"x"],[["c"],true]])s"},
-        {"types of the host, which may refuse", "a,2024-03-01\nb,junk\n", R"s(
-            declare A : dynamic array(text) of date
-            read "csv:in.csv" { A from "[A:B]" }
-            print A)s",
-         R"s(read [1] 1 "SHEET: Wrong result value at [R2C2].\n"
-            A [[["a"],"2024-03-01"]])s"},
-        {"records, also from empty cells", "a,1,x\nb,,\n", R"s(
-            declare P : record(n : integer, t : text)
-            declare A : dynamic array(text) of P
-            read "csv:in.csv" { A from "[A1:C2]" }
-            print A)s",
-         R"s(read [2]
-            A [[["a"],{"n":1,"t":"x"}],[["b"],{"n":0,"t":null}]])s"},
-        {"an alias as index", "2024-03-01,1\njunk,2\n", R"s(
-            declare Day : alias of date
-            declare A : dynamic array(Day) of real
-            read "csv:in.csv" { A from "[A:B]" }
-            print A)s",
-         R"s(read [1] 1 "SHEET: Wrong index value at [R2C1].\n"
-            A [[["2024-03-01"],1]])s"},
-        {"columns and types that do not fit", "a,1,2\n", R"s(
-            declare A : dynamic array(text) of real
-            declare P : record(n : integer, t : text)
-            declare Q : alias of P
-            declare B : dynamic array(text) of P
-            declare C : dynamic array(text) of Q
-            declare D : dynamic array(date) of real
-            declare N : dynamic array(text) of real = null
-            read "csv:in.csv" { A from "[A1:C1]" }
-            read "csv:in.csv" { B from "[A1:B1]" }
-            read "csv:in.csv" { C from "[A1:C1]" }
-            read "csv:in.csv" { D from "[A1:B1]" }
-            read "csv:in.csv" { N from "[A1:B1]" })s",
-         R"s(read [0] 1 "SHEET: Wrong number of columns (req:2 found:3).\n"
-            read [0] 1 "SHEET: Wrong number of columns (req:3 found:2).\n"
-            read [0] 1 "SHEET: Wrong data type.\n"
-            read [0] 1 "SHEET: Wrong index type.\n"
-            read [0] 1 "SHEET: Trying to access an uninitialized array.\n")s"},
-    };
-    checkStatements(cases);
+    checkStatements(indexColumnsCases);
 }
 
 TEST(ArraysRead, Autondx) {

@@ -66,48 +66,46 @@ TEST(Styles, OfANewBook) {
     EXPECT_FALSE(book->fontAt(-1));
 }
 
+struct Property {
+    const char* name;
+    int first, last;
+    void (*set)(Format&, int);
+    int (*get)(Format&);
+};
+const Property properties[] = {
+    {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); },
+     [](Format& f) { return f.alignHorizontal(); }},
+    {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }, [](Format& f) { return f.alignVertical(); }},
+    {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }, [](Format& f) { return int{f.wrapsText()}; }},
+    {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }, [](Format& f) { return f.rotation(); }},
+    {"letters", 255, 255, [](Format& f, int v) { f.setRotation(v); }, [](Format& f) { return f.rotation(); }},
+    {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }, [](Format& f) { return f.indent(); }},
+    {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); },
+     [](Format& f) { return int{f.shrinksToFit()}; }},
+    {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }, [](Format& f) { return f.borderLeft(); }},
+    {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }, [](Format& f) { return f.borderRight(); }},
+    {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }, [](Format& f) { return f.borderTop(); }},
+    {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }, [](Format& f) { return f.borderBottom(); }},
+    {"all", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }, [](Format& f) { return f.borderTop(); }},
+    {"diagonal", 0, 13, [](Format& f, int v) { f.setBorderDiagonalStyle(v); },
+     [](Format& f) { return f.borderDiagonalStyle(); }},
+    {"which", 0, 3, [](Format& f, int v) { f.setBorderDiagonal(v); }, [](Format& f) { return f.borderDiagonal(); }},
+    {"left colour", 0, 63, [](Format& f, int v) { f.setBorderLeftColor(v); },
+     [](Format& f) { return f.borderLeftColor(); }},
+    {"all colours", 8, 9, [](Format& f, int v) { f.setBorderColorAll(v); },
+     [](Format& f) { return f.borderBottomColor(); }},
+    {"diagonal colour", 8, 9, [](Format& f, int v) { f.setBorderDiagonalColor(v); },
+     [](Format& f) { return f.borderDiagonalColor(); }},
+    {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }, [](Format& f) { return f.fillPattern(); }},
+    {"fore", 8, 63, [](Format& f, int v) { f.setPatternForeColor(v); }, [](Format& f) { return f.patternForeColor(); }},
+    {"back", 8, 63, [](Format& f, int v) { f.setPatternBackColor(v); }, [](Format& f) { return f.patternBackColor(); }},
+    {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }, [](Format& f) { return int{f.isLocked()}; }},
+    {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); },
+     [](Format& f) { return int{f.isFormulaHidden()}; }},
+    {"number", 0, 49, [](Format& f, int v) { f.setNumFormat(v); }, [](Format& f) { return f.numFormat(); }},
+};
+
 TEST(Format, EveryPropertyComesBack) {
-    struct Property {
-        const char* name;
-        int first, last;
-        void (*set)(Format&, int);
-        int (*get)(Format&);
-    };
-    const Property properties[] = {
-        {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); },
-         [](Format& f) { return f.alignHorizontal(); }},
-        {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); },
-         [](Format& f) { return f.alignVertical(); }},
-        {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }, [](Format& f) { return int{f.wrapsText()}; }},
-        {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }, [](Format& f) { return f.rotation(); }},
-        {"letters", 255, 255, [](Format& f, int v) { f.setRotation(v); }, [](Format& f) { return f.rotation(); }},
-        {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }, [](Format& f) { return f.indent(); }},
-        {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); },
-         [](Format& f) { return int{f.shrinksToFit()}; }},
-        {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }, [](Format& f) { return f.borderLeft(); }},
-        {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }, [](Format& f) { return f.borderRight(); }},
-        {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }, [](Format& f) { return f.borderTop(); }},
-        {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }, [](Format& f) { return f.borderBottom(); }},
-        {"all", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }, [](Format& f) { return f.borderTop(); }},
-        {"diagonal", 0, 13, [](Format& f, int v) { f.setBorderDiagonalStyle(v); },
-         [](Format& f) { return f.borderDiagonalStyle(); }},
-        {"which", 0, 3, [](Format& f, int v) { f.setBorderDiagonal(v); }, [](Format& f) { return f.borderDiagonal(); }},
-        {"left colour", 0, 63, [](Format& f, int v) { f.setBorderLeftColor(v); },
-         [](Format& f) { return f.borderLeftColor(); }},
-        {"all colours", 8, 9, [](Format& f, int v) { f.setBorderColorAll(v); },
-         [](Format& f) { return f.borderBottomColor(); }},
-        {"diagonal colour", 8, 9, [](Format& f, int v) { f.setBorderDiagonalColor(v); },
-         [](Format& f) { return f.borderDiagonalColor(); }},
-        {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }, [](Format& f) { return f.fillPattern(); }},
-        {"fore", 8, 63, [](Format& f, int v) { f.setPatternForeColor(v); },
-         [](Format& f) { return f.patternForeColor(); }},
-        {"back", 8, 63, [](Format& f, int v) { f.setPatternBackColor(v); },
-         [](Format& f) { return f.patternBackColor(); }},
-        {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }, [](Format& f) { return int{f.isLocked()}; }},
-        {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); },
-         [](Format& f) { return int{f.isFormulaHidden()}; }},
-        {"number", 0, 49, [](Format& f, int v) { f.setNumFormat(v); }, [](Format& f) { return f.numFormat(); }},
-    };
     const BookPtr book = bookWithSheet();
     for (const Property& p : properties) {
         for (int v = p.first; v <= p.last; ++v) p.set(*book->newFormat(nullptr), v);
