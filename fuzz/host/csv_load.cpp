@@ -1,11 +1,13 @@
-// Any bytes as a csv file: loaded in blocks of varying size, read, and written again. The first byte chooses the
-// separators, the buffer's size and how the host cuts its stream.
+// Any bytes as a csv file: loaded in blocks of varying size by every scan and by none, compared with what a plain
+// reader makes of them, read, and written again. The first byte chooses the separators, the buffer's size and how the
+// host cuts its stream.
 #include <algorithm>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <vector>
 
 #include "host/interface/host.h"
@@ -13,6 +15,7 @@
 #include "host/sources/csv_save.h"
 #include "host/sources/csv_table.h"
 #include "host/sources/table_ops.h"
+#include "tests/host/sources/csv_reference.h"
 
 namespace {
 
@@ -50,29 +53,38 @@ const HostApi* host() {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) return 0;
+namespace {
+
+/// Loads by a scan, and aborts when the outcome is not the reference's.
+void check(const std::uint8_t* data, std::size_t size, quillet::CsvScan scan) {
     const unsigned choice = data[0];
     stream = data + 1;
     left = size - 1;
     longestRead = choice & 1 ? 1 + (choice >> 4) : 1 << 20;
-    quillet::openHost(host());
     std::vector<char> lineBuffer(choice & 2 ? 16 : 2048);
     quillet::CsvTable table(nullptr, lineBuffer.data(), static_cast<std::int32_t>(lineBuffer.size()));
     if (choice & 4) table.fieldSep = ';';
     if (choice & 4) table.decimalSep = ',';
     table.realFormat = "%.15g";
-    if (quillet::loadCsv(table, choice & 8)) {
-        for (int r = table.firstRow; r <= table.lastRow; ++r) {
-            for (int c = table.firstCol; c <= std::min(table.lastCol, table.firstCol + 100); ++c) {
-                if (quillet::csvTableOps.cellKind(&table, r, c) == quillet::cellText) {
-                    quillet::csvTableOps.textToReal(&table, r, c);
-                    quillet::csvTableOps.textToBool(&table, r, c);
-                }
-            }
-        }
-        quillet::saveCsv(table);
+    const std::string text(reinterpret_cast<const char*>(stream), left);
+    const quillet::ReferenceTable reference = quillet::readByReference(text, table, choice & 8);
+    if (quillet::loadCsvBy(scan, table, choice & 8) != reference.loaded) std::abort();
+    if (!reference.loaded) return;
+    if (!quillet::differenceFrom(reference, table).empty()) std::abort();
+    for (const auto& [at, cell] : reference.cells) {
+        quillet::csvTableOps.textToReal(&table, at.first, at.second);
+        quillet::csvTableOps.textToBool(&table, at.first, at.second);
     }
+    quillet::saveCsv(table);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    quillet::openHost(host());
+    check(data, size, nullptr);
+    for (const quillet::CsvScan* scan = quillet::usableScans(); *scan; ++scan) check(data, size, *scan);
     quillet::closeHost();
     return 0;
 }

@@ -1,90 +1,105 @@
 #include "host/sources/csv_save.h"
 
 #include <cstring>
+#include <memory>
+#include <new>
 
+#include "host/interface/driver_messages.h"
 #include "host/interface/host.h"
 #include "host/sources/csv_table.h"
 
 namespace quillet {
 namespace {
 
-/// Collects text and prints it in large pieces.
+/// Collects rows as text and prints them a buffer at a time.
 class PrintBuffer {
 public:
-    explicit PrintBuffer(HostContext* context) : _context(context) {}
+    explicit PrintBuffer(HostContext* context) : _context(context), _text(new (std::nothrow) char[capacity + 1]) {}
     ~PrintBuffer() { flush(); }
     PrintBuffer(const PrintBuffer&) = delete;
     PrintBuffer& operator=(const PrintBuffer&) = delete;
 
+    bool hasMemory() const { return _text != nullptr; }
+
     void put(char c) {
-        if (_used == sizeof _text - 1) flush();
+        if (_used == capacity) flush();
         _text[_used++] = c;
     }
 
     void put(const char* text, std::size_t length) {
-        while (length > 0) {
-            if (_used == sizeof _text - 1) flush();
-            const std::size_t room = sizeof _text - 1 - _used;
-            const std::size_t part = length < room ? length : room;
-            std::memcpy(_text + _used, text, part);
-            _used += part;
+        while (length > capacity - _used) {
+            const std::size_t part = capacity - _used;
+            append(text, part);
+            flush();
             text += part;
             length -= part;
         }
+        append(text, length);
     }
 
 private:
+    static constexpr std::size_t capacity = (1 << 16) - 1;
+
+    void append(const char* text, std::size_t length) {
+        std::memcpy(_text.get() + _used, text, length);
+        _used += length;
+    }
+
     void flush() {
         if (_used == 0) return;
         _text[_used] = '\0';
-        hostApi().hostStreamPrint(_context, "%s", _text);
+        hostApi().hostStreamPrint(_context, "%s", _text.get());
         _used = 0;
     }
 
     HostContext* _context;
     std::size_t _used = 0;
-    char _text[1 << 15];
+    std::unique_ptr<char[]> _text;
 };
 
 class CsvPrinter {
 public:
     explicit CsvPrinter(const CsvTable& table)
-        : _table(table), _out(table.hostContext), _fieldSep(static_cast<char>(table.fieldSep)) {}
+        : _table(table),
+          _out(table.hostContext),
+          _fieldSep(static_cast<char>(table.fieldSep)),
+          _trueLength(std::strlen(table.trueText)),
+          _falseLength(std::strlen(table.falseText)) {}
 
     bool run() {
+        if (!_out.hasMemory()) {
+            hostApi().hostError(_table.hostContext, msg::storeOutOfMemory);
+            return false;
+        }
         for (int r = 0; r <= _table.lastRow && r < _table.rowCapacity; ++r) printRow(_table.row(r));
         return !_failed;
     }
 
 private:
     void printRow(const CsvRow& row) {
-        if (!row.current) {
-            _out.put('\n');
-            return;
-        }
-        const CsvBlock* block = lowestBlock(row);
-        for (int col = 0; col <= row.lastCol; ++col) {
-            while (block && block->blockIndex < col / columnsPerBlock) block = block->upper;
-            if (block && block->blockIndex == col / columnsPerBlock) {
-                if (!printCell(*block, col % columnsPerBlock)) {
+        int col = 0;
+        for (const CsvBlock* block = lowestBlock(row); block; block = block->upper) {
+            const int first = block->blockIndex * columnsPerBlock;
+            for (; col < first; ++col) _out.put(_fieldSep);
+            for (int slot = 0; slot < columnsPerBlock && col <= row.lastCol; ++slot, ++col) {
+                if (slot < block->slotCount && !printCell(*block, slot)) {
                     _failed = true;
                     return;
                 }
+                if (col < row.lastCol) _out.put(_fieldSep);
             }
-            _out.put(col == row.lastCol ? '\n' : _fieldSep);
         }
+        _out.put('\n');
     }
 
     bool printCell(const CsvBlock& block, int slot) {
-        const CsvValue& value = block.values[slot];
-        switch (block.kinds[slot]) {
+        const CsvValue& value = block.values()[slot];
+        switch (block.kinds()[slot]) {
             case csvNumber:
                 return printNumber(value.real);
-            case csvBoolean: {
-                const char* const text = value.word > 0 ? _table.trueText : _table.falseText;
-                _out.put(text, std::strlen(text));
+            case csvBoolean:
+                value.word > 0 ? _out.put(_table.trueText, _trueLength) : _out.put(_table.falseText, _falseLength);
                 return true;
-            }
             case csvShortText:
                 printText(value.shortText);
                 return true;
@@ -115,15 +130,19 @@ private:
     /// Texts with a quote go out in quotes, with each of theirs doubled; texts with a separator in quotes.
     void printText(const char* text) {
         const std::size_t length = std::strlen(text);
-        if (!std::memchr(text, '"', length)) {
+        const char* const end = text + length;
+        const char* quote = static_cast<const char*>(std::memchr(text, '"', length));
+        if (!quote) {
             putQuotedWhen(std::memchr(text, _fieldSep, length) != nullptr, text, length);
             return;
         }
         _out.put('"');
-        for (std::size_t i = 0; i < length; ++i) {
-            if (text[i] == '"') _out.put('"');
-            _out.put(text[i]);
+        for (; quote; quote = static_cast<const char*>(std::memchr(text, '"', static_cast<std::size_t>(end - text)))) {
+            _out.put(text, static_cast<std::size_t>(quote - text) + 1);
+            _out.put('"');
+            text = quote + 1;
         }
+        _out.put(text, static_cast<std::size_t>(end - text));
         _out.put('"');
     }
 
@@ -136,6 +155,7 @@ private:
     const CsvTable& _table;
     PrintBuffer _out;
     const char _fieldSep;
+    const std::size_t _trueLength, _falseLength;
     bool _failed = false;
 };
 

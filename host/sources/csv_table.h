@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "host/interface/host_api.h"
+#include "host/sources/csv_texts.h"
 #include "host/sources/zeroed_arena.h"
 
 namespace quillet {
@@ -29,17 +30,36 @@ union CsvValue {
     char shortText[8];
 };
 
-/// 64 adjacent columns of one row; all zero at first. A row's blocks are linked in order of blockIndex. Tables are
-/// often narrow: a block is given memory for its first `valueCount` values only, and moves when it needs more.
+/// 64 adjacent columns of one row. A row's blocks are linked in order of blockIndex. Tables are often narrow: a block
+/// has memory for its first `slotCount` slots only, and moves when it needs more. Behind it lie the values of its
+/// slots, then a byte for the kind of each.
 struct CsvBlock {
     std::int32_t blockIndex;  // column / 64
-    std::int32_t valueCount;  // values that have memory, a multiple of 8
-    std::uint8_t kinds[columnsPerBlock];
+    std::int32_t slotCount;
     CsvBlock* lower;
     CsvBlock* upper;
-    CsvValue values[columnsPerBlock];
+
+    CsvValue* values() { return reinterpret_cast<CsvValue*>(this + 1); }
+    const CsvValue* values() const { return reinterpret_cast<const CsvValue*>(this + 1); }
+    std::uint8_t* kinds() { return reinterpret_cast<std::uint8_t*>(values() + slotCount); }
+    const std::uint8_t* kinds() const { return reinterpret_cast<const std::uint8_t*>(values() + slotCount); }
 };
-static_assert(sizeof(CsvBlock) == 600);
+static_assert(sizeof(CsvBlock) % alignof(CsvValue) == 0);
+
+/// What the loader gathers of a row before it becomes a block. All zero but for the slots from `first` to `end`.
+struct CsvStretch {
+    CsvValue values[columnsPerBlock];
+    std::uint8_t kinds[columnsPerBlock];
+    int first, end;  // end 0: nothing
+
+    CsvValue& store(int slot, CsvCellKind kind) {
+        if (end == 0) first = slot;
+        end = slot + 1;
+        kinds[slot] = kind;
+        return values[slot];
+    }
+    void clear();
+};
 
 /// A row slot. Until the row has a block its bounds hold no column: fresh slots are zero pages that nobody touched,
 /// so that one cell in a far row costs one page and not all rows before it.
@@ -54,8 +74,8 @@ struct CsvCell {
     CsvBlock* block;  // null: a miss
     int slot;
 
-    CsvCellKind kind() const { return static_cast<CsvCellKind>(block->kinds[slot]); }
-    CsvValue& value() const { return block->values[slot]; }
+    CsvCellKind kind() const { return static_cast<CsvCellKind>(block->kinds()[slot]); }
+    CsvValue& value() const { return block->values()[slot]; }
     /// The cell's text, null when it holds none.
     char* text() const;
 };
@@ -92,24 +112,28 @@ public:
     int storeBoolean(int row, int col, int value);
     int storeText(int row, int col, const char* text);  // null and "" empty the cell
     int storeBlank(int row, int col);
-    /// Text of the loader, `length` bytes without a NUL; kept in the arena.
-    int loadText(int row, int col, const char* text, std::size_t length);
+
+    /// The loader's way in, for rows and columns behind all that there are: -1 after a report when memory is short.
+    int appendStretch(std::int64_t row, std::int64_t blockIndex, const CsvStretch& stretch);
+    CsvTexts& texts() { return _texts; }
 
     /// Bytes of the table by its layout: 136, 16 a row slot, 600 a block, and each text that has memory of its own.
     std::int64_t memorySize() const;
 
 private:
     bool reserveRow(int row);
-    CsvBlock* blockFor(CsvRow& row, int blockIndex, int slot);
-    CsvBlock* newBlock(int valueCount);
+    bool reserveRowMemory(std::int32_t capacity);
+    CsvBlock* blockFor(int row, int blockIndex, int slot);
+    CsvBlock* newBlock(int blockIndex, int slotCount);
+    int usualSlots(int row, int blockIndex, int slot) const;
     CsvBlock* widened(CsvBlock* block, int slot);
     CsvCell emptied(int row, int col);
 
     CsvRow* _rows = nullptr;
     ZeroedArena _blocks;
-    ZeroedArena _texts;
+    std::int32_t _reservedRows = 0;  // row slots that have addresses, at least rowCapacity
+    CsvTexts _texts;
     bool _hasHeapTexts = false;
-    int _usualCount = 8;  // valueCount of new blocks: that of the last one that had to be widened
 };
 
 /// The first block of a row, by column; null for a row without cells.

@@ -16,6 +16,15 @@ std::string textAt(CsvTable& table, int row, int col) {
     return csvTableOps.readText(&table, row, col, nullptr);
 }
 
+/// A text in the first cell, as the loader brings it.
+void loadText(CsvTable& table, const std::string& text) {
+    CsvStretch stretch = {};
+    const CsvTexts::Arriving arriving =
+        table.texts().note(text.data(), text.size(), &stretch.store(0, csvArenaText).text);
+    ASSERT_TRUE(table.texts().keep(&arriving, 1));
+    ASSERT_EQ(table.appendStretch(0, 0, stretch), 1);
+}
+
 TEST(CsvTable, FindsWhatWasStoredInAnyOrder) {
     CsvTable table(nullptr, nullptr, 0);
     std::map<std::pair<int, int>, double> expected;
@@ -51,7 +60,7 @@ TEST(CsvTable, RowSlotsGrowAsLaidDown) {
 TEST(CsvTable, TextsReplaceEachOther) {
     CsvTable table(nullptr, nullptr, 0);
     const std::string shortText = "1234567", longText = "12345678";
-    table.loadText(0, 0, longText.c_str(), longText.size());
+    loadText(table, longText);
     table.storeText(0, 1, longText.c_str());
     EXPECT_EQ(table.memorySize(), 136 + 16 * 256 + 600 + 2 * 9);
     table.storeText(0, 0, textAt(table, 0, 1).c_str());

@@ -14,8 +14,13 @@ namespace {
 CsvField typed(const std::string& field, char decimalSep) {
     CsvTable table(nullptr, nullptr, 0);
     table.decimalSep = decimalSep;
-    std::string buffer = field + "#";  // what stands behind the field must not count
-    return typeCsvField(buffer.data(), field.size(), table);
+    // What stands behind the field must not count, whether it can be read or not.
+    std::string buffer = field + "9", slack = field + std::string(typingSlack, '9');
+    const CsvField typed = typeCsvField(buffer.data(), field.size(), 0, table);
+    const CsvField again = typeCsvField(slack.data(), field.size(), typingSlack, table);
+    EXPECT_EQ(typed.kind, again.kind) << field;
+    EXPECT_EQ(std::memcmp(&typed.number, &again.number, typed.kind == CsvFieldKind::number ? sizeof(double) : 0), 0);
+    return again;
 }
 
 TEST(CsvTyping, Numbers) {
@@ -54,6 +59,7 @@ TEST(CsvTyping, Numbers) {
         EXPECT_EQ(field.number, c.value);
     }
     EXPECT_TRUE(std::signbit(typed("-0.0", '.').number));
+    EXPECT_FALSE(std::signbit(typed("-0", '.').number));
 }
 
 TEST(CsvTyping, TextsThatLookLikeNumbers) {
@@ -89,13 +95,13 @@ TEST(CsvTyping, KeepsTheFieldAndKnowsBooleans) {
     CsvTable table(nullptr, nullptr, 0);
     table.decimalSep = ',';
     char field[] = "1,5,5";
-    EXPECT_EQ(typeCsvField(field, 5, table).kind, CsvFieldKind::text);
+    EXPECT_EQ(typeCsvField(field, 5, 0, table).kind, CsvFieldKind::text);
     EXPECT_STREQ(field, "1,5,5");
     EXPECT_EQ(typed("TRUE", '.').boolean, 1);
     EXPECT_EQ(typed("FALSE", '.').kind, CsvFieldKind::boolean);
     std::strcpy(table.trueText, "1");  // numbers come first
     char one[] = "1";
-    EXPECT_EQ(typeCsvField(one, 1, table).kind, CsvFieldKind::number);
+    EXPECT_EQ(typeCsvField(one, 1, 0, table).kind, CsvFieldKind::number);
 }
 
 }  // namespace
