@@ -110,7 +110,7 @@ void functionNames() {
             }
         });
     };
-    const double plain = write("-A$1+B1*C1+D");  // no bracket that opens: no search
+    const double plain = write("-A$1+B1*C1+D1*E1+D");  // no bracket that opens: no search
     tell("200,000 formulas without functions", plain, 0);
     tell("with an old function", write("SUM(A1)+VLOOKUP(A"), plain);
     tell("with a newer one", write("IFNA(A1)+STDEV.S(A"), plain);

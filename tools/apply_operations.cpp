@@ -2,7 +2,8 @@
 //
 // Without --load the book is new, with one sheet. Each line of the standard input is an operation, such as
 // {"op":"addMerge","sheet":0,"args":[0,1,0,1]}; a format is the index of one of the book's, or null. Arguments that an
-// operation gives values through are left out. Each line of the output has the result, those values, and the book's
+// operation gives values through are left out. Operations of the sheet's filter go by the same form; those of one of
+// its columns have the column's number in front. Each line of the output has the result, those values, and the book's
 // text. Exit status 1 when a line is no operation or a file cannot be read or written.
 #include <cmath>
 #include <cstdio>
@@ -17,7 +18,9 @@
 #include <utility>
 #include <vector>
 
+#include "engine/api/iautofilter.h"
 #include "engine/api/ibook.h"
+#include "engine/api/ifiltercolumn.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
 #include "tools/json_line.h"
@@ -26,6 +29,8 @@ namespace {
 
 using Book = vellum::IBookT<char>;
 using Sheet = vellum::ISheetT<char>;
+using Filter = vellum::IAutoFilterT<char>;
+using FilterColumn = vellum::IFilterColumnT<char>;
 using tools::Scalar;
 
 std::string shown(bool value) {
@@ -98,12 +103,12 @@ private:
     std::vector<std::function<std::string()>> _results;
 };
 
-template <class Result, class... Args>
-std::string run(Result (Sheet::*operation)(Args...), Book& book, Sheet& sheet, const tools::Scalars& given) {
+template <class Object, class Result, class... Args>
+std::string run(Result (Object::*operation)(Args...), Book& book, Object& object, const tools::Scalars& given) {
     Call call(book, given);
     std::tuple<Args...> arguments{call.argument<Args>()...};
     const std::string result =
-        shown(std::apply([&](auto... values) { return (sheet.*operation)(values...); }, arguments));
+        shown(std::apply([&](auto... values) { return (object.*operation)(values...); }, arguments));
     std::string line = "\"result\":";
     line.append(result).append(",\"out\":[").append(call.results()).append("]");
     return line;
@@ -114,11 +119,32 @@ template <auto operation>
 constexpr Runner runner =
     [](Book& book, Sheet& sheet, const tools::Scalars& given) { return run(operation, book, sheet, given); };
 
+/// Of the sheet's filter, which is made when there is none.
+template <auto operation>
+constexpr Runner filterRunner = [](Book& book, Sheet& sheet, const tools::Scalars& given) {
+    return run(operation, book, *sheet.filterObject(), given);
+};
+
+/// Of the filter's column that the first argument names.
+template <auto operation>
+constexpr Runner columnRunner = [](Book& book, Sheet& sheet, const tools::Scalars& given) {
+    const tools::Scalars rest(given.begin() + 1, given.end());
+    auto* const column = sheet.filterObject()->filterColumn(static_cast<int>(std::get<double>(given.at(0))));
+    if (column == nullptr) throw std::runtime_error(book.errorMessage());
+    return run(operation, book, *column, rest);
+};
+
 const std::map<std::string, Runner, std::less<>> operations = {
 #define OPERATION(name) \
     { #name, runner < &Sheet::name> }
 #include "tools/sheet_operations.inc"
 #undef OPERATION
+    {"setFilterRange", filterRunner<&Filter::setFilterRange>},
+    {"setSort", filterRunner<&Filter::setSort>},
+    {"addSort", filterRunner<&Filter::addSort>},
+    {"addValueFilter", columnRunner<&FilterColumn::addValueFilter>},
+    {"setTop10", columnRunner<&FilterColumn::setTop10>},
+    {"setCustomFilter", columnRunner<&FilterColumn::setCustomFilter>},
 };
 
 int fail(const std::string& what) {

@@ -70,6 +70,22 @@ void PlacedRecords::removeRecords(std::uint16_t id) {
     std::erase_if(_entries, [id](const Entry& entry) { return entry.id == id; });
 }
 
+std::size_t PlacedRecords::countRecords(std::uint16_t id) const {
+    constexpr std::size_t headerSize = 4;
+    const auto word = [](std::span<const std::byte> wire, std::size_t at) {
+        return static_cast<std::uint16_t>(std::to_integer<unsigned>(wire[at]) | std::to_integer<unsigned>(wire[at + 1])
+                                                                                    << 8);
+    };
+    std::size_t total = 0;
+    for (const Entry& entry : _entries) {
+        const auto wire = bytesOf(entry);
+        for (std::size_t at = 0; at + headerSize <= wire.size(); at += headerSize + word(wire, at + 2)) {
+            total += word(wire, at) == id;
+        }
+    }
+    return total;
+}
+
 void PlacedRecords::clear() {
     *this = PlacedRecords();
 }

@@ -57,6 +57,8 @@ public:
     void remove(Place place);
     /// Drops the records of an identifier, each with what goes on with it.
     void removeRecords(std::uint16_t id);
+    /// How many records of an identifier there are, those that go on with others counted too.
+    [[nodiscard]] std::size_t countRecords(std::uint16_t id) const;
     void clear();
     [[nodiscard]] std::size_t count() const { return _entries.size(); }
     [[nodiscard]] std::size_t byteCount() const { return _run.wire().size(); }

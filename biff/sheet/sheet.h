@@ -8,6 +8,7 @@
 #include "biff/sheet/sheet_parts.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
+#include "engine/api/isheetfacts.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
 #include "formula/compiling/formula_from_text.h"
@@ -26,7 +27,7 @@ struct MovedLines;
 /// A sheet of 65536 rows by 256 columns. Owned by its book; not to be used from two threads at once.
 /// Strings that it returns live until the next operation on the same sheet that returns one.
 template <class CharT>
-class SheetImplT final : public ISheetT<CharT>, public ISheetCells, public ISheetObjects<CharT> {
+class SheetImplT final : public ISheetT<CharT>, public ISheetCells, public ISheetObjects<CharT>, public ISheetFacts {
 public:
     using typename ISheetT<CharT>::Format;
 
@@ -215,6 +216,7 @@ public:
     // What a report needs of them: sheet_objects.cpp.
     std::vector<SheetComment<CharT>> comments() override;
     std::vector<SheetShape> shapes() override;
+    SheetFacts facts() override;  // sheet_facts.cpp
 
     // View, name, and what a binary sheet has not (sheet_view.cpp).
     bool showsGridlines() override;

@@ -5,6 +5,7 @@
 #include "biff/sheet/sheet_cells.cpp"
 #include "biff/sheet/sheet_columns.cpp"
 #include "biff/sheet/sheet_comments.cpp"
+#include "biff/sheet/sheet_facts.cpp"
 #include "biff/sheet/sheet_features.cpp"
 #include "biff/sheet/sheet_formulas.cpp"
 #include "biff/sheet/sheet_layout.cpp"

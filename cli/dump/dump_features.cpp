@@ -3,6 +3,7 @@
 #include "cli/dump/dump_filter.h"
 #include "cli/dump/dump_runs.h"
 #include "cli/workbook/sheet_answers.h"
+#include "engine/api/isheetfacts.h"
 
 namespace cli {
 namespace {
@@ -138,7 +139,8 @@ private:
         key("filter");
         dumpFilter(_answers, _out);
         key("validations");
-        _answers.null();  // no operation counts them
+        auto* const known = dynamic_cast<vellum::ISheetFacts*>(&_sheet);
+        known ? _answers.value(known->facts().validationRules) : _answers.null();
     }
     void table(int index) {
         Area at;

@@ -6,6 +6,7 @@
 
 #include "cli/workbook/cell_name.h"
 #include "engine/api/iautofilter.h"
+#include "engine/api/isheetfacts.h"
 
 namespace cli {
 namespace {
@@ -86,6 +87,11 @@ void addHidden(Sheet& sheet, Notes& notes) {
     notes.count(columns, "hidden column", "hidden columns");
 }
 
+void addLevels(const vellum::SheetFacts& facts, Notes& notes) {
+    notes.count(facts.rowLevels, "level of rows", "levels of rows");
+    notes.count(facts.columnLevels, "level of columns", "levels of columns");
+}
+
 }  // namespace
 
 std::string featureNotes(Sheet& sheet) {
@@ -96,9 +102,13 @@ std::string featureNotes(Sheet& sheet) {
     addPrinting(sheet, notes);
     notes.count(sheet.mergeTotal(), "merge", "merges");
     notes.count(sheet.hyperlinkTotal(), "link", "links");
+    auto* const known = dynamic_cast<vellum::ISheetFacts*>(&sheet);
+    const vellum::SheetFacts facts = known ? known->facts() : vellum::SheetFacts();
+    notes.count(facts.validationRules, "validation rule", "validation rules");
     addFilter(sheet, notes);
     addTables(sheet, notes);
     addHidden(sheet, notes);
+    addLevels(facts, notes);
     return notes.text();
 }
 

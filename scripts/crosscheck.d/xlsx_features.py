@@ -5,19 +5,11 @@ A new workbook gets every feature of layout, view and printing through build/DIR
 ssconvert (its own XML) and on request LibreOffice (converted to .xlsx, then read by openpyxl) have to tell the same.
 LibreOffice drops views and tab colours, ssconvert prints neither grid lines nor headings: that is not asked of them.
 """
-import argparse
-import gzip
-import json
-import os
-import subprocess
 import sys
-import tempfile
 
 sys.dont_write_bytecode = True
-import libreoffice  # noqa: E402
+import written_sheet  # noqa: E402
 
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-SECONDS = 180
 OPERATIONS = [
     ("writeString", 0, 0, "head", None, 2), ("writeNumber", 5, 4, 1.5, None), ("writeNumber", 30, 9, 2, None),
     ("setColumn", 1, 2, 20, None, False), ("setColumn", 4, 4, 5, None, True), ("setRow", 2, 33, None, False),
@@ -65,52 +57,5 @@ GNUMERIC = [
 ]
 
 
-def openpyxl_sees(path):
-    done = subprocess.run(["/usr/bin/python3", "-c", READER, path], capture_output=True, text=True, timeout=SECONDS)
-    if done.returncode:
-        return {"error": done.stderr.strip().splitlines()[-1:]}
-    return json.loads(done.stdout)
-
-
-def differences(who, seen, keys):
-    return ["%s: %s is %s, not %s" % (who, key, seen.get(key, seen.get("error")), EXPECTED[key])
-            for key in sorted(keys) if seen.get(key) != EXPECTED[key]]
-
-
-def gnumeric_differences(path, folder):
-    out = os.path.join(folder, "g.gnumeric")
-    done = subprocess.run(["ssconvert", "-T", "Gnumeric_XmlIO:sax:0", path, out], capture_output=True, timeout=SECONDS)
-    if done.returncode or not os.path.exists(out):
-        return ["ssconvert: does not read it"]
-    with open(out, "rb") as f:
-        data = f.read()
-    text = (gzip.decompress(data) if data[:2] == b"\x1f\x8b" else data).decode("utf-8")
-    return ["ssconvert: no %s" % wanted for wanted in GNUMERIC if wanted not in text]
-
-
-def main():
-    options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    options.add_argument("--build", default=os.path.join(ROOT, "build/release"))
-    options.add_argument("--libreoffice", action="store_true")
-    args = options.parse_args()
-    with tempfile.TemporaryDirectory(prefix="features-") as folder:
-        path = os.path.join(folder, "features.xlsx")
-        lines = "".join(json.dumps({"op": op, "args": rest}) + "\n" for op, *rest in OPERATIONS)
-        done = subprocess.run([os.path.join(args.build, "tools/apply_operations"), "--save", path], input=lines,
-                              capture_output=True, text=True, timeout=SECONDS)
-        faults = [line for line in done.stdout.splitlines() if json.loads(line)["error"] != "ok"]
-        faults += [done.stderr.strip()] if done.returncode else []
-        faults += differences("openpyxl", openpyxl_sees(path), EXPECTED)
-        faults += gnumeric_differences(path, folder)
-        if args.libreoffice:
-            out = os.path.join(folder, "out")
-            libreoffice.convert(out, "xlsx", [path])
-            faults += differences("LibreOffice", openpyxl_sees(os.path.join(out, "features.xlsx")), LIBREOFFICE)
-    for fault in faults:
-        print(fault)
-    print("sheet features: %d differences" % len(faults))
-    return 1 if faults else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(written_sheet.check("sheet features", OPERATIONS, READER, EXPECTED, LIBREOFFICE, GNUMERIC))

@@ -1,5 +1,7 @@
 // The block of a sheet's drawing: which record belongs where, and what is broken.
+#include "engine/facts/digest.h"
 #include "tests/biff/sheet/fixture.h"
+#include "tests/drawing/images.h"
 
 namespace vellum::test {
 namespace {
@@ -99,6 +101,103 @@ TEST(Objects, AChartGoesFromItsBofToTheEofThatBalancesIt) {
     EXPECT_FALSE(at.empty());
     ASSERT_TRUE(one.sheet->writeComment(0, 0, "t", "A", 10, 10)) << one.book->errorMessage();
     EXPECT_EQ(only(savedRecords(*one.book), 4097).size(), 1u);
+}
+
+/// A drawing record around what it holds.
+Bytes art(std::uint16_t verAndInstance, std::uint16_t type, const std::vector<Bytes>& parts) {
+    Bytes made(8);
+    for (const Bytes& part : parts) made.insert(made.end(), part.begin(), part.end());
+    storeLe(&made[0], verAndInstance);
+    storeLe(&made[2], type);
+    storeLe(&made[4], static_cast<std::uint32_t>(made.size() - 8));
+    return made;
+}
+
+// Its pieces behind the first 8,224 bytes are continuations, like parts of a text and of what has no drawing.
+TEST(Objects, AChartsDrawingOfManyRecordsGetsNumbersOfItsOwn) {
+    const auto shape = [](const char* fsp, const Bytes& rest, std::size_t behind) {
+        Bytes made = art(0x000F, 61444, {art(0x0A02, 61450, {hex(fsp)}), rest});
+        storeLe(&made[4], static_cast<std::uint32_t>(made.size() - 8 + behind));
+        return made;
+    };
+    const Bytes clientData = hex("0000 11F0 00000000");
+    Bytes table = art(0x0013, 61451, {hex("4581 00210000"), Bytes(0x2100)});
+    table.insert(table.end(), clientData.begin(), clientData.end());
+    const Bytes long1 = shape("01080000 000A0000", table, textbox.body.size());
+    const Bytes short1 = shape("02080000 000A0000", clientData, 0);
+    const Bytes top = art(0x000F, 61444, {art(1, 61449, {Bytes(16)}), art(2, 61450, {hex("00080000 05000000")})});
+    Bytes group = art(0x000F, 61443, {top});
+    storeLe(&group[4], static_cast<std::uint32_t>(top.size() + long1.size() + textbox.body.size() + short1.size()));
+    Bytes whole = art(0x000F, 61442, {art(0x0020, 61448, {hex("03000000 02080000")}), group, long1});
+    storeLe(&whole[4], static_cast<std::uint32_t>(whole.size() - 8 + textbox.body.size() + short1.size()));
+
+    const Record chartBof{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
+    Bytes outer = frame;
+    outer.insert(outer.end(), textbox.body.begin(), textbox.body.end());
+    const std::vector<Record> chart{
+        {236, Bytes(whole.begin(), whole.begin() + 8224)},
+        {60, Bytes(whole.begin() + 8224, whole.end())},
+        obj("1900"),
+        {60, textbox.body},
+        {438, hex("1202 0000 000000000000 0300 1000 0000 0000")},
+        {60, hex("00 616263")},
+        {60, hex("0000 0000 00000000 0300 0000 00000000")},
+        {60, short1},
+        obj("1900"),
+        {4198, hex("0102")},
+        {60, short1},  // of the record in front
+    };
+    std::vector<Record> block{{236, outer}, obj("0500"), chartBof};
+    block.insert(block.end(), chart.begin(), chart.end());
+    block.push_back(eof);
+    OneSheet one(block);
+    ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
+    ASSERT_NE(one.book->addSheet("Copy", one.sheet), nullptr) << one.book->errorMessage();
+    const auto copied = savedRecords(*one.book, 1);
+    const auto at = std::ranges::find(copied, chartBof);
+    ASSERT_TRUE(copied.end() - at > static_cast<std::ptrdiff_t>(chart.size()));
+
+    auto expected = chart;
+    const auto first = loadLe<std::uint32_t>(&at[1].body[24 + 16 + 24 + 8]);  // of the group's shape
+    EXPECT_NE(first, 2048u);
+    EXPECT_EQ(first % 1024, 0u);
+    storeLe(&expected[0].body[8], loadLe<std::uint16_t>(&at[1].body[8]));
+    EXPECT_NE(loadLe<std::uint16_t>(&at[1].body[8]), 0x0020);
+    storeLe(&expected[0].body[20], first + 2);
+    storeLe(&expected[0].body[72], first);
+    storeLe(&expected[0].body[96], first + 1);
+    storeLe(&expected[7].body[16], first + 2);
+    EXPECT_EQ(std::vector<Record>(at + 1, at + 1 + static_cast<std::ptrdiff_t>(chart.size())), expected);
+}
+
+// A shape names pictures in any of its tables; one that is complex has the picture itself, and tells its length.
+TEST(Objects, PicturesOfEveryTableCountAsUsed) {
+    NewSheet source;
+    source.book->addPictureData(png.data(), png.size());
+    ASSERT_TRUE(source.sheet->placePictureSized(1, 1, 0));
+    const auto globals = only(recordsOf(saved(*source.book)), 235);
+    const Bytes filled =
+        art(0x000F, 61444,
+            {art(0x0A02, 61450, {hex("01040000 000A0000")}), art(0x0013, 61451, {hex("8641 01000000")}),
+             art(0x0023, 61729, {hex("8641 01000000 C541 01000000")}), art(0x0013, 61730, {hex("86C1 01000000 00")}),
+             hex("0000 11F0 00000000")});
+    const Bytes top = art(0x000F, 61444, {art(1, 61449, {Bytes(16)}), art(2, 61450, {hex("00040000 05000000")})});
+    const Bytes drawing =
+        art(0x000F, 61442, {art(0x0010, 61448, {hex("02000000 01040000")}), art(0x000F, 61443, {top, filled})});
+    const Book book = loaded(workbook({{{236, drawing}, obj("1E00")}}, false, globals));
+    ASSERT_NE(book->getSheet(0), nullptr) << book->errorMessage();
+    const auto uses = [&] {
+        const Bytes group = only(recordsOf(saved(*book)), 235).at(0).body;
+        const auto uid = md5(png);
+        const auto* const bytes = reinterpret_cast<const std::byte*>(uid.data());
+        const auto at = std::search(group.begin(), group.end(), bytes, bytes + 16) - group.begin();
+        return loadLe<std::uint32_t>(&group[static_cast<std::size_t>(at) + 16 + 2 + 4]);
+    };
+    const auto before = uses();
+    ASSERT_NE(book->addSheet("Copy", book->getSheet(0)), nullptr) << book->errorMessage();
+    EXPECT_EQ(uses(), before + 3);
+    ASSERT_TRUE(book->removeSheet(1));
+    EXPECT_EQ(uses(), before);
 }
 
 TEST(Objects, SheetsThatTakeNone) {

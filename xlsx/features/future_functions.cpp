@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cwctype>
-#include <vector>
+#include <optional>
 
 namespace vellum::xlsx {
 namespace {
@@ -42,52 +43,72 @@ bool isNameCharacter(wchar_t c) {
     return (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') || c == L'.';
 }
 
-/// Whether each position lies in quotes: either kind of quotes, each of which ends where its like stands next.
-class Quotes {
-public:
-    explicit Quotes(std::wstring_view text) : _inside(text.size()) {
-        bool single = false, doubled = false;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] == L'\'') single = !single;
-            if (text[i] == L'"') doubled = !doubled;
-            _inside[i] = single || doubled;
-        }
-    }
-    [[nodiscard]] bool hold(std::size_t at) const { return _inside[at]; }
-
-private:
-    std::vector<bool> _inside;
+/// Names that begin with one letter: where they stand in the list, and which lengths they have.
+struct Initial {
+    std::uint8_t first = 0, end = 0;
+    std::uint32_t lengths = 0;
 };
 
-void prefixAll(std::wstring& formula, std::wstring_view name) {
-    const Quotes quotes(formula);
-    std::wstring result;
-    std::size_t copied = 0;
-    for (std::size_t at = formula.find(name); at != std::wstring::npos; at = formula.find(name, at + 1)) {
-        if (quotes.hold(at) || (at > 0 && isLetter(formula[at - 1]))) continue;
-        result.append(formula, copied, at - copied).append(functionPrefix);
-        copied = at;
+constexpr auto initials = [] {
+    std::array<Initial, 26> table{};
+    for (std::size_t i = 0; i < nameCount; ++i) {
+        Initial& initial = table[static_cast<std::size_t>(names[i].front() - L'A')];
+        if (initial.lengths == 0) initial.first = static_cast<std::uint8_t>(i);
+        initial.end = static_cast<std::uint8_t>(i + 1);
+        initial.lengths |= std::uint32_t{1} << names[i].size();
     }
-    if (copied == 0 && result.empty()) return;
-    formula = result.append(formula, copied, std::wstring::npos);
+    return table;
+}();
+
+constexpr std::size_t longest =
+    std::max_element(std::begin(names), std::end(names), [](auto a, auto b) { return a.size() < b.size(); }) -> size();
+static_assert(longest < 32);
+
+/// A bracket ends one name of the list at most: none ends like another one behind a dot or a digit. So the names can
+/// be looked for all at once, with what a search for one after the other finds.
+static_assert(std::none_of(std::begin(names), std::end(names), [](std::wstring_view name) {
+    return std::any_of(std::begin(names), std::end(names), [=](std::wstring_view other) {
+        if (other.size() >= name.size() || !name.ends_with(other)) return false;
+        const wchar_t before = name[name.size() - other.size() - 1];
+        return before < L'A' || before > L'Z';
+    });
+}));
+
+bool isKnown(std::wstring_view name) {
+    if (name.front() < L'A' || name.front() > L'Z') return false;
+    const Initial& initial = initials[static_cast<std::size_t>(name.front() - L'A')];
+    if ((initial.lengths >> name.size() & 1) == 0) return false;
+    return std::find(names + initial.first, names + initial.end, name) != names + initial.end;
 }
 
-using Found = std::array<bool, nameCount>;
+/// Where the known name begins that ends with the bracket at `bracket` and has no letter in front of it.
+std::optional<std::size_t> nameAt(std::wstring_view formula, std::size_t bracket) {
+    const std::size_t least = bracket + 1 - std::min(longest, bracket + 1);
+    for (std::size_t at = bracket; at > least && isNameCharacter(formula[at - 1]);) {
+        --at;
+        if (isKnown(formula.substr(at, bracket - at + 1)) && (at == 0 || !isLetter(formula[at - 1]))) return at;
+    }
+    return std::nullopt;
+}
 
-/// Marks the names that end at a bracket and may have no letter in front of them: what a search for each could find.
-bool findNames(std::wstring_view formula, Found& found) {
-    bool any = false;
-    for (std::size_t end = formula.find(L'('); end != std::wstring_view::npos; end = formula.find(L'(', end + 1)) {
-        for (std::size_t at = end; at > 0 && isNameCharacter(formula[at - 1]);) {
-            --at;
-            if (at > 0 && isLetter(formula[at - 1])) continue;
-            const auto known = std::lower_bound(std::begin(names), std::end(names), formula.substr(at, end - at + 1));
-            if (known == std::end(names) || *known != formula.substr(at, end - at + 1)) continue;
-            found[static_cast<std::size_t>(known - names)] = any = true;
+/// Whether a position lies in quotes: either kind of quotes, each of which ends where its like stands next.
+class Quotes {
+public:
+    explicit Quotes(std::wstring_view text) : _text(text) {}
+    /// For positions in ascending order.
+    bool hold(std::size_t at) {
+        for (; _next < at; ++_next) {
+            _single ^= _text[_next] == L'\'';
+            _double ^= _text[_next] == L'"';
         }
+        return _single || _double;
     }
-    return any;
-}
+
+private:
+    std::wstring_view _text;
+    std::size_t _next = 0;
+    bool _single = false, _double = false;
+};
 
 }  // namespace
 
@@ -96,11 +117,17 @@ std::span<const std::wstring_view> futureFunctions() {
 }
 
 void prefixFunctions(std::wstring& formula) {
-    Found found{};
-    if (!findNames(formula, found)) return;
-    for (std::size_t i = 0; i < nameCount; ++i) {
-        if (found[i]) prefixAll(formula, names[i]);
+    Quotes quotes(formula);
+    std::wstring result;
+    std::size_t copied = 0;
+    for (std::size_t end = formula.find(L'('); end != std::wstring::npos; end = formula.find(L'(', end + 1)) {
+        const auto at = nameAt(formula, end);
+        if (!at || quotes.hold(*at)) continue;
+        if (result.empty()) result.reserve(formula.size() + 4 * functionPrefix.size());
+        result.append(formula, copied, *at - copied).append(functionPrefix);
+        copied = *at;
     }
+    if (!result.empty()) formula = std::move(result.append(formula, copied, std::wstring::npos));
 }
 
 void unprefixFunctions(std::wstring& formula) {

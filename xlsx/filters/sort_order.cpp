@@ -1,6 +1,8 @@
 #include "xlsx/filters/sort_order.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <numeric>
 
 #include "ooxml/cells/compact_cell.h"
@@ -10,37 +12,63 @@
 namespace vellum::xlsx {
 namespace {
 
-constexpr int kindOf(ValueKind kind) {
-    return static_cast<int>(kind);
+// Numbers take the places up to that of infinity; what is no number has those behind it.
+constexpr SortPlace textPlace = SortPlace{0xFFF1} << 48, booleanPlace = SortPlace{0xFFF2} << 48;
+constexpr SortPlace errorPlace = SortPlace{0xFFF3} << 48, blankPlace = ~SortPlace{0};
+
+constexpr bool isText(SortPlace place) {
+    return place >= textPlace && place < booleanPlace;
 }
 
-bool isEqual(const Ranked& a, const Ranked& b) {
-    return a.kind == b.kind && a.place == b.place;
+/// Unsigned integers in the order of the numbers.
+SortPlace numberPlace(double number) {
+    const auto bits = std::bit_cast<std::uint64_t>(number + 0.0);  // of the two zeros one
+    return bits >> 63 != 0 ? ~bits : bits | std::uint64_t{1} << 63;
 }
 
-bool isBefore(const Ranked& a, const Ranked& b) {
-    return a.kind != b.kind ? a.kind < b.kind : a.place < b.place;
-}
-
-/// A row with its value of the first column at hand.
 struct Item {
-    Ranked first;
+    SortPlace place;
     std::uint32_t row;
 };
 
+constexpr unsigned digitBits = 11, digits = 6;
+constexpr std::size_t digitCount = std::size_t{1} << digitBits;
+
+constexpr std::size_t digitOf(SortPlace place, unsigned digit) {
+    return place >> digit * digitBits & (digitCount - 1);
+}
+
+/// By one digit after the other, from the lowest; one that all items share needs no pass.
+void sortByDigits(std::vector<Item>& items, std::vector<Item>& room) {
+    std::vector<std::array<std::uint32_t, digitCount>> counts(digits);
+    for (const Item& item : items) {
+        for (unsigned digit = 0; digit < digits; ++digit) ++counts[digit][digitOf(item.place, digit)];
+    }
+    room.resize(items.size());
+    for (unsigned digit = 0; digit < digits; ++digit) {
+        auto& next = counts[digit];
+        if (next[digitOf(items.front().place, digit)] == items.size()) continue;
+        std::exclusive_scan(next.begin(), next.end(), next.begin(), std::uint32_t{0});
+        for (const Item& item : items) room[next[digitOf(item.place, digit)]++] = item;
+        items.swap(room);
+    }
+}
+
 }  // namespace
 
-std::vector<std::uint32_t> sortedOrder(const std::vector<std::vector<Ranked>>& columns, std::size_t rowCount) {
-    std::vector<Item> items(rowCount);
-    for (std::uint32_t row = 0; row < rowCount; ++row) items[row] = {columns.front()[row], row};
-    std::sort(items.begin(), items.end(), [&](const Item& a, const Item& b) {
-        if (!isEqual(a.first, b.first)) return isBefore(a.first, b.first);
-        for (std::size_t i = 1; i < columns.size(); ++i) {
-            const Ranked &inA = columns[i][a.row], &inB = columns[i][b.row];
-            if (!isEqual(inA, inB)) return isBefore(inA, inB);
+/// By the last column first: every sort keeps what is equal in the order of the columns behind.
+std::vector<std::uint32_t> sortedOrder(const std::vector<std::vector<SortPlace>>& columns, std::size_t rowCount) {
+    constexpr std::size_t few = 4 * digitCount;
+    std::vector<Item> items(rowCount), room;
+    for (std::uint32_t row = 0; row < rowCount; ++row) items[row].row = row;
+    for (auto column = columns.rbegin(); column != columns.rend(); ++column) {
+        for (Item& item : items) item.place = (*column)[item.row];
+        if (rowCount > few) {
+            sortByDigits(items, room);
+        } else {
+            std::stable_sort(items.begin(), items.end(), [](auto& a, auto& b) { return a.place < b.place; });
         }
-        return a.row < b.row;
-    });
+    }
     std::vector<std::uint32_t> order(rowCount);
     std::transform(items.begin(), items.end(), order.begin(), [](const Item& item) { return item.row; });
     return order;
@@ -64,17 +92,27 @@ std::size_t Ranking<Cell>::textAt(const FilterValue& value) {
 template <class Cell>
 void Ranking<Cell>::add(const Cell* cell) {
     const FilterValue value = _reader.read(cell);
-    const bool isText = value.kind == ValueKind::text;
-    _values.push_back({kindOf(value.kind), isText ? static_cast<double>(textAt(value)) : value.number});
+    switch (value.kind) {
+        case ValueKind::number:
+            return _values.push_back(numberPlace(value.number));
+        case ValueKind::text:
+            return _values.push_back(textPlace + textAt(value));
+        case ValueKind::boolean:
+            return _values.push_back(booleanPlace + (value.number != 0 ? 1 : 0));
+        case ValueKind::error:
+            return _values.push_back(errorPlace);
+        case ValueKind::blank:
+            return _values.push_back(blankPlace);
+    }
 }
 
 template <class Cell>
-std::vector<double> Ranking<Cell>::textPlaces() const {
+std::vector<SortPlace> Ranking<Cell>::textPlaces() const {
     std::vector<std::size_t> sorted(_texts.size());
     std::iota(sorted.begin(), sorted.end(), std::size_t{0});
     std::sort(sorted.begin(), sorted.end(), [&](std::size_t a, std::size_t b) { return _texts[a] < _texts[b]; });
-    std::vector<double> places(_texts.size());
-    double next = 0;
+    std::vector<SortPlace> places(_texts.size());
+    SortPlace next = textPlace;
     for (std::size_t i = 0; i < sorted.size(); ++i) {
         if (i > 0 && _texts[sorted[i]] != _texts[sorted[i - 1]]) ++next;
         places[sorted[i]] = next;
@@ -83,13 +121,11 @@ std::vector<double> Ranking<Cell>::textPlaces() const {
 }
 
 template <class Cell>
-std::vector<Ranked> Ranking<Cell>::take() {
-    const std::vector<double> places = textPlaces();
-    for (Ranked& value : _values) {
-        if (value.kind == kindOf(ValueKind::text)) value.place = places[static_cast<std::size_t>(value.place)];
-        if (!_descending || value.kind == kindOf(ValueKind::blank)) continue;
-        value.kind = kindOf(ValueKind::error) - value.kind;
-        value.place = -value.place;
+std::vector<SortPlace> Ranking<Cell>::take() {
+    const std::vector<SortPlace> places = textPlaces();
+    for (SortPlace& value : _values) {
+        if (isText(value)) value = places[value - textPlace];
+        if (_descending && value != blankPlace) value = ~value;
     }
     return std::move(_values);
 }

@@ -31,6 +31,8 @@ public:
         std::vector<std::uint32_t> places(order.size());
         for (std::uint32_t to = 0; to < order.size(); ++to) places[order[to]] = to;
         for (std::uint32_t from = 0; from < places.size(); ++from) {  // cells lie in this order in memory
+            constexpr std::uint32_t ahead = 16;                       // rows do not
+            if (from + ahead < places.size()) fetch(_at[places[from + ahead]]);
             if (!_blocks[from].empty()) putBlock(from, places[from]);
         }
         return order;
@@ -47,7 +49,7 @@ private:
     }
 
     /// The values of all keys, in one walk over the rows.
-    std::vector<std::vector<Ranked>> ranked(const std::vector<SortKey>& keys, FilterBook& book) {
+    std::vector<std::vector<SortPlace>> ranked(const std::vector<SortKey>& keys, FilterBook& book) {
         ValueReader<Cell> reader(book);
         std::vector<Ranking<Cell>> rankings;
         for (const SortKey& key : keys) rankings.emplace_back(reader, key.descending).reserve(_at.size());
@@ -57,7 +59,7 @@ private:
                 rankings[i].add(row ? cellOf(row->c(), keys[i].col, hints[i]) : nullptr);
             }
         }
-        std::vector<std::vector<Ranked>> columns;
+        std::vector<std::vector<SortPlace>> columns;
         for (auto& ranking : rankings) columns.push_back(ranking.take());
         return columns;
     }
@@ -68,12 +70,13 @@ private:
         for (std::size_t i = 0; i < _at.size(); ++i) {
             if (!_at[i]) continue;
             Cells& cells = _at[i]->c();
-            const auto first = cells.begin() + static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colFirst, 0));
-            const auto end = cells.begin() + static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colLast + 1, 0));
-            if (first == cells.begin() && end == cells.end()) {
+            if (cells.empty()) continue;
+            if (cells.front().column() >= _data.colFirst && cells.back().column() <= _data.colLast) {
                 _blocks[i].swap(cells);
                 continue;
             }
+            const auto first = cells.begin() + static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colFirst, 0));
+            const auto end = cells.begin() + static_cast<std::ptrdiff_t>(firstCellFrom(cells, _data.colLast + 1, 0));
             _blocks[i].assign(std::make_move_iterator(first), std::make_move_iterator(end));
             cells.erase(first, end);
         }
@@ -83,6 +86,13 @@ private:
     void makeRows(const std::vector<std::uint32_t>& order) {
         for (std::uint32_t to = 0; to < order.size(); ++to) {
             if (!_at[to] && !_blocks[order[to]].empty()) _at[to] = &addRow(_rows, _data.rowFirst + to);
+        }
+    }
+
+    /// Has a row on its way to the processor before it is needed.
+    static void fetch(const Row* row) {
+        for (std::size_t at = 0; row != nullptr && at < sizeof(Row); at += 64) {
+            __builtin_prefetch(reinterpret_cast<const char*>(row) + at, 1);
         }
     }
 

@@ -12,6 +12,7 @@
 
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
+#include "engine/api/isheetfacts.h"
 #include "engine/facts/cell_address.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
@@ -48,6 +49,7 @@ class XMLSheetImplT final : public ISheetT<CharT>,
                             public ISheetCells,
                             public XmlFile<typename ooxml::dialect<Tag>::c_worksheet>,
                             public ISheetObjects<CharT>,
+                            public ISheetFacts,
                             private xlsx::CellPixels {
 public:
     using typename ISheetT<CharT>::Format;
@@ -215,6 +217,7 @@ public:
     IFormControlT<CharT>* formControlAt(int index) override;
     std::vector<SheetComment<CharT>> comments() override;
     std::vector<SheetShape> shapes() override;
+    SheetFacts facts() override;  // sheet_facts.cpp
 
     // The sheet in its workbook: sheet_workbook.cpp.
     const CharT* sheetName() override;

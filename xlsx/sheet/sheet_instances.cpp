@@ -3,6 +3,7 @@
 
 #include "xlsx/sheet/sheet_areas.cpp"
 #include "xlsx/sheet/sheet_columns.cpp"
+#include "xlsx/sheet/sheet_facts.cpp"
 #include "xlsx/sheet/sheet_filters.cpp"
 #include "xlsx/sheet/sheet_fit.cpp"
 #include "xlsx/sheet/sheet_formulas.cpp"

@@ -4,6 +4,7 @@
 #include <array>
 #include <random>
 
+#include "tests/support/rounds.h"
 #include "tests/xlsx/sheet/sheet_fixture.h"
 #include "xlsx/styles/format.h"
 
@@ -183,7 +184,7 @@ private:
 };
 
 TEST(Columns, SayTheSameAsAPlainArray) {
-    for (unsigned seed = 1; seed <= 300; ++seed) {
+    for (unsigned seed = 1; seed <= rounds(5000); ++seed) {
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         TestSheet sheet("");

@@ -7,6 +7,7 @@
 #include <random>
 #include <utility>
 
+#include "tests/support/rounds.h"
 #include "tests/xlsx/sheet/sheet_fixture.h"
 #include "xlsx/layout/moved_tables.h"
 #include "xlsx/layout/range_index.h"
@@ -170,7 +171,7 @@ bool apply(TestSheet<>& sheet, const Change& change) {
 }
 
 TEST(Layout, EverythingGoesWhereAModelPutsIt) {
-    for (unsigned seed = 1; seed <= 400; ++seed) {
+    for (unsigned seed = 1; seed <= rounds(5000); ++seed) {
         SCOPED_TRACE(seed);
         RandomSheet random(seed);
         TestSheet sheet(random.rows(), -1, -1, "", random.merges());

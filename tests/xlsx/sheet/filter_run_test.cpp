@@ -5,6 +5,7 @@
 #include "engine/api/iautofilter.h"
 #include "engine/api/ifiltercolumn.h"
 #include "engine/api/iformat.h"
+#include "tests/support/rounds.h"
 #include "tests/xlsx/sheet/filter_model.h"
 #include "tests/xlsx/sheet/sheet_fixture.h"
 #include "xlsx/styles/format.h"
@@ -106,7 +107,7 @@ using Dialects = testing::Types<excelNormal_tag, excelStrict_tag>;
 TYPED_TEST_SUITE(FilterRuns, Dialects);
 
 TYPED_TEST(FilterRuns, HideWhatASecondOpinionHides) {
-    for (unsigned seed = 0; seed < 2500; ++seed) {
+    for (unsigned seed = 0; seed < rounds(10000); ++seed) {
         SCOPED_TRACE(seed);
         ModelSource source(seed);
         TestSheet<TypeParam> sheet("");
@@ -140,7 +141,7 @@ TYPED_TEST(FilterRuns, HideWhatASecondOpinionHides) {
 }
 
 TYPED_TEST(FilterRuns, SortAsNeighboursThatChangePlaces) {
-    for (unsigned seed = 0; seed < 1500; ++seed) {
+    for (unsigned seed = 0; seed < rounds(10000); ++seed) {
         SCOPED_TRACE(seed);
         ModelSource source(seed);
         TestSheet<TypeParam> sheet("");

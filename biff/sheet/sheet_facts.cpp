@@ -1,0 +1,20 @@
+// What reports tell of a binary sheet.
+#include <algorithm>
+
+#include "biff/sheet/sheet.h"
+
+namespace vellum {
+
+template <class CharT>
+SheetFacts SheetImplT<CharT>::facts() {
+    constexpr int columnLevelShift = 8;
+    SheetFacts facts;
+    for (const Row& row : _parts.rows.rows()) facts.rowLevels = std::max(facts.rowLevels, row.flags & Row::levelMask);
+    for (const ColInfo& column : _parts.columns.records()) {
+        facts.columnLevels = std::max(facts.columnLevels, (column.flags & ColInfo::levelMask) >> columnLevelShift);
+    }
+    facts.validationRules = static_cast<int>(_parts.kept.countRecords(record_id::Dv));
+    return facts;
+}
+
+}  // namespace vellum
