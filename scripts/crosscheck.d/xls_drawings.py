@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""xls_drawings.py --corpus DIR [--tool COMMAND] [--count 12] [--libreoffice]: what other programs see of our pictures
+"""xls_drawings.py --corpus DIR [--tool COMMAND] [--maker COMMAND] [--count 12] [--libreoffice]: what other programs see of our pictures
 and comments in binary workbooks.
 
 Takes the `count` files of the corpus with the most different objects. tools/touch_drawings adds a picture and a comment
 to each sheet with a drawing. Then xlrd must read text and author of every comment as tools/xlsdrawing.py does, and what
 gnumeric (on request LibreOffice too) makes of the file as .xlsx must hold as many pictures, comments and charts as what
-it makes of the original, and ours. Whoever is not installed is left out.
+it makes of the original, and ours. A new workbook has three pictures of one colour: gnumeric must give them anchors, and
+LibreOffice print them, where ours are. Whoever is not installed is left out.
 """
 import argparse
 import csv
@@ -22,6 +23,7 @@ sys.path.insert(0, os.path.join(ROOT, "tools"))
 sys.dont_write_bytecode = True
 from xlsdrawing import SheetDrawing  # noqa: E402
 from xlsfile import CompoundFile, Fault, records, substreams  # noqa: E402
+import placed_pictures  # noqa: E402
 
 SECONDS = 180
 XLRD = """
@@ -106,10 +108,29 @@ def check(path, args, programs, folder):
     return faults
 
 
+def check_places(maker, programs, folder):
+    book, images = os.path.join(folder, "places.xls"), [os.path.join(folder, name) for name in ("first.png", "red.png")]
+    placed_pictures.python("""
+import sys
+from PIL import Image
+Image.new("RGB", (40, 30), (0, 0, 255)).save(sys.argv[1])
+Image.new("RGB", (100, 60), (255, 0, 0)).save(sys.argv[2])
+""", *images)
+    subprocess.run([maker, book, *images], check=True, timeout=SECONDS)
+    faults = []
+    if "gnumeric" in programs:
+        made = convert("gnumeric", book, folder)
+        faults += placed_pictures.anchors_findings(made) if made else ["gnumeric does not read it"]
+    if "libreoffice" in programs:
+        faults += placed_pictures.printed_findings(book, folder)
+    return faults
+
+
 def main():
     options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     options.add_argument("--corpus", required=True)
     options.add_argument("--tool", default=os.path.join(ROOT, "build", "release", "tools", "touch_drawings"))
+    options.add_argument("--maker", default=os.path.join(ROOT, "build", "release", "tools", "make_drawings"))
     options.add_argument("--count", type=int, default=12)
     options.add_argument("--libreoffice", action="store_true")
     args = options.parse_args()
@@ -130,8 +151,11 @@ def main():
     chosen = sorted(variety, key=lambda n: variety[n], reverse=True)[:args.count]
     failed = 0
     with tempfile.TemporaryDirectory(prefix="drawings-") as folder:
-        for name in chosen:
-            faults = check(os.path.join(args.corpus, "xls", name), args, programs, folder)
+        for name in ["places of new pictures", *chosen]:
+            if name in variety:
+                faults = check(os.path.join(args.corpus, "xls", name), args, programs, folder)
+            else:
+                faults = check_places(args.maker, programs, folder)
             failed += bool(faults)
             for fault in faults:
                 print("%s: %s" % (name, fault))

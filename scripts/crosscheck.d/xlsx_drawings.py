@@ -23,6 +23,7 @@ import zipfile
 
 sys.dont_write_bytecode = True
 import libreoffice  # noqa: E402
+from placed_pictures import printed_findings, python  # noqa: E402
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 TOOLS = os.path.join(ROOT, "build", "release", "tools")
@@ -50,38 +51,6 @@ for sheet in openpyxl.load_workbook(sys.argv[1]).worksheets:
         start = image.anchor._from
         print(json.dumps([sheet.title, start.row, start.col, hashlib.md5(image._data()).hexdigest()]))
 """
-# Areas of red on a page, as left, top, width, height.
-AREAS = """
-import json, sys
-from PIL import Image
-page = Image.open(sys.argv[1]).convert("RGB")
-red = page.load()
-areas = []
-for y in range(page.height):
-    x = 0
-    while x < page.width:
-        inside = next((a for a in areas if a[0] <= x < a[0] + a[2] and a[1] <= y < a[1] + a[3]), None)
-        if inside:
-            x = inside[0] + inside[2]
-            continue
-        r, g, b = red[x, y]
-        if r > 200 and g < 60 and b < 60:
-            width = height = 1
-            while x + width < page.width and red[x + width, y][0] > 200 and red[x + width, y][1] < 60: width += 1
-            while y + height < page.height and red[x, y + height][0] > 200 and red[x, y + height][1] < 60: height += 1
-            areas.append((x, y, width, height))
-        x += 1
-print(json.dumps([a for a in areas if a[2] > 8 and a[3] > 8]))
-"""
-# Of the pictures on the sheet Placed: columns of 64 pixels and rows of 20.
-PLACED = [(64, 40, 100, 60), (138, 185, 64, 40), (259, 387, 200, 100)]
-
-
-def python(code, *args):
-    done = subprocess.run(["/usr/bin/python3", "-c", code, *args], capture_output=True, text=True, timeout=SECONDS)
-    if done.returncode:
-        raise RuntimeError(done.stderr.strip()[-300:])
-    return done.stdout
 
 
 def counts(package):
@@ -125,28 +94,9 @@ def check_new(maker, programs, folder):
         found = counts(made)["pictures"] if made else None
         if found != counts(book)["pictures"]:
             faults.append("%s sees %s of %d pictures" % (program, found, counts(book)["pictures"]))
-    if "libreoffice" in programs and shutil.which("pdftoppm"):
+    if "libreoffice" in programs:
         faults += printed_findings(book, folder)
     return faults
-
-
-def printed_findings(book, folder):
-    libreoffice.convert(folder, "pdf", [book])
-    subprocess.run(["pdftoppm", "-r", "96", "-png", os.path.join(folder, "new.pdf"), os.path.join(folder, "page")],
-                   check=True, timeout=SECONDS)
-    for name in sorted(n for n in os.listdir(folder) if n.startswith("page") and n.endswith(".png")):
-        areas = json.loads(python(AREAS, os.path.join(folder, name)))
-        if len(areas) != len(PLACED):
-            continue
-        areas.sort(key=lambda a: a[1])
-        wider = areas[0][2] / PLACED[0][2]  # its columns are as wide as its font makes them
-        moved = [((x - areas[0][0]) / wider + PLACED[0][0], y - areas[0][1] + PLACED[0][1], w / wider, h)
-                 for x, y, w, h in areas]
-        far = [(a, b) for a, b in zip(moved, PLACED) if any(abs(i - j) > 3 for i, j in zip(a, b))]
-        if not 0.9 < wider < 1.1:
-            far.append(("%.2f of the width" % wider, "its width"))
-        return ["printed at %s, not %s" % pair for pair in far]
-    return ["no page shows the three pictures of one colour"]
 
 
 def check_touched(tool, path, programs, folder):
