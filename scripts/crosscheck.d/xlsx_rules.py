@@ -12,6 +12,7 @@ import written_sheet  # noqa: E402
 
 TABLE = [("writeString", row, 0, "odd" if row % 2 else "even", None, 2) for row in range(1, 9)]
 TABLE += [("writeNumber", row, 1, row, None) for row in range(1, 9)]
+TABLE += [("writeString", row, 0, "text", None, 2) for row in range(10, 15)]
 OPERATIONS = [
     ("setSheetName", "My sheet"), ("writeString", 0, 0, "kind", None, 2), ("writeString", 0, 1, "count", None, 2), *TABLE,
     ("addHyperlink", "https://example.org/a?b=1&c=2", 10, 10, 0, 0), ("addHyperlink", "'My sheet'!B2", 11, 12, 0, 1),
@@ -33,26 +34,29 @@ import json, sys, openpyxl
 book = openpyxl.load_workbook(sys.argv[1])
 sheet = book.worksheets[0]
 rules = [r for r in sheet.data_validations.dataValidation]
-links = {str(h.ref): h.target or h.location for h in sheet._hyperlinks}
+links = {}
 for row in sheet.iter_rows():
     for cell in row:
-        if cell.hyperlink: links[cell.hyperlink.ref] = cell.hyperlink.target or cell.hyperlink.location
-names = {n: d.attr_text for n, d in book.defined_names.items()}
+        if cell.hyperlink: links[cell.coordinate] = cell.hyperlink.target or cell.hyperlink.location
+older = getattr(book.defined_names, "definedName", None)  # before 3.1 a list of all
+here = [d for d in older if d.localSheetId == 0] if older is not None else list(sheet.defined_names.values())
+everywhere = [d for d in older if d.localSheetId is None] if older is not None else list(book.defined_names.values())
 print(json.dumps({
     "links": sorted(links.items()), "targets": sorted({(t or "").lstrip("#").replace("$", "") for t in links.values()}),
     "rules": sorted([r.type, r.operator or "between", str(r.sqref), r.formula1, r.formula2, bool(r.allow_blank),
                      r.errorStyle or "stop", r.promptTitle, r.prompt, r.errorTitle, r.error] for r in rules),
     "rule places": sorted(str(r.sqref) for r in rules), "list": [r.formula1 for r in rules if r.type == "list"],
-    "names": names, "hidden names": [n for n, d in book.defined_names.items() if d.hidden],
-    "local": {n: d.attr_text for n, d in sheet.defined_names.items() if not n.startswith("_")},
-    "area": sheet.print_area, "rows": sheet.print_title_rows, "columns": sheet.print_title_cols,
+    "names": {d.name: d.attr_text for d in everywhere}, "hidden names": [d.name for d in everywhere if d.hidden],
+    "local": {d.name: d.attr_text for d in here if not d.name.startswith("_")},
+    "area": str(sheet.print_area[0] if isinstance(sheet.print_area, list) else sheet.print_area).split("!")[-1], "rows": sheet.print_title_rows, "columns": sheet.print_title_cols,
     "protected": [sheet.protection.sheet, sheet.protection.password], "is protected": bool(sheet.protection.sheet),
     "filter": sheet.auto_filter.ref, "hidden rows": [r for r in range(1, 12) if sheet.row_dimensions[r].hidden],
     "cells": [[sheet.cell(r, 1).value, sheet.cell(r, 2).value] for r in range(1, 10)],
     "judged": [c.colId for c in sheet.auto_filter.filterColumn]}))
 """
 EXPECTED = {
-    "links": [["A11", "https://example.org/a?b=1&c=2"], ["A12:B13", "'My sheet'!B2"], ["A14", "mailto:someone@example.org"]],
+    "links": [["A11", "https://example.org/a?b=1&c=2"], ["A12", "'My sheet'!B2"], ["A13", "'My sheet'!B2"],
+              ["A14", "mailto:someone@example.org"], ["B12", "'My sheet'!B2"], ["B13", "'My sheet'!B2"]],
     "targets": ["'My sheet'!B2", "https://example.org/a?b=1&c=2", "mailto:someone@example.org"],
     "rules": [
         ["custom", "between", "D10", "SUM($B$2:$B$9)<100", None, True, "information", None, None, None, None],
@@ -60,8 +64,8 @@ EXPECTED = {
         ["whole", "between", "B2:B9", "1", "99", True, "warning", "Count", "1 to 99", "No", "Not that"]],
     "rule places": ["A2:A9", "B2:B9", "D10"], "list": ['"odd,even"'],
     "names": {"Counts": "'My sheet'!$B$2:$B$9", "Secret": "'My sheet'!$D$4"}, "hidden names": ["Secret"],
-    "local": {"Kinds": "'My sheet'!$A$2:$A$9"}, "area": "'My sheet'!$A$1:$F$21", "rows": "$1:$2", "columns": "$A:$A",
-    "protected": [True, "DAA7"], "is protected": True, "filter": "A1:B9", "hidden rows": [2, 3, 5, 7, 9],
+    "local": {"Kinds": "'My sheet'!$A$2:$A$9"}, "area": "$A$1:$F$21", "rows": "$1:$2", "columns": "$A:$A",
+    "protected": [True, "DAA7"], "is protected": True, "filter": "A1:B9", "hidden rows": [2, 4, 6, 8, 9],
     "cells": [["kind", "count"], *[["even" if n % 2 == 0 else "odd", n] for n in range(8, 0, -1)]], "judged": [0, 1],
 }
 LIBREOFFICE = {"targets", "rule places", "list", "local", "area", "rows", "columns", "is protected", "filter",
@@ -72,7 +76,7 @@ GNUMERIC = [
     'Protected="1"', 'target="https://example.org/a?b=1&amp;c=2"', 'target="mailto:someone@example.org"', "GnmHLinkCurWB",
     'Type="GNM_VALIDATION_TYPE_AS_INT" Operator="GNM_VALIDATION_OP_BETWEEN"', "<gnm:Expression1>99<",
     'Type="GNM_VALIDATION_TYPE_IN_LIST"', "<gnm:Expression0>&quot;odd,even&quot;<", 'Type="GNM_VALIDATION_TYPE_CUSTOM"',
-    '<gnm:Filter Area="A1:B9">', 'Value0="odd"',
+    '<gnm:Filter Area="A1:B9">',
 ]
 
 if __name__ == "__main__":
