@@ -219,6 +219,19 @@ def spread(items, count=WANTED):
     return items if len(items) <= count else [items[i * len(items) // count] for i in range(count)]
 
 
+def write(seeds, target):
+    for name, all_ in sorted(seeds.items()):
+        folder = target / name
+        folder.mkdir(parents=True, exist_ok=True)
+        for old in folder.glob("cut-*"):
+            old.unlink()
+        chosen = spread([s for s in all_ if 0 < len(s) <= 2 * LARGEST])
+        for seed in chosen:
+            (folder / f"cut-{hashlib.sha256(seed).hexdigest()[:10]}").write_bytes(seed)
+        print(f"{name}: {len(chosen)} of {len(all_)}, {sum(map(len, chosen))} bytes")
+
+
+
 def main():
     corpus, target = pathlib.Path(sys.argv[1]) / "corpus", pathlib.Path(sys.argv[2])
     seeds = {}
@@ -271,15 +284,7 @@ def main():
         for text in texts:
             if len(text) <= LARGEST:
                 add(name, text)
-    for name, all_ in sorted(seeds.items()):
-        folder = target / name
-        folder.mkdir(parents=True, exist_ok=True)
-        for old in folder.glob("cut-*"):
-            old.unlink()
-        chosen = spread([s for s in all_ if 0 < len(s) <= 2 * LARGEST])
-        for seed in chosen:
-            (folder / f"cut-{hashlib.sha256(seed).hexdigest()[:10]}").write_bytes(seed)
-        print(f"{name}: {len(chosen)} of {len(all_)}, {sum(map(len, chosen))} bytes")
+    write(seeds, target)
 
 
 if __name__ == "__main__":

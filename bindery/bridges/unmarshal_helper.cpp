@@ -28,9 +28,6 @@ int c_unmarshal_helper::elementHandler(c_xml_reader& reader) {
 bool c_unmarshal_helper::hasSimpleContent() const {
     return false;
 }
-bool c_unmarshal_helper::skipsUnknownContent() const {
-    return false;
-}
 
 int scanFailure(c_xml_reader& reader, std::string_view name) {
     const int failure = reader.failure() != 0 ? reader.failure() : int(unexpected_end);
@@ -64,13 +61,6 @@ int c_unmarshal_helper::unmarshal() {
         return _mayBeEmpty ? 0 : _reader.fail(unexpected_empty, _name);
     }
     if (const int code = elementHandler(_reader)) return code;
-    if (skipsUnknownContent()) {
-        while (_reader.token() == token_start_tag || _reader.token() == token_unknown) {
-            if (_reader.token() == token_start_tag && _reader.skipElement() != 0)
-                return _reader.fail(bad_end_of_element, _name);
-            _reader.nextChild();
-        }
-    }
     if (_reader.token() == token_failed) return scanFailure();
     if (_reader.token() != token_end_tag || !_reader.endTagMatched()) return _reader.fail(bad_end_of_element, _name);
     return 0;

@@ -33,8 +33,6 @@ protected:
     /// Reads the children and stands on the end tag or on what no member took. Gives a code.
     virtual int elementHandler(c_xml_reader& reader);
     virtual bool hasSimpleContent() const;
-    /// Whether what the element handler left is skipped.
-    virtual bool skipsUnknownContent() const;
 
     /// A failed scan ends the element: its code, whatever `userError` answers.
     int scanFailure();
