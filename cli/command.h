@@ -13,5 +13,6 @@ void addDump(CLI::App& program, int& exitStatus);
 void addResave(CLI::App& program, int& exitStatus);
 void addInfo(CLI::App& program, int& exitStatus);
 void addPictures(CLI::App& program, int& exitStatus);
+void addShow(CLI::App& program, int& exitStatus);
 
 }  // namespace cli

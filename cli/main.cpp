@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     cli::addResave(program, exitStatus);
     cli::addInfo(program, exitStatus);
     cli::addPictures(program, exitStatus);
+    cli::addShow(program, exitStatus);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

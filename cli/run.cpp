@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 
+#include "cli/backup/backups.h"
 #include "cli/command.h"
 #include "refhost/operations/module.h"
 #include "refhost/run/script_run.h"
@@ -16,7 +17,7 @@ namespace {
 
 struct RunArguments {
     std::string script, catalogue, module;
-    bool json = false;
+    bool json = false, backup = false, keep = false;
 };
 
 bool readFile(const std::string& path, std::string& text) try {
@@ -48,7 +49,15 @@ int run(const RunArguments& arguments) {
         refhost::RunOptions options;
         options.json = arguments.json;
         options.progress = !arguments.json && isatty(STDERR_FILENO);
-        return refhost::runScript(host, script, options, std::cout, std::cerr);
+        Backups backups;
+        if (arguments.backup) {
+            host.beforeChange = [&backups](const std::string& path, bool workbook, std::string& why) {
+                return backups.keep(path, workbook, why);
+            };
+        }
+        const refhost::RunStatus status = refhost::runScript(host, script, options, std::cout, std::cerr);
+        const bool good = backups.finish(status == refhost::runOk, arguments.keep, std::cerr);
+        return status == refhost::runOk && !good ? refhost::runFailed : status;
     } catch (const std::exception& e) {
         std::cerr << e.what() << '\n';
         return refhost::runFailed;
@@ -62,6 +71,10 @@ void addRun(CLI::App& program, int& exitStatus) {
     CLI::App* command = program.add_subcommand("run", "Executes a script");
     command->add_option("script", arguments->script, "The script; - for standard input")->required();
     command->add_flag("--json", arguments->json, "One JSON object a line instead of text for people");
+    CLI::Option* backup = command->add_flag("--backup", arguments->backup,
+                                            "Copies files to NAME.before; puts them back unless all goes well");
+    command->add_flag("--keep", arguments->keep, "Leaves the copies after a good run")->needs(backup);
+    command->footer("Example: quillet run --backup update.quillet");
     command->add_option("--catalogue", arguments->catalogue, "Texts for the message catalogue")->type_name("FILE");
     command->add_option("--module", arguments->module, "The module to load instead of the installed one")
         ->type_name("FILE");

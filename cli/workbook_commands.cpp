@@ -5,6 +5,7 @@
 
 #include "cli/command.h"
 #include "cli/dump/dump.h"
+#include "cli/info/info_json.h"
 #include "cli/workbook/info.h"
 #include "cli/workbook/pictures.h"
 #include "cli/workbook/resave.h"
@@ -45,10 +46,17 @@ void addResave(CLI::App& program, int& exitStatus) {
 }
 
 void addInfo(CLI::App& program, int& exitStatus) {
-    const auto file = std::make_shared<std::string>();
+    struct Wanted {
+        std::string file;
+        bool json = false;
+    };
+    const auto wanted = std::make_shared<Wanted>();
     CLI::App* command = program.add_subcommand("info", "Tells what a workbook is and holds");
-    command->add_option("file", *file, "The workbook")->required();
-    command->callback([file, &exitStatus] { exitStatus = info(*file, std::cout, std::cerr); });
+    command->add_option("file", wanted->file, "The workbook")->required();
+    command->add_flag("--json", wanted->json, "A JSON object instead of text for people");
+    command->footer("Example: quillet info --json sales.xlsx");
+    command->callback(
+        [wanted, &exitStatus] { exitStatus = (wanted->json ? infoJson : info)(wanted->file, std::cout, std::cerr); });
 }
 
 void addPictures(CLI::App& program, int& exitStatus) {

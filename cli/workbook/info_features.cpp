@@ -41,73 +41,93 @@ std::string columnName(int col) {
     return name;
 }
 
-void addPrinting(Sheet& sheet, Notes& notes) {
+void findPrinting(Sheet& sheet, FeatureFacts& facts) {
     Area area;
-    if (sheet.printAreaRange(&area.rowFirst, &area.rowLast, &area.colFirst, &area.colLast)) {
-        notes.add({"print area ", area.text()});
-    }
+    if (sheet.printAreaRange(&area.rowFirst, &area.rowLast, &area.colFirst, &area.colLast))
+        facts.printArea = area.text();
     int first = 0, last = 0;
-    if (sheet.repeatRows(&first, &last)) {
-        notes.add({"repeats rows ", std::to_string(first + 1), ":", std::to_string(last + 1)});
-    }
-    if (sheet.repeatColumns(&first, &last)) {
-        notes.add({"repeats columns ", columnName(first), ":", columnName(last)});
-    }
-    notes.count(std::max(sheet.rowBreakTotal(), 0) + std::max(sheet.columnBreakTotal(), 0), "page break",
-                "page breaks");
+    if (sheet.repeatRows(&first, &last))
+        facts.repeatedRows = std::to_string(first + 1) + ":" + std::to_string(last + 1);
+    if (sheet.repeatColumns(&first, &last)) facts.repeatedColumns = columnName(first) + ":" + columnName(last);
+    facts.pageBreaks = std::max(sheet.rowBreakTotal(), 0) + std::max(sheet.columnBreakTotal(), 0);
 }
 
-void addFilter(Sheet& sheet, Notes& notes) {
+void findFilter(Sheet& sheet, FeatureFacts& facts) {
     auto* const filter = sheet.hasFilter() ? sheet.filterObject() : nullptr;
     if (!filter) return;
+    facts.hasFilter = true;
     Area area;
-    const bool hasRange = filter->filterRange(&area.rowFirst, &area.rowLast, &area.colFirst, &area.colLast);
-    const int columns = filter->filterColumnTotal();
+    if (filter->filterRange(&area.rowFirst, &area.rowLast, &area.colFirst, &area.colLast)) {
+        facts.filter.area = area.text();
+    }
+    facts.filter.columns = filter->filterColumnTotal();
     bool descending = false;
     int column = 0;
-    notes.add({"filter", hasRange ? " " : "", hasRange ? area.text() : std::string(), columns > 0 ? " judging " : "",
-               columns > 0 ? std::to_string(columns) : std::string(),
-               filter->sortOrder(&column, &descending) ? ", sorted" : ""});
+    facts.filter.sorted = filter->sortOrder(&column, &descending);
 }
 
-void addTables(Sheet& sheet, Notes& notes) {
+void findTables(Sheet& sheet, FeatureFacts& facts) {
     for (int i = 0; i < sheet.tableTotal(); ++i) {
         Area area;
         const char* const name = sheet.tableAt(i, &area.rowFirst, &area.rowLast, &area.colFirst, &area.colLast);
-        if (name) notes.add({"table ", name, " ", area.text()});
+        if (name) facts.tables.push_back({name, area.text()});
     }
 }
 
-void addHidden(Sheet& sheet, Notes& notes) {
+void findHidden(Sheet& sheet, FeatureFacts& facts) {
     const int endCol = sheet.columnWidth(256) < 0 ? 256 : 16384;  // of a binary sheet, or of a package's
-    int rows = 0, columns = 0;
-    for (int row = 0; row < sheet.lastRow(); ++row) rows += sheet.isRowHidden(row);
-    for (int col = 0; col < endCol; ++col) columns += sheet.isColumnHidden(col);
-    notes.count(rows, "hidden row", "hidden rows");
-    notes.count(columns, "hidden column", "hidden columns");
+    for (int row = 0; row < sheet.lastRow(); ++row) facts.hiddenRows += sheet.isRowHidden(row);
+    for (int col = 0; col < endCol; ++col) facts.hiddenColumns += sheet.isColumnHidden(col);
 }
 
-void addLevels(const vellum::SheetFacts& facts, Notes& notes) {
+void addFilter(const FeatureFacts::Filter& filter, Notes& notes) {
+    notes.add({"filter", filter.area.empty() ? "" : " ", filter.area, filter.columns > 0 ? " judging " : "",
+               filter.columns > 0 ? std::to_string(filter.columns) : std::string(), filter.sorted ? ", sorted" : ""});
+}
+
+void addLevels(const FeatureFacts& facts, Notes& notes) {
     notes.count(facts.rowLevels, "level of rows", "levels of rows");
     notes.count(facts.columnLevels, "level of columns", "levels of columns");
 }
 
 }  // namespace
 
-std::string featureNotes(Sheet& sheet) {
-    Notes notes;
+FeatureFacts featureFacts(Sheet& sheet) {
+    FeatureFacts facts;
     int row = 0, col = 0;
-    if (sheet.splitPosition(&row, &col)) notes.add({"panes at ", cellName(row, col)});
-    if (sheet.isProtected()) notes.add({"protected"});
-    addPrinting(sheet, notes);
-    notes.count(sheet.mergeTotal(), "merge", "merges");
-    notes.count(sheet.hyperlinkTotal(), "link", "links");
-    auto* const known = dynamic_cast<vellum::ISheetFacts*>(&sheet);
-    const vellum::SheetFacts facts = known ? known->facts() : vellum::SheetFacts();
+    if (sheet.splitPosition(&row, &col)) facts.panes = cellName(row, col);
+    facts.isProtected = sheet.isProtected();
+    findPrinting(sheet, facts);
+    facts.merges = std::max(sheet.mergeTotal(), 0);
+    facts.links = std::max(sheet.hyperlinkTotal(), 0);
+    findFilter(sheet, facts);
+    findTables(sheet, facts);
+    findHidden(sheet, facts);
+    if (auto* const known = dynamic_cast<vellum::ISheetFacts*>(&sheet)) {
+        const vellum::SheetFacts more = known->facts();
+        facts.validationRules = more.validationRules;
+        facts.rowLevels = more.rowLevels;
+        facts.columnLevels = more.columnLevels;
+    }
+    return facts;
+}
+
+std::string featureNotes(Sheet& sheet) {
+    const FeatureFacts facts = featureFacts(sheet);
+    Notes notes;
+    if (!facts.panes.empty()) notes.add({"panes at ", facts.panes});
+    if (facts.isProtected) notes.add({"protected"});
+    if (!facts.printArea.empty()) notes.add({"print area ", facts.printArea});
+    if (!facts.repeatedRows.empty()) notes.add({"repeats rows ", facts.repeatedRows});
+    if (!facts.repeatedColumns.empty()) notes.add({"repeats columns ", facts.repeatedColumns});
+    notes.count(facts.pageBreaks, "page break", "page breaks");
+    notes.count(facts.merges, "merge", "merges");
+    notes.count(facts.links, "link", "links");
     notes.count(facts.validationRules, "validation rule", "validation rules");
-    addFilter(sheet, notes);
-    addTables(sheet, notes);
-    addHidden(sheet, notes);
+    if (facts.hasFilter) addFilter(facts.filter, notes);
+    for (const auto& table : facts.tables) notes.add({"table ", table.name, " ", table.area});
+    notes.count(facts.hiddenRows, "hidden row", "hidden rows");
+    notes.count(facts.hiddenColumns, "hidden column", "hidden columns");
     addLevels(facts, notes);
     return notes.text();
 }

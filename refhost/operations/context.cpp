@@ -30,12 +30,20 @@ bool Context::isDenied(std::string_view name) const {
     });
 }
 
+bool Context::mayChange(const std::string& path, bool workbook) {
+    std::string why;
+    if (!host.beforeChange || host.beforeChange(path, workbook, why)) return true;
+    ownReports.push_back("'" + path + "' stays as it is: " + why);
+    return false;
+}
+
 int Context::openStream(int mode, const char* name) {
     const bool writing = mode & hostStreamWriting;
     if (!name || !*name) return report(mode, "", "no file name"), -1;
     if (isDenied(name)) return report(mode, name, "access denied"), -1;
     if (writing ? output.isOpen() : input.isOpen()) return report(mode, name, "another stream is open"), -1;
     const std::string path = fullPath(name);
+    if (writing && !mayChange(path, false)) return -1;
     const StreamKind kind = mode & hostStreamBinary ? StreamKind::binary : StreamKind::text;
     if (!(writing ? output.open(path.c_str(), kind) : input.open(path.c_str(), kind)))
         return report(mode, name, std::strerror(errno)), -1;

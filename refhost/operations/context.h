@@ -35,6 +35,8 @@ public:
     void deny(std::string_view path);
     bool isDenied(std::string_view name) const;
 
+    /// Whether the host lets the file be changed; else a report tells why not.
+    bool mayChange(const std::string& path, bool workbook);
     /// 0, or -1 when the file cannot be opened, access is refused, or the context has such a stream open already.
     int openStream(int mode, const char* name);
     /// False when the stream was not open or closing it failed.

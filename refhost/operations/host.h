@@ -1,5 +1,6 @@
 // The reference host: types, contexts and the module that it loaded.
 #pragma once
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -32,6 +33,10 @@ public:
 
     /// The context of that number; made at its first use with the parameters of context 1.
     Context& context(int number);
+
+    /// Asked before a file is opened for a change, with its full path and whether it is a workbook's. False, with a
+    /// reason in `why`, refuses the change. None at first.
+    std::function<bool(const std::string& path, bool workbook, std::string& why)> beforeChange;
 
     TypeRegistry types;
     Faults faults;

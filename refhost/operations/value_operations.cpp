@@ -54,11 +54,12 @@ void hostDriverError(HostContext* context, const char* text, int code) {
     Context::of(context).driverReports.push_back({code, text ? text : ""});
 }
 
-int hostResolvePath(HostContext* handle, const char* name, char* buffer, int size, int) {
-    const Context& context = Context::of(handle);
+int hostResolvePath(HostContext* handle, const char* name, char* buffer, int size, int mode) {
+    Context& context = Context::of(handle);
     if (!name || !*name || context.isDenied(name)) return 1;
     const std::string path = context.fullPath(name);
     if (path.size() >= static_cast<std::size_t>(std::max(size, 0))) return 1;
+    if ((mode & hostResolveWrite) != 0 && !context.mayChange(path, true)) return 1;
     std::memcpy(buffer, path.c_str(), path.size() + 1);
     return 0;
 }

@@ -1,0 +1,90 @@
+#include "cli/backup/safe_copy.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace cli {
+namespace {
+
+[[noreturn]] void fail(const std::string& path) {
+    throw std::system_error(errno, std::generic_category(), path);
+}
+
+class File {
+public:
+    File(const std::string& path, int flags, mode_t mode = 0) : _path(path), _fd(::open(path.c_str(), flags, mode)) {
+        if (_fd < 0) fail(path);
+    }
+    ~File() { ::close(_fd); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    mode_t mode() const {
+        struct stat info;
+        if (fstat(_fd, &info) != 0) fail(_path);
+        return info.st_mode & 07777;
+    }
+    std::size_t read(std::vector<char>& buffer) {
+        for (;;) {
+            const ssize_t got = ::read(_fd, buffer.data(), buffer.size());
+            if (got >= 0) return static_cast<std::size_t>(got);
+            if (errno != EINTR) fail(_path);
+        }
+    }
+    void write(const char* at, std::size_t left) {
+        while (left > 0) {
+            const ssize_t written = ::write(_fd, at, left);
+            if (written < 0 && errno == EINTR) continue;
+            if (written < 0) fail(_path);
+            at += written;
+            left -= static_cast<std::size_t>(written);
+        }
+    }
+    void flush() {
+        if (fsync(_fd) != 0) fail(_path);
+    }
+
+private:
+    std::string _path;
+    int _fd;
+};
+
+void flushFolderOf(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    File(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC).flush();
+}
+
+void copyBytes(const std::string& from, const std::string& to) {
+    File in(from, O_RDONLY | O_CLOEXEC);
+    File out(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, in.mode());
+    std::vector<char> buffer(std::size_t{1} << 18);
+    while (const std::size_t got = in.read(buffer)) out.write(buffer.data(), got);
+    out.flush();
+}
+
+}  // namespace
+
+void copyFlushed(const std::string& from, const std::string& to) {
+    const std::string part = to + ".part";
+    try {
+        copyBytes(from, part);
+        renameFlushed(part, to);
+    } catch (...) {
+        ::unlink(part.c_str());
+        throw;
+    }
+}
+
+void renameFlushed(const std::string& from, const std::string& to) {
+    if (std::rename(from.c_str(), to.c_str()) != 0) fail(to);
+    flushFolderOf(to);
+}
+
+}  // namespace cli
