@@ -102,6 +102,13 @@ HostValue* Array::slot(const int* tuple) {
     return &value;
 }
 
+bool Array::exchangeSet(std::size_t dimension, Set& set) {
+    const Set& before = *_sets.at(dimension);
+    if (set.first() != before.first() || set.last() != before.last()) return false;
+    _sets[dimension] = &set;
+    return true;
+}
+
 HostValue& Array::place(const int* tuple) {
     if (auto* sparse = std::get_if<SparseStore>(&_store)) return sparse->at(tuple);
     auto& dense = std::get<DenseStore>(_store);

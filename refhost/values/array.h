@@ -44,12 +44,20 @@ public:
     /// when an index lies outside of its set, or the array would take too much memory.
     HostValue* slot(const int* tuple);
 
+    /// Where the entries are kept, for whoever takes them whole: a dynamic array has a table, a static one a grid, or a
+    /// table where the grid would take too much memory. Null for the other.
+    SparseStore* sparse() { return std::get_if<SparseStore>(&_store); }
+    DenseStore* dense() { return std::get_if<DenseStore>(&_store); }
+    /// Takes another set for a dimension, in which every index means what it meant before. False, and nothing is done,
+    /// when the two do not reach equally far.
+    bool exchangeSet(std::size_t dimension, Set& set);
+
 private:
     bool inSets(const int* tuple) const;
     HostValue& place(const int* tuple);
 
     const TypeRegistry& _types;
-    const std::vector<Set*> _sets;
+    std::vector<Set*> _sets;
     const HostType _elementType;
     const bool _dynamic, _ofObjects, _ofRecords;
     std::variant<DenseStore, SparseStore> _store;

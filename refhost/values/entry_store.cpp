@@ -125,6 +125,11 @@ void SparseStore::sort() {
     _cursor = 0;
 }
 
+const std::vector<std::uint32_t>* SparseStore::order() {
+    sort();
+    return _cameInOrder ? nullptr : &_order;
+}
+
 const int* SparseStore::first() {
     if (_values.empty()) return nullptr;
     sort();

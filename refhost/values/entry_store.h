@@ -21,6 +21,10 @@ public:
     /// maxCells.
     HostValue* at(const int* tuple, std::span<const int> low, std::span<const int> high);
     std::vector<HostValue>& values() { return _values; }
+    const std::vector<HostValue>& values() const { return _values; }
+    /// The box: its least tuple, and how far it reaches in each dimension, 0 before the first store.
+    const std::vector<int>& low() const { return _low; }
+    const std::vector<std::size_t>& extent() const { return _extent; }
     /// Calls `visit(tuple, value)` for every value that is not zero.
     template <class Visit>
     void forEachStored(Visit&& visit) const {
@@ -55,6 +59,10 @@ public:
     const int* first();
     const int* next(const int* tuple);
     std::vector<HostValue>& values() { return _values; }
+    /// The tuples beside the values, in the order of coming.
+    const std::vector<int>& tuples() const { return _tuples; }
+    /// Places of values and tuples in ascending order of tuples; null when they came in this order.
+    const std::vector<std::uint32_t>* order();
 
 private:
     const int* tupleOf(std::uint32_t entry) const { return _tuples.data() + entry * _dims; }

@@ -1,0 +1,50 @@
+"""What the suites share."""
+import zipfile
+
+import pytest
+
+import quillet
+
+
+@pytest.fixture
+def session(tmp_path):
+    with quillet.Session(directory=tmp_path) as made:
+        yield made
+
+
+@pytest.fixture
+def csv(tmp_path):
+    """Writes a csv file: csv("a,1\\nb,2\\n") is the file in.csv."""
+    def write(text, name="in.csv"):
+        (tmp_path / name).write_bytes(text if isinstance(text, bytes) else text.encode())
+    return write
+
+
+_MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"
+_OFFICE = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
+_PACKAGE = "http://schemas.openxmlformats.org/package/2006"
+_TYPE = "application/vnd.openxmlformats-officedocument.spreadsheetml"
+_PARTS = {
+    "[Content_Types].xml": f'''<Types xmlns="{_PACKAGE}/content-types">
+        <Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/>
+        <Override PartName="/xl/workbook.xml" ContentType="{_TYPE}.sheet.main+xml"/>
+        <Override PartName="/xl/worksheets/sheet1.xml" ContentType="{_TYPE}.worksheet+xml"/></Types>''',
+    "_rels/.rels": f'''<Relationships xmlns="{_PACKAGE}/relationships">
+        <Relationship Id="rId1" Type="{_OFFICE}/officeDocument" Target="xl/workbook.xml"/></Relationships>''',
+    "xl/workbook.xml": f'''<workbook xmlns="{_MAIN}" xmlns:r="{_OFFICE}">
+        <sheets><sheet name="S" sheetId="1" r:id="rId1"/></sheets></workbook>''',
+    "xl/_rels/workbook.xml.rels": f'''<Relationships xmlns="{_PACKAGE}/relationships">
+        <Relationship Id="rId1" Type="{_OFFICE}/worksheet" Target="worksheets/sheet1.xml"/></Relationships>''',
+}
+
+
+@pytest.fixture
+def workbook(tmp_path):
+    """Writes a workbook with one sheet, S, made of these rows of XML."""
+    def write(name, rows):
+        with zipfile.ZipFile(tmp_path / name, "w") as package:
+            for part, content in _PARTS.items():
+                package.writestr(part, content)
+            package.writestr("xl/worksheets/sheet1.xml",
+                             f'<worksheet xmlns="{_MAIN}"><sheetData>{rows}</sheetData></worksheet>')
+    return write
