@@ -163,6 +163,38 @@ TEST(ContinueWriter, TextIsNeverCutWithinACharacter) {
     EXPECT_EQ(in->readInt8(), 1);
 }
 
+TEST(ContinueWriter, TextThatFillsARecordExactlyHasNoContinuation) {
+    const struct {
+        std::size_t before, characters;
+        bool wide;
+        std::vector<std::size_t> sizes;
+    } cases[] = {
+        {24, 4100, true, {8224}},
+        {24, 4101, true, {8224, 3}},
+        {23, 4100, true, {8223}},
+        {24, 8200, false, {8224}},
+        {23, 8201, false, {8224}},
+        {23, 8202, false, {8224, 2}},
+        {24, 4100 + 4111, true, {8224, 8223}},
+        {24, 8200 + 8223, false, {8224, 8224}},
+    };
+    for (const auto& c : cases) {
+        Stream in(written([&](Xls& xls) {
+            ContinueWriter out(xls, 516);
+            out.write(pattern(c.before));
+            out.text(std::wstring(c.characters, L'x'), c.wide);
+            out.finish();
+            xls.writeRecord(10, {});
+        }));
+        std::vector<std::size_t> sizes;
+        for (auto header = in->nextRecord(); header && header->id != 10; header = in->nextRecord()) {
+            sizes.push_back(header->size);
+            in->skip(header->size);
+        }
+        EXPECT_EQ(sizes, c.sizes) << c.before << " and " << c.characters << (c.wide ? " wide" : " narrow");
+    }
+}
+
 TEST(KeptRecords, OwnWhatContinuesThem) {
     const struct {
         std::uint16_t parent;
