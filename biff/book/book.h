@@ -129,6 +129,7 @@ public:
     [[nodiscard]] const biff::DefinedNames& names() const override { return _globals.names; }
     formula::FormulaContext& formulas() override;
     drawing::DrawingGroup& drawingGroup() override { return _globals.drawingGroup; }
+    biff::OpenSheets& openSheets() override { return _openSheets; }
     [[nodiscard]] std::size_t sheetTotal() const override { return _sheets.size(); }
     [[nodiscard]] SheetImplT<CharT>* sheetByIndex(std::size_t index) const override;
     [[nodiscard]] int indexOfSheet(const SheetImplT<CharT>& sheet) const override;
@@ -183,6 +184,7 @@ private:
     std::deque<FontImplT<CharT>> _fonts;
     std::deque<FormatImplT<CharT>> _formats;
     std::unordered_map<std::uint32_t, ExtStringProxy<CharT>> _richStrings;  // by index of their entry
+    biff::OpenSheets _openSheets{_pool, _strings};
     std::vector<std::unique_ptr<SheetImplT<CharT>>> _sheets;
     struct KnownIxfe {
         const IFormatT<CharT>* format = nullptr;

@@ -20,9 +20,7 @@ int BookImplT<CharT>::keptTotal() {
         });
         add(L"records of the workbook", _globals.keptBytes());
         for (const auto& sheet : _sheets) {
-            const SheetParts& parts = sheet->parts();
-            add(L"records of sheet " + std::wstring(sheet->name()),
-                parts.kept.byteCount() + parts.foreign.size() + parts.drawing.unreadBytes());
+            add(L"records of sheet " + std::wstring(sheet->name()), sheet->keptBytes());
         }
         return static_cast<int>(_kept.size());
     });

@@ -50,6 +50,16 @@ public:
     const DirEntry* findMainStream();
     /// Reads from the first byte of an entry's stream on.
     void openStream(const DirEntry& entry);
+    /// Reads records that lie in memory, which must live as long.
+    void openBytes(std::span<const std::byte> bytes) {
+        _open = bytes;
+        _at = 0;
+        _brokenChain = false;
+    }
+    /// What was taken from the open stream since it stood at `position`.
+    [[nodiscard]] std::span<const std::byte> bytesSince(std::size_t position) const {
+        return _open.subspan(position, _at - position);
+    }
     /// Opens the payload of an encrypted Open XML workbook and returns its size in bytes. Nothing decrypts it.
     std::uint32_t openEncryptedPackage();
     /// The directory holds an encrypted package and no workbook.

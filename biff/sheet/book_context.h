@@ -20,7 +20,8 @@ class StrMap;
 class Xls;
 namespace biff {
 class DefinedNames;
-}
+class OpenSheets;
+}  // namespace biff
 namespace formula {
 class FormulaContext;
 }
@@ -121,6 +122,8 @@ public:
     /// The book as formulas see it, with the notation of this moment. Lives until the next call.
     virtual formula::FormulaContext& formulas() = 0;
 
+    /// The small sheets that are open.
+    virtual biff::OpenSheets& openSheets() = 0;
     /// Sheets in tab order. A book loaded as outline has none.
     [[nodiscard]] virtual std::size_t sheetTotal() const = 0;
     [[nodiscard]] virtual SheetImplT<CharT>* sheetByIndex(std::size_t index) const = 0;

@@ -12,9 +12,8 @@ public:
 
     drawing::DrawingGroup& group() override { return _book.drawingGroup(); }
     [[nodiscard]] std::uint32_t largestDgid() const override {
-        std::uint32_t largest = _sheet._parts.drawing.dgid();
-        for (std::size_t i = 0; i < _book.sheetTotal(); ++i)
-            largest = std::max(largest, _book.sheetByIndex(i)->parts().drawing.dgid());
+        std::uint32_t largest = _sheet.parts().drawing.dgid();
+        for (std::size_t i = 0; i < _book.sheetTotal(); ++i) largest = std::max(largest, _book.sheetByIndex(i)->dgid());
         return largest;
     }
     [[nodiscard]] int columnPixels(int col) const override {

@@ -154,32 +154,37 @@ private:
 }  // namespace
 
 template <class CharT>
-SheetImplT<CharT>::SheetImplT(BookContext<CharT>& book) : _book(book) {}
+SheetImplT<CharT>::SheetImplT(BookContext<CharT>& book) : _book(book), _content(book.openSheets()) {}
 
 template <class CharT>
 void SheetImplT<CharT>::load(Xls& in, const SheetLoad& what) {
     releaseStrings();
-    _parts = SheetParts();
-    _parts.features = biff::SheetFeatures::ofFile();
+    const std::size_t from = in.position();
+    SheetParts& loaded = _content.replace(std::make_unique<SheetParts>());
+    loaded.features = biff::SheetFeatures::ofFile();
     std::vector<drawing::OlderNote> notes;
-    loadSheet(_parts, {in, _book.pool(), _book.strings(), what, _book.isBiff5(), notes});
+    loadSheet(loaded, {in, _book.pool(), _book.strings(), what, _book.isBiff5(), notes});
+    if (!_book.isBiff5()) {
+        _content.park(in.bytesSince(from), what);
+        return;
+    }
     DrawingSurroundings surroundings(*this);
-    for (const auto& note : notes) drawing::addOlderNote(_parts.drawing, _parts.notes, surroundings, note);
-    if (_book.isBiff5())
-        biff::convertBiff5Formulas(_parts.cells, _book.names().links, _book.formulas().sheetTotal(), _book.pool());
+    for (const auto& note : notes) drawing::addOlderNote(loaded.drawing, loaded.notes, surroundings, note);
+    biff::convertBiff5Formulas(loaded.cells, _book.names().links, _book.formulas().sheetTotal(), _book.pool());
 }
 
 template <class CharT>
 void SheetImplT<CharT>::save(Xls& out) {
-    saveSheet(_parts, out);
+    _content.use([&](SheetParts& content) { saveSheet(content, out); });
 }
 
 template <class CharT>
 int SheetImplT<CharT>::lostFormulas() const {
+    if (_content.isParked()) return 0;
     int lost = 0;
-    _parts.cells.index().forEach([&](std::uint32_t, std::uint32_t, CellSlot slot) {
+    parts().cells.index().forEach([&](std::uint32_t, std::uint32_t, CellSlot slot) {
         if (slot.kind() != SlotKind::formula) return;
-        lost += _parts.cells.template get<FormulaCell>(slot).generation == formula::Generation::biff5;
+        lost += parts().cells.template get<FormulaCell>(slot).generation == formula::Generation::biff5;
     });
     return lost;
 }
@@ -187,15 +192,15 @@ int SheetImplT<CharT>::lostFormulas() const {
 template <class CharT>
 void SheetImplT<CharT>::cloneFrom(const SheetImplT& source) {
     releaseStrings();
-    _parts = SheetParts();
-    SheetCopier<CharT>(_parts, _book, source._parts, source._book).copy();
+    SheetParts& copy = _content.replace(std::make_unique<SheetParts>());
+    SheetCopier<CharT>(copy, _book, source.parts(), source._book).copy();
     copyDrawing(source);
 }
 
 template <class CharT>
 void SheetImplT<CharT>::releaseStrings() {
-    for (const LabelSstCell& cell : _parts.cells.template all<LabelSstCell>()) _book.strings().dropUse(cell.isst);
-    biff::forEachForeignString(_parts.foreign, [this](std::uint32_t isst) { _book.strings().dropUse(isst); });
+    for (const LabelSstCell& cell : parts().cells.template all<LabelSstCell>()) _book.strings().dropUse(cell.isst);
+    biff::forEachForeignString(parts().foreign, [this](std::uint32_t isst) { _book.strings().dropUse(isst); });
 }
 
 }  // namespace vellum

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "biff/sheet/book_context.h"
-#include "biff/sheet/sheet_parts.h"
+#include "biff/sheet/sheet_content.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
 #include "engine/api/isheetfacts.h"
@@ -46,21 +46,36 @@ public:
     void releaseStrings();
     [[nodiscard]] BookContext<CharT>& book() const { return _book; }
     /// The same for the pictures that its drawing shows.
-    void releaseDrawing() { _parts.drawing.leaveBook(_book.drawingGroup()); }
+    void releaseDrawing() {
+        if (!_content.isParked()) edit().drawing.leaveBook(_book.drawingGroup());
+    }
+    /// Number of its drawing, 0 when it has none.
+    [[nodiscard]] std::uint32_t dgid() const { return _content.isParked() ? 0 : parts().drawing.dgid(); }
+    /// What of it is kept without being understood.
+    [[nodiscard]] std::size_t keptBytes() const { return _content.keptBytes(); }
     [[nodiscard]] const wchar_t* name() const { return _name; }
     /// `pooled` must live as long as the book. No checks.
     void setName(const wchar_t* pooled) { _name = pooled; }
     /// Of the sheet's Bof: 16 worksheet, 32 chart, others.
-    [[nodiscard]] std::uint16_t dt() const { return _parts.bof.dt; }
+    [[nodiscard]] std::uint16_t dt() const {
+        return _content.isParked() ? std::uint16_t{Bof::worksheet} : parts().bof.dt;
+    }
     /// Formulas that a save turns into their values.
     [[nodiscard]] int lostFormulas() const;
     /// Whether the sheet belongs to the group that is shown and edited.
     void setSelected(bool selected);
-    [[nodiscard]] int calcMode() const { return _parts.settings.calcMode; }
-    void setCalcMode(int mode) { _parts.settings.calcMode = static_cast<std::int16_t>(mode); }
-    [[nodiscard]] bool usesR1C1() const { return _parts.settings.calcRefMode == 0; }
-    void setUsesR1C1(bool r1c1) { _parts.settings.calcRefMode = r1c1 ? 0 : 1; }
-    [[nodiscard]] const SheetParts& parts() const { return _parts; }
+    [[nodiscard]] int calcMode() const { return _content.calcMode(); }
+    void setCalcMode(int mode) {
+        const auto wire = static_cast<std::int16_t>(mode);
+        if (_content.calcMode() != wire) edit().settings.calcMode = wire;
+    }
+    [[nodiscard]] bool usesR1C1() const { return _content.calcRefMode() == 0; }
+    void setUsesR1C1(bool r1c1) {
+        const std::uint16_t wire = r1c1 ? 0 : 1;
+        if (_content.calcRefMode() != wire) edit().settings.calcRefMode = wire;
+    }
+    /// What is in the sheet. It lives until the sheet is changed, or others are asked.
+    [[nodiscard]] const SheetParts& parts() const { return _content.read(); }
 
     // Cells (sheet_cells.cpp, sheet_texts.cpp, sheet_formulas.cpp).
     int cellType(int row, int col) override;
@@ -116,14 +131,30 @@ public:
     bool removeRows(int rowFirst, int rowLast, bool updateNames) override;
     bool insertColumns(int colFirst, int colLast, bool updateNames) override;
     bool removeColumns(int colFirst, int colLast, bool updateNames) override;
-    int firstRow() override { return static_cast<int>(_parts.usedBounds().rowFirst); }
-    int lastRow() override { return static_cast<int>(_parts.usedBounds().rowEnd); }
-    int firstCol() override { return static_cast<int>(_parts.usedBounds().colFirst); }
-    int lastCol() override { return static_cast<int>(_parts.usedBounds().colEnd); }
-    int firstFilledRow() override { return static_cast<int>(_parts.filledBounds().rowFirst); }
-    int lastFilledRow() override { return static_cast<int>(_parts.filledBounds().rowEnd); }
-    int firstFilledColumn() override { return static_cast<int>(_parts.filledBounds().colFirst); }
-    int lastFilledColumn() override { return static_cast<int>(_parts.filledBounds().colEnd); }
+    int firstRow() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.usedBounds().rowFirst); });
+    }
+    int lastRow() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.usedBounds().rowEnd); });
+    }
+    int firstCol() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.usedBounds().colFirst); });
+    }
+    int lastCol() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.usedBounds().colEnd); });
+    }
+    int firstFilledRow() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.filledBounds().rowFirst); });
+    }
+    int lastFilledRow() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.filledBounds().rowEnd); });
+    }
+    int firstFilledColumn() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.filledBounds().colFirst); });
+    }
+    int lastFilledColumn() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.filledBounds().colEnd); });
+    }
 
     // Defined names (sheet_names.cpp).
     bool namedRangeByName(const CharT* name, int* rowFirst, int* rowLast, int* colFirst, int* colLast, int scope,
@@ -162,34 +193,44 @@ public:
     bool setCentersHorizontally(bool center) override;
     bool centersVertically() override;
     bool setCentersVertically(bool center) override;
-    double marginLeft() override { return _parts.features.pageSetup.margin(biff::Margin::left); }
+    double marginLeft() override { return marginOf(biff::Margin::left); }
     bool setMarginLeft(double inches) override { return setMargin(biff::Margin::left, inches); }
-    double marginRight() override { return _parts.features.pageSetup.margin(biff::Margin::right); }
+    double marginRight() override { return marginOf(biff::Margin::right); }
     bool setMarginRight(double inches) override { return setMargin(biff::Margin::right, inches); }
-    double marginTop() override { return _parts.features.pageSetup.margin(biff::Margin::top); }
+    double marginTop() override { return marginOf(biff::Margin::top); }
     bool setMarginTop(double inches) override { return setMargin(biff::Margin::top, inches); }
-    double marginBottom() override { return _parts.features.pageSetup.margin(biff::Margin::bottom); }
+    double marginBottom() override { return marginOf(biff::Margin::bottom); }
     bool setMarginBottom(double inches) override { return setMargin(biff::Margin::bottom, inches); }
     int rowBreakAt(int index) override;
-    int rowBreakTotal() override { return static_cast<int>(_parts.features.pageBreaks.rows().size()); }
+    int rowBreakTotal() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.features.pageBreaks.rows().size()); });
+    }
     int columnBreakAt(int index) override;
-    int columnBreakTotal() override { return static_cast<int>(_parts.features.pageBreaks.columns().size()); }
+    int columnBreakTotal() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.features.pageBreaks.columns().size()); });
+    }
     bool setRowBreak(int row, bool enable) override;
     bool setColumnBreak(int col, bool enable) override;
 
     // Panes, size and tab (sheet_window.cpp).
     bool splitAt(int row, int col) override;
     bool splitPosition(int* row, int* col) override;
-    int zoomPercent() override { return _parts.features.panes.zoomPercent(); }
+    int zoomPercent() override {
+        return ask(0, [](const SheetParts& p) { return p.features.panes.zoomPercent(); });
+    }
     bool setZoomPercent(int zoom) override;
     bool setTabPaletteColor(int index) override;
     bool setTabRgbColor(int red, int green, int blue) override;
 
     // Protection, errors that are not shown, links, tables, groups, addresses (sheet_features.cpp).
-    bool isProtected() override { return _parts.features.protection.isOn(); }
+    bool isProtected() override {
+        return ask(false, [](const SheetParts& p) { return p.features.protection.isOn(); });
+    }
     bool setProtected(bool enable, const CharT* password, int options) override;
     bool addIgnoredErrorRange(int rowFirst, int colFirst, int rowLast, int colLast, int flags) override;
-    int hyperlinkTotal() override { return static_cast<int>(_parts.features.hyperlinks.total()); }
+    int hyperlinkTotal() override {
+        return ask(0, [](const SheetParts& p) { return static_cast<int>(p.features.hyperlinks.total()); });
+    }
     const CharT* hyperlinkAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
     bool removeHyperlinkAt(int index) override;
     bool addHyperlink(const CharT* target, int rowFirst, int rowLast, int colFirst, int colLast) override;
@@ -272,6 +313,21 @@ private:
         return guarded<Result>(_book.lastError(), onFailure, static_cast<Body&&>(body));
     }
 
+    /// For operations that leave the last error as it is. Only memory to open the sheet can lack.
+    template <class Result, class Read>
+    Result ask(Result onFailure, Read&& read) noexcept {
+        try {
+            return read(parts());
+        } catch (const std::exception& e) {
+            _book.lastError().set(e.what());
+        }
+        return onFailure;
+    }
+    [[nodiscard]] double marginOf(biff::Margin side) {
+        return ask(0.0, [side](const SheetParts& p) { return p.features.pageSetup.margin(side); });
+    }
+    SheetParts& edit() { return _content.edit(); }
+
     /// Position in tab order.
     [[nodiscard]] int index() const { return _book.indexOfSheet(*this); }
     /// A caller's text, null as an empty one, until the next such call.
@@ -286,11 +342,11 @@ private:
     bool setMargin(biff::Margin side, double inches);
     bool setPageText(biff::PageText& to, std::uint16_t id, const CharT* text, double Setup::*margin, double inches);
 
-    [[nodiscard]] CellSlot slotAt(CellPlace at) const { return _parts.cells.at(at.row, at.col); }
+    [[nodiscard]] CellSlot slotAt(CellPlace at) const { return parts().cells.at(at.row, at.col); }
     /// The cell's element when it is of that kind, else null.
     template <class Cell>
     [[nodiscard]] const Cell* cellAs(CellSlot slot) const {
-        return slot.occupied() && slot.kind() == Cell::kind ? &_parts.cells.template get<Cell>(slot) : nullptr;
+        return slot.occupied() && slot.kind() == Cell::kind ? &parts().cells.template get<Cell>(slot) : nullptr;
     }
     [[nodiscard]] Format* formatOf(CellSlot slot) const;
     void giveFormat(CellSlot slot, Format** format) const {
@@ -324,7 +380,9 @@ private:
     /// Compiles a text into a cell that has no value yet. Nothing of the sheet changes.
     [[nodiscard]] FormulaCell compiled(CellPlace at, const CharT* text, const Format* format);
     [[nodiscard]] const CharT* numberText(double value);
-    [[nodiscard]] const CharT* give(std::wstring_view text) { return _text.template give<CharT>(text, _book.utf8()); }
+    [[nodiscard]] const CharT* give(std::wstring_view text) {
+        return made(_texts).text.template give<CharT>(text, _book.utf8());
+    }
     /// The formula behind which the tokens stand that this one uses; null when there is none.
     [[nodiscard]] const FormulaCell* anchorOf(const FormulaCell& cell) const;
     /// Before the cell goes: a formula whose tokens others share hands them on.
@@ -359,11 +417,22 @@ private:
 
     BookContext<CharT>& _book;
     const wchar_t* _name = L"";
-    SheetParts _parts;
-    TextHolder _text;
-    TextHolder _nameText;
-    formula::FormulaText _formulaText;
-    formula::FormulaTokens _formulaTokens;
+    biff::SheetContent _content;
+    /// What operations give out, and what they work with; most sheets of a large book are never asked.
+    struct Texts {
+        TextHolder text, name;
+    };
+    struct FormulaDesk {
+        formula::FormulaText text;
+        formula::FormulaTokens tokens;
+    };
+    template <class Part>
+    static Part& made(std::unique_ptr<Part>& part) {
+        if (part == nullptr) part = std::make_unique<Part>();
+        return *part;
+    }
+    std::unique_ptr<Texts> _texts;
+    std::unique_ptr<FormulaDesk> _formulaDesk;
 };
 
 extern template class SheetImplT<char>;

@@ -44,12 +44,12 @@ typename SheetImplT<CharT>::CellPlace SheetImplT<CharT>::place(int row, int col)
 
 template <class CharT>
 typename SheetImplT<CharT>::Format* SheetImplT<CharT>::formatOf(CellSlot slot) const {
-    return slot.occupied() ? _book.xf(_parts.cells.ixfe(slot)) : nullptr;
+    return slot.occupied() ? _book.xf(parts().cells.ixfe(slot)) : nullptr;
 }
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::defaultFormatIndex(std::uint16_t col) const {
-    const std::int32_t format = _parts.columns.format(col);
+    const std::int32_t format = parts().columns.format(col);
     return format < 0 ? defaultCellXf : static_cast<std::uint16_t>(format);
 }
 
@@ -57,12 +57,12 @@ template <class CharT>
 std::uint16_t SheetImplT<CharT>::ixfeFor(CellPlace at, const Format* format) const {
     if (format != nullptr) return _book.ixfeOf(format);
     const CellSlot slot = slotAt(at);
-    return slot.occupied() ? _parts.cells.ixfe(slot) : defaultFormatIndex(at.col);
+    return slot.occupied() ? parts().cells.ixfe(slot) : defaultFormatIndex(at.col);
 }
 
 template <class CharT>
 void SheetImplT<CharT>::setIxfe(CellSlot slot, std::uint16_t ixfe) {
-    _parts.cells.visit(slot, [ixfe](auto& cell) { cell.ixfe = ixfe; });
+    edit().cells.visit(slot, [ixfe](auto& cell) { cell.ixfe = ixfe; });
 }
 
 // Writing into the store.
@@ -73,14 +73,14 @@ void SheetImplT<CharT>::put(Cell cell) {
     const CellPlace at{cell.row, cell.col};
     const CellSlot old = slotAt(at);
     handOnShared(at);
-    if constexpr (Cell::kind == SlotKind::formula) _parts.sharedTokens.note(cell);
+    if constexpr (Cell::kind == SlotKind::formula) edit().sharedTokens.note(cell);
     if constexpr (Cell::kind == SlotKind::blank) {
-        if (old.occupied() && old.kind() != SlotKind::blank) _parts.boundsDirty = true;
+        if (old.occupied() && old.kind() != SlotKind::blank) edit().boundsDirty = true;
     } else {
-        _parts.filled.grow(at.row, at.col);
+        edit().filled.grow(at.row, at.col);
     }
-    _parts.used.grow(at.row, at.col);
-    _parts.cells.put(std::move(cell));
+    edit().used.grow(at.row, at.col);
+    edit().cells.put(std::move(cell));
 }
 
 template <class CharT>
@@ -118,8 +118,8 @@ template <class CharT>
 void SheetImplT<CharT>::eraseCell(CellPlace at) {
     if (!slotAt(at).occupied()) return;
     handOnShared(at);
-    _parts.cells.index().erase(at.row, at.col);
-    _parts.boundsDirty = true;
+    edit().cells.index().erase(at.row, at.col);
+    edit().boundsDirty = true;
 }
 
 // The interface.
@@ -141,9 +141,9 @@ int SheetImplT<CharT>::cellType(int row, int col) {
             case SlotKind::blank:
                 return cellBlank;
             case SlotKind::boolErr:
-                return _parts.cells.template get<BoolErrCell>(slot).isError != 0 ? cellError : cellBoolean;
+                return parts().cells.template get<BoolErrCell>(slot).isError != 0 ? cellError : cellBoolean;
             case SlotKind::formula:
-                return _parts.cells.template get<FormulaCell>(slot).value.kind();
+                return parts().cells.template get<FormulaCell>(slot).value.kind();
         }
         return cellEmpty;
     });
@@ -270,7 +270,7 @@ bool SheetImplT<CharT>::writeBlank(int row, int col, Format* format) {
 template <class CharT>
 bool SheetImplT<CharT>::cellFrom(int* row, int* col) {
     auto atRow = static_cast<std::uint32_t>(std::max(*row, 0)), atCol = static_cast<std::uint32_t>(std::max(*col, 0));
-    if (!_parts.cells.index().nextOccupied(atRow, atCol)) return false;
+    if (!parts().cells.index().nextOccupied(atRow, atCol)) return false;
     *row = static_cast<int>(atRow);
     *col = static_cast<int>(atCol);
     return true;
@@ -281,7 +281,7 @@ bool SheetImplT<CharT>::isDate(int row, int col) {
     return guard(false, [&] {
         const CellSlot slot = slotAt(place(row, col));
         if (cellAs<RkCell>(slot) == nullptr && cellAs<NumberCell>(slot) == nullptr) return false;
-        const FormatImplT<CharT>* format = _book.xf(_parts.cells.ixfe(slot));
+        const FormatImplT<CharT>* format = _book.xf(parts().cells.ixfe(slot));
         if (format == nullptr) return false;
         if (const auto known = builtInShowsDate(format->ifmt())) return *known;
         const wchar_t* const text = _book.numFormatText(format->ifmt());

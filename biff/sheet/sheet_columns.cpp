@@ -48,8 +48,8 @@ MeasuredFont measuredFont(const BookContext<CharT>& book, const FormatImplT<Char
 // Whether hidden or not.
 template <class CharT>
 int SheetImplT<CharT>::widthPixels(std::uint16_t col) const {
-    if (const ColInfo* const info = _parts.columns.find(col)) return pixelsOf(info->coldx);
-    const SheetSettings& settings = _parts.settings;
+    if (const ColInfo* const info = parts().columns.find(col)) return pixelsOf(info->coldx);
+    const SheetSettings& settings = parts().settings;
     if (settings.dxGCol.value_or(noDxGCol) < noDxGCol) return pixelsOf(*settings.dxGCol);
     return defaultColumnPixels(settings.defColWidth);
 }
@@ -61,7 +61,7 @@ double SheetImplT<CharT>::columnWidth(int col) {
 
 template <class CharT>
 int SheetImplT<CharT>::shownColumnPixels(std::uint16_t col) const {
-    const ColInfo* const info = _parts.columns.find(col);
+    const ColInfo* const info = parts().columns.find(col);
     return info != nullptr && (info->flags & ColInfo::hidden) != 0 ? 0 : widthPixels(col);
 }
 
@@ -73,20 +73,20 @@ int SheetImplT<CharT>::columnWidthPixels(int col) {
 template <class CharT>
 bool SheetImplT<CharT>::isColumnHidden(int col) {
     return guard(false, [&] {
-        const ColInfo* const info = _parts.columns.find(checkedCol(col));
+        const ColInfo* const info = parts().columns.find(checkedCol(col));
         return info != nullptr && (info->flags & ColInfo::hidden) != 0;
     });
 }
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::widthUnits(std::uint16_t col) const {
-    const ColInfo* const info = _parts.columns.find(col);
+    const ColInfo* const info = parts().columns.find(col);
     return info != nullptr ? info->coldx : defaultWidthUnits();
 }
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::defaultWidthUnits() const {
-    const SheetSettings& settings = _parts.settings;
+    const SheetSettings& settings = parts().settings;
     if (settings.dxGCol.value_or(noDxGCol) < noDxGCol) return *settings.dxGCol;
     return coldxOf(defaultColumnPixels(settings.defColWidth));
 }
@@ -97,7 +97,7 @@ void SheetImplT<CharT>::setColumns(std::uint16_t first, std::uint16_t last, std:
                                    bool hidden) {
     constexpr auto staying = static_cast<std::uint16_t>(ColInfo::levelMask | ColInfo::collapsed);
     const auto infoFor = [&](std::uint16_t col) {
-        const ColInfo* const old = _parts.columns.find(col);
+        const ColInfo* const old = parts().columns.find(col);
         ColInfo info;
         info.coldx = coldx;
         info.ixfe = format != nullptr ? _book.ixfeOf(format) : old != nullptr ? old->ixfe : defaultCellXf;
@@ -113,7 +113,7 @@ void SheetImplT<CharT>::setColumns(std::uint16_t first, std::uint16_t last, std:
             if (next.ixfe != info.ixfe || next.flags != info.flags) break;
         }
         info.colLast = static_cast<std::uint16_t>(col - 1);
-        _parts.columns.assign(info);
+        edit().columns.assign(info);
     }
 }
 
@@ -128,7 +128,7 @@ bool SheetImplT<CharT>::setColumn(int colFirst, int colLast, double width, Forma
             setColumns(first, last, coldxOf(width), format, hidden);
             return true;
         }
-        const AreaBounds used = _parts.usedBounds();
+        const AreaBounds used = parts().usedBounds();
         for (std::uint16_t col = first; col <= last; ++col) {
             const double fitting = fittingWidth(col, used.rowFirst, used.rowEnd);
             setColumns(col, col, fitting < 0.0 ? widthUnits(col) : coldxOf(fitting), format, hidden);
@@ -155,7 +155,7 @@ bool SheetImplT<CharT>::autoFitColumns(int colFirst, int rowFirst, int colLast, 
         for (std::uint16_t col = first.col; col <= last.col; ++col) {
             const double fitting = fittingWidth(col, first.row, last.row + 1U);
             if (fitting < 0.0) continue;
-            const ColInfo* const info = _parts.columns.find(col);
+            const ColInfo* const info = parts().columns.find(col);
             setColumns(col, col, coldxOf(fitting), nullptr, info != nullptr && (info->flags & ColInfo::hidden) != 0);
         }
         return true;
@@ -164,9 +164,9 @@ bool SheetImplT<CharT>::autoFitColumns(int colFirst, int rowFirst, int colLast, 
 
 template <class CharT>
 double SheetImplT<CharT>::fittingWidth(std::uint16_t col, std::uint32_t rowFirst, std::uint32_t rowEnd) {
-    const SheetIndex& index = _parts.cells.index();
+    const SheetIndex& index = parts().cells.index();
     std::vector<biff::CellRange> merges;
-    std::ranges::copy_if(_parts.merges, std::back_inserter(merges),
+    std::ranges::copy_if(parts().merges, std::back_inserter(merges),
                          [col](const biff::CellRange& range) { return range.colFirst <= col && col <= range.colLast; });
     std::ranges::sort(merges, {}, &biff::CellRange::rowFirst);
     // Asked with ascending rows: `mergedEnd` is the row behind all blocks that have begun.
@@ -179,7 +179,7 @@ double SheetImplT<CharT>::fittingWidth(std::uint16_t col, std::uint32_t rowFirst
     for (auto row = index.nextRow(rowFirst); row < rowEnd; row = index.nextRow(row + 1)) {
         const CellSlot slot = index.at(static_cast<std::uint16_t>(row), col);
         if (!slot.occupied() || isMerged(row)) continue;
-        const FormatImplT<CharT>* const format = _book.xf(_parts.cells.ixfe(slot));
+        const FormatImplT<CharT>* const format = _book.xf(parts().cells.ixfe(slot));
         std::wstring text;
         if (const auto value = numberOf(slot)) {
             const std::string narrow = widestNumberText(*value, format != nullptr ? format->ifmt() : 0);

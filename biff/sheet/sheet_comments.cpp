@@ -8,15 +8,15 @@ namespace vellum {
 
 template <class CharT>
 void SheetImplT<CharT>::requireWorksheet() const {
-    if (!_parts.isWorksheet()) throw vlerror(drawing::msg::noDrawingOnChart);
+    if (!parts().isWorksheet()) throw vlerror(drawing::msg::noDrawingOnChart);
 }
 
 template <class CharT>
 const CharT* SheetImplT<CharT>::readComment(int row, int col) {
     return guard<const CharT*>(nullptr, [&]() -> const CharT* {
         const CellPlace at = place(row, col);
-        const Note* const note = _parts.notes.find(at.row, at.col);
-        return note == nullptr ? nullptr : give(drawing::commentText(_parts.drawing, *note));
+        const Note* const note = parts().notes.empty() ? nullptr : edit().notes.find(at.row, at.col);
+        return note == nullptr ? nullptr : give(drawing::commentText(parts().drawing, *note));
     });
 }
 
@@ -27,7 +27,7 @@ bool SheetImplT<CharT>::writeComment(int row, int col, const CharT* text, const 
         requireWorksheet();
         const std::wstring wideAuthor(_book.widen(author));  // the buffer serves for one text at a time
         DrawingSurroundings surroundings(*this);
-        drawing::writeComment(_parts.drawing, _parts.notes, surroundings,
+        drawing::writeComment(edit().drawing, edit().notes, surroundings,
                               {at.row, at.col, _book.widen(text), wideAuthor, width, height});
         return true;
     });
@@ -39,29 +39,29 @@ bool SheetImplT<CharT>::removeComment(int row, int col) {
         const CellPlace at = place(row, col);
         requireWorksheet();
         DrawingSurroundings surroundings(*this);
-        drawing::removeComment(_parts.drawing, _parts.notes, surroundings, at.row, at.col);
+        drawing::removeComment(edit().drawing, edit().notes, surroundings, at.row, at.col);
         return true;
     });
 }
 
 template <class CharT>
 void SheetImplT<CharT>::moveComments(bool rows, int first, int difference) {
-    if (_parts.notes.empty()) return;
+    if (parts().notes.empty()) return;
     DrawingSurroundings surroundings(*this);
-    drawing::moveComments(_parts.drawing, _parts.notes, surroundings, rows, first, difference);
+    drawing::moveComments(edit().drawing, edit().notes, surroundings, rows, first, difference);
 }
 
 template <class CharT>
 void SheetImplT<CharT>::copyDrawing(const SheetImplT& source) {
-    if (!_parts.isWorksheet()) return;
+    if (!parts().isWorksheet()) return;
     DrawingSurroundings surroundings(*this);
     // What is no tree cannot get identifiers of its own: two sheets would have the same shapes.
-    if (!source._parts.drawing.empty() && !source._parts.drawing.hasTree()) return;
+    if (!source.parts().drawing.empty() && !source.parts().drawing.hasTree()) return;
     if (&_book == &source._book) {
-        _parts.notes = source._parts.notes;
-        _parts.drawing.copyWithin(surroundings, source._parts.drawing);
+        edit().notes = source.parts().notes;
+        edit().drawing.copyWithin(surroundings, source.parts().drawing);
     } else {
-        drawing::copyFromOther(_parts.drawing, _parts.notes, surroundings, source._parts.drawing, source._parts.notes,
+        drawing::copyFromOther(edit().drawing, edit().notes, surroundings, source.parts().drawing, source.parts().notes,
                                source._book.drawingGroup());
     }
 }

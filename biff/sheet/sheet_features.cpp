@@ -41,7 +41,7 @@ bool SheetImplT<CharT>::setProtected(bool enable, const CharT* password, int opt
     return change([&] {
         std::optional<std::uint16_t> hash;
         if (password != nullptr) hash = passwordHashOf(widened(password));
-        biff::SheetFeatures& features = _parts.features;
+        biff::SheetFeatures& features = edit().features;
         features.protection.set(enable, hash);
         if (options < 0) return;
         features.protection.setOptions(static_cast<std::uint32_t>(options));
@@ -52,13 +52,13 @@ bool SheetImplT<CharT>::setProtected(bool enable, const CharT* password, int opt
 template <class CharT>
 bool SheetImplT<CharT>::addIgnoredErrorRange(int rowFirst, int colFirst, int rowLast, int colLast, int flags) {
     return change(
-        [&] { _parts.features.shared.ignoreErrors(checkedRange(rowFirst, rowLast, colFirst, colLast), flags); });
+        [&] { edit().features.shared.ignoreErrors(checkedRange(rowFirst, rowLast, colFirst, colLast), flags); });
 }
 
 template <class CharT>
 const CharT* SheetImplT<CharT>::hyperlinkAt(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard<const CharT*>(nullptr, [&] {
-        const biff::Hyperlinks& links = _parts.features.hyperlinks;
+        const biff::Hyperlinks& links = parts().features.hyperlinks;
         const std::size_t at = checkedIndex(index, links.total());
         biff::giveRange(links.range(at), rowFirst, rowLast, colFirst, colLast);
         return give(links.target(at));
@@ -68,7 +68,7 @@ const CharT* SheetImplT<CharT>::hyperlinkAt(int index, int* rowFirst, int* rowLa
 template <class CharT>
 bool SheetImplT<CharT>::removeHyperlinkAt(int index) {
     return change([&] {
-        biff::Hyperlinks& links = _parts.features.hyperlinks;
+        biff::Hyperlinks& links = edit().features.hyperlinks;
         links.remove(checkedIndex(index, links.total()));
     });
 }
@@ -76,12 +76,12 @@ bool SheetImplT<CharT>::removeHyperlinkAt(int index) {
 template <class CharT>
 bool SheetImplT<CharT>::addHyperlink(const CharT* target, int rowFirst, int rowLast, int colFirst, int colLast) {
     return change(
-        [&] { _parts.features.hyperlinks.add(checkedRange(rowFirst, rowLast, colFirst, colLast), widened(target)); });
+        [&] { edit().features.hyperlinks.add(checkedRange(rowFirst, rowLast, colFirst, colLast), widened(target)); });
 }
 
 template <class CharT>
 int SheetImplT<CharT>::tableTotal() {
-    return static_cast<int>(biff::tableTotal(_parts.kept));
+    return ask(0, [](const SheetParts& p) { return static_cast<int>(biff::tableTotal(p.kept)); });
 }
 
 template <class CharT>
@@ -89,7 +89,7 @@ const CharT* SheetImplT<CharT>::tableAt(int index, int* rowFirst, int* rowLast, 
                                         int* headerRows, int* totalsRows) {
     return guard<const CharT*>(nullptr, [&] {
         if (index < 0) throw vlerror(biff::msg::indexOutOfRange);
-        const biff::TableFacts table = biff::tableAt(_parts.kept, static_cast<std::size_t>(index));
+        const biff::TableFacts table = biff::tableAt(parts().kept, static_cast<std::size_t>(index));
         biff::giveRange(table.area, rowFirst, rowLast, colFirst, colLast);
         biff::give(headerRows, table.headerRows);
         biff::give(totalsRows, table.totalsRows);
@@ -103,8 +103,8 @@ bool SheetImplT<CharT>::groupRowRange(int rowFirst, int rowLast, bool collapsed)
         const auto first = biff::checkedUpTo(rowFirst, biff::lastRowOfSheet, biff::msg::rowFirstRange);
         const auto last = biff::checkedUpTo(rowLast, biff::lastRowOfSheet, biff::msg::rowLastRange);
         if (first > last) throw vlerror(biff::msg::groupRowOrder);
-        SheetSettings& settings = _parts.settings;
-        biff::groupRows(_parts.rows, settings.guts, first, last, collapsed, !summaryBelow(),
+        SheetSettings& settings = edit().settings;
+        biff::groupRows(edit().rows, settings.guts, first, last, collapsed, !summaryBelow(),
                         settings.defaultRowHeight.miyRw);
     });
 }
@@ -115,7 +115,7 @@ bool SheetImplT<CharT>::groupColumnRange(int colFirst, int colLast, bool collaps
         const auto first = biff::checkedUpTo(colFirst, biff::lastColOfSheet, biff::msg::colFirstRange);
         const auto last = biff::checkedUpTo(colLast, biff::lastColOfSheet, biff::msg::colLastRange);
         if (first > last) throw vlerror(biff::msg::groupColOrder);
-        biff::groupColumns(_parts.columns, _parts.settings.guts, first, last, collapsed, !summaryRight(),
+        biff::groupColumns(edit().columns, edit().settings.guts, first, last, collapsed, !summaryRight(),
                            defaultWidthUnits());
     });
 }

@@ -58,7 +58,8 @@ const std::wstring& SheetImplT<CharT>::expressionText(const FormulaCell& cell) {
     const auto text = [&](std::span<const std::byte> expression, formula::LocationBase base,
                           formula::TextOrigin origin) {
         return std::cref(
-            _formulaText.formulaToText(formula::tokensOf(expression), _book.formulas(), cell.generation, base, origin));
+            made(_formulaDesk)
+                .text.formulaToText(formula::tokensOf(expression), _book.formulas(), cell.generation, base, origin));
     };
     const FormulaCell* const first = anchorOf(cell);
     if (first != nullptr && first->tail != nullptr && first->tail->shared) {
@@ -71,8 +72,8 @@ template <class CharT>
 const FormulaCell* SheetImplT<CharT>::anchorOf(const FormulaCell& cell) const {
     const auto named = cell.anchor();
     if (!named || named->col >= SheetIndex::colLimit) return nullptr;
-    const auto at = _parts.sharedTokens.resolve(*named);
-    return cellAs<FormulaCell>(_parts.cells.at(at.row, at.col));
+    const auto at = parts().sharedTokens.resolve(*named);
+    return cellAs<FormulaCell>(parts().cells.at(at.row, at.col));
 }
 
 template <class CharT>
@@ -93,8 +94,9 @@ FormulaCell SheetImplT<CharT>::compiled(CellPlace at, const CharT* text, const F
     cell.col = at.col;
     cell.ixfe = ixfeFor(at, format);
     cell.grbit = FormulaCell::alwaysCalc;
-    const auto rgce = _formulaTokens.tokensOfText(_book.widen(text), _book.formulas(), _book.indexOfSheet(*this),
-                                                  {.row = at.row, .col = at.col});
+    const auto rgce = made(_formulaDesk)
+                          .tokens.tokensOfText(_book.widen(text), _book.formulas(), _book.indexOfSheet(*this),
+                                               {.row = at.row, .col = at.col});
     cell.expressionSize = static_cast<std::uint32_t>(2 + rgce.size());
     cell.expression = _book.pool().allocateBytes(cell.expressionSize);
     storeLe(cell.expression, static_cast<std::uint16_t>(rgce.size()));
@@ -151,7 +153,7 @@ bool SheetImplT<CharT>::writeFormulaBoolean(int row, int col, const CharT* text,
 template <class CharT>
 void SheetImplT<CharT>::handOnShared(CellPlace at) {
     const auto* const old = cellAs<FormulaCell>(slotAt(at));
-    if (old != nullptr && old->hasSharedTokens()) _parts.sharedTokens.handOn(_parts.cells, {at.row, at.col});
+    if (old != nullptr && old->hasSharedTokens()) edit().sharedTokens.handOn(edit().cells, {at.row, at.col});
 }
 
 }  // namespace vellum

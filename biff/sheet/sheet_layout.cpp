@@ -10,7 +10,7 @@ template <class CharT>
 bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
-        const auto& merges = _parts.merges;
+        const auto& merges = parts().merges;
         const auto found =
             std::ranges::find_if(merges, [&](const biff::CellRange& range) { return range.holds(at.row, at.col); });
         if (found == merges.end()) throw vlerror(biff::msg::notMerged);
@@ -23,7 +23,7 @@ bool SheetImplT<CharT>::mergeAt(int row, int col, int* rowFirst, int* rowLast, i
 template <class CharT>
 void SheetImplT<CharT>::mergeBlock(const biff::CellRange& block) {
     const CellSlot corner = slotAt({block.rowFirst, block.colFirst});
-    const std::uint16_t ixfe = corner.occupied() ? _parts.cells.ixfe(corner) : defaultCellXf;
+    const std::uint16_t ixfe = corner.occupied() ? parts().cells.ixfe(corner) : defaultCellXf;
     for (std::uint32_t row = block.rowFirst; row <= block.rowLast; ++row) {
         for (std::uint32_t col = block.colFirst; col <= block.colLast; ++col) {
             const CellPlace at{static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(col)};
@@ -34,7 +34,7 @@ void SheetImplT<CharT>::mergeBlock(const biff::CellRange& block) {
             }
         }
     }
-    _parts.merges.push_back(block);
+    edit().merges.push_back(block);
 }
 
 template <class CharT>
@@ -49,7 +49,7 @@ template <class CharT>
 bool SheetImplT<CharT>::removeMergeAt(int row, int col) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
-        if (std::erase_if(_parts.merges, [&](const biff::CellRange& range) { return range.holds(at.row, at.col); }) ==
+        if (std::erase_if(edit().merges, [&](const biff::CellRange& range) { return range.holds(at.row, at.col); }) ==
             0) {
             throw vlerror(biff::msg::notMerged);
         }
@@ -59,14 +59,14 @@ bool SheetImplT<CharT>::removeMergeAt(int row, int col) {
 
 template <class CharT>
 int SheetImplT<CharT>::mergeTotal() {
-    return static_cast<int>(_parts.merges.size());
+    return ask(0, [](const SheetParts& p) { return static_cast<int>(p.merges.size()); });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::mergeByIndex(int index, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
         if (index < 0 || index >= mergeTotal()) throw vlerror(biff::msg::indexOutOfRange);
-        biff::giveRange(_parts.merges[static_cast<std::size_t>(index)], rowFirst, rowLast, colFirst, colLast);
+        biff::giveRange(parts().merges[static_cast<std::size_t>(index)], rowFirst, rowLast, colFirst, colLast);
         return true;
     });
 }
@@ -75,14 +75,14 @@ template <class CharT>
 bool SheetImplT<CharT>::removeMergeByIndex(int index) {
     return guard(false, [&] {
         if (index < 0 || index >= mergeTotal()) throw vlerror(biff::msg::indexOutOfRange);
-        _parts.merges.erase(_parts.merges.begin() + index);
+        edit().merges.erase(edit().merges.begin() + index);
         return true;
     });
 }
 
 template <class CharT>
 void SheetImplT<CharT>::eraseCells(CellPlace first, CellPlace last) {
-    SheetIndex& index = _parts.cells.index();
+    SheetIndex& index = edit().cells.index();
     for (auto row = index.nextRow(first.row); row <= last.row; row = index.nextRow(row + 1)) {
         const auto rw = static_cast<std::uint16_t>(row);
         for (std::uint32_t col = first.col; col <= last.col; ++col) eraseCell({rw, static_cast<std::uint16_t>(col)});
@@ -101,11 +101,11 @@ bool SheetImplT<CharT>::clearRange(int rowFirst, int rowLast, int colFirst, int 
         const CellPlace last{static_cast<std::uint16_t>(std::clamp(rowLast, 0, lastRowOfAll)),
                              static_cast<std::uint16_t>(std::clamp(colLast, 0, lastColOfAll))};
         eraseCells(first, last);
-        std::erase_if(_parts.merges, [&](const biff::CellRange& range) {
+        std::erase_if(edit().merges, [&](const biff::CellRange& range) {
             return first.row <= range.rowFirst && range.rowLast <= last.row && first.col <= range.colFirst &&
                    range.colLast <= last.col;
         });
-        _parts.boundsDirty = true;
+        edit().boundsDirty = true;
         return true;
     });
 }

@@ -52,7 +52,7 @@ bool SheetImplT<CharT>::removeColumns(int colFirst, int colLast, bool) {
 
 template <class CharT>
 void SheetImplT<CharT>::moveLines(const MovedLines& moved, bool updateNames) {
-    CellStore& cells = _parts.cells;
+    CellStore& cells = edit().cells;
     biff::checkArraysStayWhole(cells, moved);
     const auto goneFirst = static_cast<std::uint16_t>(moved.firstGone());
     const auto goneLast = static_cast<std::uint16_t>(moved.lastGone());
@@ -62,27 +62,27 @@ void SheetImplT<CharT>::moveLines(const MovedLines& moved, bool updateNames) {
     } else {
         eraseCells({0, goneFirst}, {biff::lastRowOfSheet, goneLast});
     }
-    biff::prepareFormulas(cells, _parts.sharedTokens, _book.pool(), moved);
+    biff::prepareFormulas(cells, edit().sharedTokens, _book.pool(), moved);
     biff::moveCells(cells, moved);
     const int count = static_cast<int>(moved.count()), difference = moved.isInsertion() ? count : -count;
     moveComments(rows, static_cast<int>(moved.first), difference);
     if (rows) moved.isInsertion() ? pushRows(moved) : closeRows(moved);
     moveMerges(moved);
     if (updateNames) biff::moveNames(_book.names(), index(), static_cast<int>(moved.first), difference);
-    _parts.boundsDirty = true;
+    edit().boundsDirty = true;
 }
 
 template <class CharT>
 void SheetImplT<CharT>::moveMerges(const MovedLines& moved) {
     std::vector<biff::CellRange> lower;
     std::vector<biff::CellRange> merges;
-    merges.reserve(_parts.merges.size());
-    for (const biff::CellRange& range : _parts.merges) {
+    merges.reserve(parts().merges.size());
+    for (const biff::CellRange& range : parts().merges) {
         const biff::MovedRange parts = biff::movedInParts(moved, range);
         if (parts.range) merges.push_back(*parts.range);
         if (parts.lower) lower.push_back(*parts.lower);
     }
-    _parts.merges = std::move(merges);
+    edit().merges = std::move(merges);
     // A few bytes of a file may merge the whole sheet, again and again. Past so many cells the blocks alone are made.
     constexpr std::size_t mostCells = std::size_t{1} << 20;
     std::size_t cells = 0;
@@ -91,7 +91,7 @@ void SheetImplT<CharT>::moveMerges(const MovedLines& moved) {
         if (cells <= mostCells && range.colLast <= biff::lastColOfSheet) {
             mergeBlock(range);
         } else {
-            _parts.merges.push_back(range);
+            edit().merges.push_back(range);
         }
     }
 }
@@ -105,9 +105,9 @@ void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
         bool hidden;
         bool hasRecord = true;
     };
-    const Look usual{_parts.settings.defaultRowHeight.miyRw, false, false};
+    const Look usual{parts().settings.defaultRowHeight.miyRw, false, false};
     const auto lookOf = [&](std::uint32_t rw) {
-        const Row* const row = std::as_const(_parts.rows).find(static_cast<std::uint16_t>(rw));
+        const Row* const row = std::as_const(parts().rows).find(static_cast<std::uint16_t>(rw));
         return row == nullptr ? usual : Look{row->miyRw, (row->flags & Row::hidden) != 0};
     };
     const auto give = [&](std::uint32_t rw, const Look& look) {
@@ -115,7 +115,7 @@ void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
         if (!look.hasRecord) row.flags &= static_cast<std::uint16_t>(~Row::heightByHand);
     };
     std::vector<std::uint32_t> candidates;
-    for (const Row& row : _parts.rows.rows()) {
+    for (const Row& row : parts().rows.rows()) {
         if (row.rw > moved.last) candidates.push_back(row.rw);
         if (row.rw >= moved.first && row.rw + moved.count() < moved.limit())
             candidates.push_back(row.rw + moved.count());
@@ -132,13 +132,13 @@ void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
 template <class CharT>
 void SheetImplT<CharT>::closeRows(const MovedLines& moved) {
     RowTable rows;
-    for (Row row : _parts.rows.rows()) {
+    for (Row row : parts().rows.rows()) {
         const auto place = moved.placeOf(row.rw);
         if (!place) continue;
         row.rw = static_cast<std::uint16_t>(*place);
         rows.append(row);
     }
-    _parts.rows = std::move(rows);
+    edit().rows = std::move(rows);
 }
 
 }  // namespace vellum

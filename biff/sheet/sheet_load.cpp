@@ -210,12 +210,12 @@ private:
     void putLabelSst(const LabelSstCell& cell) {
         if (cell.col < SheetIndex::colLimit) {
             const CellSlot old = _sheet.cells.at(cell.row, cell.col);
-            if (old.occupied() && old.kind() == SlotKind::labelSst) {
+            if (_source.countsStrings && old.occupied() && old.kind() == SlotKind::labelSst) {
                 _source.strings.dropUse(_sheet.cells.get<LabelSstCell>(old).isst);
             }
         }
         put(cell);
-        _source.strings.noteUse(cell.isst);
+        if (_source.countsStrings) _source.strings.noteUse(cell.isst);
     }
 
     void readBlank(Cursor in) {

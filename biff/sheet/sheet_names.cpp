@@ -71,7 +71,7 @@ const CharT* SheetImplT<CharT>::namedRange(int at, int* rowFirst, int* rowLast, 
         giveArea(range->area, rowFirst, rowLast, colFirst, colLast);
         store(scope, name.scope());
         if (hidden != nullptr) *hidden = name.isHidden();
-        return _nameText.template give<CharT>(name.text(), _book.utf8());
+        return made(_texts).name.template give<CharT>(name.text(), _book.utf8());
     });
 }
 

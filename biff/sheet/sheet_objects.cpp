@@ -20,12 +20,12 @@ template <class CharT>
 std::vector<SheetComment<CharT>> SheetImplT<CharT>::comments() {
     return guard(std::vector<SheetComment<CharT>>(), [&] {
         std::vector<SheetComment<CharT>> found;
-        _parts.notes.forEach([&](const Note& note) {
+        parts().notes.forEach([&](const Note& note) {
             SheetComment<CharT> comment;
             comment.row = note.row;
             comment.col = note.col;
             comment.author = give(note.authorText());
-            comment.text = give(drawing::commentText(_parts.drawing, note));
+            comment.text = give(drawing::commentText(parts().drawing, note));
             found.push_back(std::move(comment));
         });
         const auto cellOf = [](const SheetComment<CharT>& comment) { return std::tuple(comment.row, comment.col); };
@@ -41,10 +41,10 @@ template <class CharT>
 std::vector<SheetShape> SheetImplT<CharT>::shapes() {
     return guard(std::vector<SheetShape>(), [&] {
         std::vector<std::uint16_t> noted;
-        _parts.notes.forEach([&](const Note& note) { noted.push_back(note.objectId); });
+        parts().notes.forEach([&](const Note& note) { noted.push_back(note.objectId); });
         std::ranges::sort(noted);
         std::vector<SheetShape> found;
-        const auto& drawing = _parts.drawing;
+        const auto& drawing = parts().drawing;
         drawing.forEachShape([&](drawing::SheetDrawing::ShapeRef shape) {
             if (!drawing.standsAlone(*shape) || drawing::SheetDrawing::pictureOf(*shape) != 0) return;
             const Obj* const object = drawing::SheetDrawing::objectOf(shape);

@@ -2,7 +2,7 @@
 
 namespace vellum {
 
-void SheetParts::recountBounds() {
+void SheetParts::recountBounds() const {
     used = filled = AreaBounds();
     cells.index().forEach([this](std::uint32_t row, std::uint32_t col, CellSlot slot) {
         used.grow(row, col);

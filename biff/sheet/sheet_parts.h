@@ -45,16 +45,16 @@ struct SheetParts {
 
     /// `used` holds every cell, `filled` those that are no blanks. A removal marks them dirty, and who
     /// asks next has them counted anew.
-    AreaBounds used, filled;
-    bool boundsDirty = false;
+    mutable AreaBounds used, filled;
+    mutable bool boundsDirty = false;
 
     [[nodiscard]] bool isWorksheet() const { return bof.dt == Bof::worksheet; }
-    void recountBounds();
-    const AreaBounds& usedBounds() {
+    void recountBounds() const;
+    const AreaBounds& usedBounds() const {
         if (boundsDirty) recountBounds();
         return used;
     }
-    const AreaBounds& filledBounds() {
+    const AreaBounds& filledBounds() const {
         if (boundsDirty) recountBounds();
         return filled;
     }
@@ -68,6 +68,7 @@ struct SheetSource {
     SheetLoad what;
     bool biff5;
     std::vector<drawing::OlderNote>& olderNotes;  // of a sheet of the older layout
+    bool countsStrings = true;                    // notes uses of its strings
 };
 
 /// Reads a sheet into fresh parts, from the next Bof to the EOF that closes it or the stream's end.

@@ -8,14 +8,14 @@ namespace vellum {
 
 template <class CharT>
 int SheetImplT<CharT>::pictureTotalOnSheet() {
-    return guard(-1, [&] { return static_cast<int>(_parts.drawing.pictures().size()); });
+    return guard(-1, [&] { return static_cast<int>(parts().drawing.pictures().size()); });
 }
 
 template <class CharT>
 int SheetImplT<CharT>::sheetPictureAt(int index, int* rowTop, int* colLeft, int* rowBottom, int* colRight, int* width,
                                       int* height, int* offsetX, int* offsetY, const CharT** linkPath) {
     return guard(-1, [&] {
-        const auto found = drawing::pictureAt(_parts.drawing, DrawingSurroundings(*this), index);
+        const auto found = drawing::pictureAt(parts().drawing, DrawingSurroundings(*this), index);
         const auto give = [](int* to, std::int64_t value) {
             if (to != nullptr) *to = static_cast<int>(value);
         };
@@ -35,7 +35,7 @@ int SheetImplT<CharT>::sheetPictureAt(int index, int* rowTop, int* colLeft, int*
 template <class CharT>
 void SheetImplT<CharT>::placeOnSheet(int pictureId, const drawing::PixelPlace& at, int placement) {
     DrawingSurroundings surroundings(*this);
-    const auto cut = drawing::placePicture(_parts.drawing, surroundings, static_cast<std::uint32_t>(pictureId), at,
+    const auto cut = drawing::placePicture(edit().drawing, surroundings, static_cast<std::uint32_t>(pictureId), at,
                                            drawing::anchorFlags(placement));
     if (cut.x || cut.y)
         lastError().set(cut.x && cut.y ? drawing::msg::offsetsCut
@@ -83,7 +83,7 @@ bool SheetImplT<CharT>::removePictureAt(int row, int col) {
     return guard(false, [&] {
         const CellPlace at = place(row, col);
         DrawingSurroundings surroundings(*this);
-        drawing::removePictureAt(_parts.drawing, surroundings, at.row, at.col);
+        drawing::removePictureAt(edit().drawing, surroundings, at.row, at.col);
         return true;
     });
 }
@@ -92,7 +92,7 @@ template <class CharT>
 bool SheetImplT<CharT>::removePictureByIndex(int index) {
     return guard(false, [&] {
         DrawingSurroundings surroundings(*this);
-        drawing::removePicture(_parts.drawing, surroundings, index);
+        drawing::removePicture(edit().drawing, surroundings, index);
         return true;
     });
 }

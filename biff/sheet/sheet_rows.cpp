@@ -16,16 +16,16 @@ constexpr double pixelsPerPoint = 96.0 / 72.0;
 template <class CharT>
 double SheetImplT<CharT>::rowHeight(int row) {
     return guard(-1.0, [&] {
-        const Row* const record = _parts.rows.find(checkedRow(row));
-        return (record != nullptr ? record->miyRw : _parts.settings.defaultRowHeight.miyRw) / twipsPerPoint;
+        const Row* const record = parts().rows.find(checkedRow(row));
+        return (record != nullptr ? record->miyRw : parts().settings.defaultRowHeight.miyRw) / twipsPerPoint;
     });
 }
 
 template <class CharT>
 int SheetImplT<CharT>::shownRowPixels(std::uint16_t row) const {
-    const Row* const record = _parts.rows.find(row);
+    const Row* const record = parts().rows.find(row);
     if (record != nullptr && (record->flags & Row::hidden) != 0) return 0;
-    const auto twips = record != nullptr ? record->miyRw : _parts.settings.defaultRowHeight.miyRw;
+    const auto twips = record != nullptr ? record->miyRw : parts().settings.defaultRowHeight.miyRw;
     return static_cast<int>(std::floor(twips / twipsPerPoint * pixelsPerPoint + 0.5));
 }
 
@@ -52,20 +52,20 @@ bool SheetImplT<CharT>::setRow(int row, double height, Format* format, bool hidd
 
 template <class CharT>
 Row& SheetImplT<CharT>::setRowTwips(std::uint16_t rw, std::uint16_t miyRw, bool hidden) {
-    Row& record = _parts.rows.ensure(rw, _parts.settings.defaultRowHeight.miyRw);
+    Row& record = edit().rows.ensure(rw, edit().settings.defaultRowHeight.miyRw);
     record = Row();
     record.rw = rw;
     record.miyRw = miyRw;
     record.flags = Row::always | Row::heightByHand;
     if (hidden) record.flags |= Row::hidden;
-    _parts.used.growRows(rw);
+    edit().used.growRows(rw);
     return record;
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::isRowHidden(int row) {
     return guard(false, [&] {
-        const Row* const record = _parts.rows.find(checkedRow(row));
+        const Row* const record = parts().rows.find(checkedRow(row));
         return record != nullptr && (record->flags & Row::hidden) != 0;
     });
 }
@@ -74,8 +74,8 @@ template <class CharT>
 bool SheetImplT<CharT>::setRowHidden(int row, bool hidden) {
     return guard(false, [&] {
         const std::uint16_t rw = checkedRow(row);
-        if (!hidden && _parts.rows.find(rw) == nullptr) return true;
-        Row& record = _parts.rows.ensure(rw, _parts.settings.defaultRowHeight.miyRw);
+        if (!hidden && parts().rows.find(rw) == nullptr) return true;
+        Row& record = edit().rows.ensure(rw, edit().settings.defaultRowHeight.miyRw);
         record.flags = static_cast<std::uint16_t>(hidden ? record.flags | Row::hidden : record.flags & ~Row::hidden);
         return true;
     });

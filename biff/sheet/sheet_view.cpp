@@ -27,9 +27,13 @@ std::byte* flagsOfForeign(std::span<std::byte> wire) {
 template <class CharT>
 void SheetImplT<CharT>::setSelected(bool selected) {
     constexpr std::uint16_t mask = Window2::selected | Window2::active;
-    setFlag(_parts.window2.flags, mask, selected);
-    if (std::byte* const at = flagsOfForeign(_parts.foreign)) {
-        auto flags = loadLe<std::uint16_t>(at);
+    std::uint16_t flags = _content.viewFlags();
+    setFlag(flags, mask, selected);
+    if (_content.isParked() && flags == _content.viewFlags()) return;
+    SheetParts& content = edit();
+    content.window2.flags = flags;
+    if (std::byte* const at = flagsOfForeign(content.foreign)) {
+        flags = loadLe<std::uint16_t>(at);
         setFlag(flags, mask, selected);
         storeLe(at, flags);
     }
@@ -37,83 +41,85 @@ void SheetImplT<CharT>::setSelected(bool selected) {
 
 template <class CharT>
 bool SheetImplT<CharT>::showsGridlines() {
-    return (_parts.window2.flags & Window2::showGrid) != 0;
+    return ask(false, [](const SheetParts& p) { return (p.window2.flags & Window2::showGrid) != 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setShowsGridlines(bool show) {
-    return change([&] { setFlag(_parts.window2.flags, Window2::showGrid, show); });
+    return change([&] { setFlag(edit().window2.flags, Window2::showGrid, show); });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::isRightToLeft() {
-    return (_parts.window2.flags & Window2::rightToLeft) != 0;
+    return ask(false, [](const SheetParts& p) { return (p.window2.flags & Window2::rightToLeft) != 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setRightToLeft(bool rightToLeft) {
-    return change([&] { setFlag(_parts.window2.flags, Window2::rightToLeft, rightToLeft); });
+    return change([&] { setFlag(edit().window2.flags, Window2::rightToLeft, rightToLeft); });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::topLeftCell(int* row, int* col) {
-    if (row != nullptr) *row = _parts.window2.rwTop;
-    if (col != nullptr) *col = _parts.window2.colLeft;
-    return true;
+    return ask(false, [&](const SheetParts& p) {
+        biff::give(row, p.window2.rwTop);
+        biff::give(col, p.window2.colLeft);
+        return true;
+    });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setTopLeftCell(int row, int col) {
     return change([&] {
         const CellPlace at = place(row, col);
-        _parts.window2.rwTop = at.row;
-        _parts.window2.colLeft = at.col;
+        edit().window2.rwTop = at.row;
+        edit().window2.colLeft = at.col;
     });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::printsGridlines() {
-    return _parts.settings.printGrid != 0;
+    return ask(false, [](const SheetParts& p) { return p.settings.printGrid != 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setPrintsGridlines(bool print) {
-    return change([&] { _parts.settings.printGrid = print ? 1 : 0; });
+    return change([&] { edit().settings.printGrid = print ? 1 : 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::printsRowColHeadings() {
-    return _parts.settings.printRowCol != 0;
+    return ask(false, [](const SheetParts& p) { return p.settings.printRowCol != 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setPrintsRowColHeadings(bool print) {
-    return change([&] { _parts.settings.printRowCol = print ? 1 : 0; });
+    return change([&] { edit().settings.printRowCol = print ? 1 : 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::summaryBelow() {
-    return (_parts.settings.wsBool & SheetSettings::summaryBelow) != 0;
+    return ask(false, [](const SheetParts& p) { return (p.settings.wsBool & SheetSettings::summaryBelow) != 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setSummaryBelow(bool below) {
-    return change([&] { setFlag(_parts.settings.wsBool, SheetSettings::summaryBelow, below); });
+    return change([&] { setFlag(edit().settings.wsBool, SheetSettings::summaryBelow, below); });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::summaryRight() {
-    return (_parts.settings.wsBool & SheetSettings::summaryRight) != 0;
+    return ask(false, [](const SheetParts& p) { return (p.settings.wsBool & SheetSettings::summaryRight) != 0; });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setSummaryRight(bool right) {
-    return change([&] { setFlag(_parts.settings.wsBool, SheetSettings::summaryRight, right); });
+    return change([&] { setFlag(edit().settings.wsBool, SheetSettings::summaryRight, right); });
 }
 
 template <class CharT>
 const CharT* SheetImplT<CharT>::sheetName() {
-    return guard<const CharT*>(nullptr, [&] { return _nameText.template give<CharT>(_name, _book.utf8()); });
+    return guard<const CharT*>(nullptr, [&] { return made(_texts).name.template give<CharT>(_name, _book.utf8()); });
 }
 
 template <class CharT>

@@ -10,8 +10,8 @@ template <class CharT>
 bool SheetImplT<CharT>::splitAt(int row, int col) {
     return change([&] {
         const CellPlace at = place(row, col);
-        _parts.features.panes.splitAt(at.row, at.col);
-        Window2& window = _parts.window2;
+        edit().features.panes.splitAt(at.row, at.col);
+        Window2& window = edit().window2;
         window.flags |= Window2::frozen;
         if (at.row != 0) window.rwTop = 0;
         if (at.col != 0) window.colLeft = 0;
@@ -21,7 +21,7 @@ bool SheetImplT<CharT>::splitAt(int row, int col) {
 template <class CharT>
 bool SheetImplT<CharT>::splitPosition(int* row, int* col) {
     return guard(false, [&] {
-        const Pane* const pane = _parts.features.panes.pane();
+        const Pane* const pane = parts().features.panes.pane();
         if (pane == nullptr) throw vlerror(biff::msg::notSplit);
         biff::give(row, pane->y);
         biff::give(col, pane->x);
@@ -31,14 +31,14 @@ bool SheetImplT<CharT>::splitPosition(int* row, int* col) {
 
 template <class CharT>
 bool SheetImplT<CharT>::setZoomPercent(int zoom) {
-    return change([&] { _parts.features.panes.setZoomPercent(zoom); });
+    return change([&] { edit().features.panes.setZoomPercent(zoom); });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setTabPaletteColor(int index) {
     return change([&] {
         if (index < 0 || index > static_cast<int>(SheetExt::indexMask)) throw vlerror(biff::msg::indexOutOfRange);
-        _parts.features.tabColor.setIndex(index);
+        edit().features.tabColor.setIndex(index);
     });
 }
 
@@ -48,7 +48,7 @@ bool SheetImplT<CharT>::setTabRgbColor(int red, int green, int blue) {
         for (const int part : {red, green, blue}) {
             if (part < 0 || part > 0xFF) throw vlerror(biff::msg::colorRange);
         }
-        _parts.features.tabColor.setRgb(static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green),
+        edit().features.tabColor.setRgb(static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green),
                                         static_cast<std::uint8_t>(blue), _book.palette().nearest(red, green, blue));
     });
 }

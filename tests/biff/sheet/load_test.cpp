@@ -282,6 +282,58 @@ TEST(SheetLoad, StringsOfMacroSheetsAreUses) {
     EXPECT_EQ(written(*copied), hex("04000000 03000000 0100 01 7800 0100 00 62 0100 01 7900"));
 }
 
+// Small sheets are kept as their bytes; of those that nobody changed only some are open at a time.
+TEST(SheetLoad, ManySmallSheetsAsIfAllWereOpen) {
+    constexpr int sheets = 40;
+    std::vector<std::vector<Record>> parts;
+    for (int i = 0; i < sheets; ++i) {
+        Bytes number = hex("0000 0000 0F00 02000000");
+        number[6] = static_cast<std::byte>(i << 2 | 2);
+        parts.push_back({{20, hex("0100 00 61")},
+                         {638, number},
+                         {253, hex("0000 0100 0F00 00000000")},
+                         {574, hex("B606 0700 0300 4000 0000 0000 0000 00000000")},
+                         {155, {}}});
+    }
+    const auto file = workbook(parts, false, {{252, hex("28000000 01000000 0100 00 61")}});
+    const auto number = [](IBookT<char>& book, int sheet) { return book.getSheet(sheet)->readNumber(0, 0); };
+
+    const Book untouched = loaded(file), book = loaded(file);
+    ASSERT_STREQ(book->errorMessage(), "ok");
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < sheets; ++i) {
+            EXPECT_EQ(number(*book, i), i);
+            EXPECT_STREQ(book->getSheet(i)->readString(0, 1), "a");
+        }
+    }
+    EXPECT_EQ(saved(*book), saved(*untouched)) << "reading changes nothing";
+
+    ISheetT<char>* const changed = book->getSheet(3);
+    EXPECT_TRUE(changed->writeNumber(5, 5, 77));
+    EXPECT_TRUE(changed->setHeaderText("new", 0.5));
+    for (int i = 0; i < sheets; ++i) EXPECT_EQ(number(*book, i), i);
+    EXPECT_EQ(changed->readNumber(5, 5), 77);
+    EXPECT_EQ(changed->lastFilledRow(), 6);
+    EXPECT_STREQ(changed->headerText(), "new");
+
+    // Forty cells show the text: none but the last may change it in its place.
+    ASSERT_TRUE(book->removeSheet(0));
+    ASSERT_NE(book->addSheet("Copy", book->getSheet(20)), nullptr) << book->errorMessage();
+    EXPECT_TRUE(changed->writeString(0, 1, "b"));
+    EXPECT_STREQ(book->getSheet(10)->readString(0, 1), "a");
+    const Book again = loaded(saved(*book));
+    for (int i = 0; i < sheets; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(number(*again, i), i + 1 < sheets ? i + 1 : 21);
+        EXPECT_STREQ(again->getSheet(i)->readString(0, 1), i == 2 ? "b" : "a");
+        EXPECT_EQ(again->getSheet(i)->isRightToLeft(), false);
+    }
+    while (again->sheetCount() > 1) ASSERT_TRUE(again->removeSheet(0));
+    EXPECT_TRUE(again->getSheet(0)->writeString(0, 1, "last"));
+    EXPECT_EQ(only(recordsOf(saved(*again)), 252).at(0).body,
+              hex("29000000 02000000 0400 01 6C00610073007400 0100 01 6200"));
+}
+
 // Rows 1 to 3 of column A use the tokens behind the first, rows 1 to 3 of column B an array behind its last cell.
 TEST(SheetLoad, TokensBehindARowThatIsLeftOut) {
     const auto user = [](const std::string& place, const std::string& anchor) {
