@@ -42,6 +42,7 @@ void read(Book& book) {
         int left = 2000;
         for (int row = 0, col = 0; left > 0 && cells->cellFrom(&row, &col); ++col, --left) {
             sheet->readString(row, col);
+            sheet->readFormula(row, col);
             sheet->isDate(row, col);
             if (sheet->isRichTextCell(row, col)) sheet->readRichText(row, col);
         }
@@ -79,6 +80,8 @@ void changeNames(Book& book) {
     sheet->setRepeatRows(0, 1);
     sheet->setRepeatColumns(2, 3);
     if (book.sheetCount() < 20) book.insertSheet(0, "Fuzzed", sheet);
+    sheet->insertRows(1, 2, true);
+    sheet->removeRows(5, 5, true);
     sheet->removeNamedRange("fuzzed", -2);
     if (book.sheetCount() > 1) book.removeSheet(1);
     readNames(book);
