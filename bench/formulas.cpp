@@ -1,11 +1,11 @@
 // Formulas of a binary workbook:
 //   bench_formulas write COUNT OUT | read IN
-// `write` makes that many of three kinds in turn, `read` asks for the text of each. Both print the seconds of this part
-// alone, without loading and saving.
-#include <chrono>
+// `write` makes that many of three kinds in turn, `read` asks for the text of each. Both print the processor
+// seconds of this part alone, without loading and saving.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <stdexcept>
 #include <string>
 
@@ -19,12 +19,10 @@ constexpr int rowsPerSheet = 65536, columnsOfNumbers = 2;
 
 class Clock {
 public:
-    [[nodiscard]] double seconds() const {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
-    }
+    [[nodiscard]] double seconds() const { return static_cast<double>(std::clock() - _start) / CLOCKS_PER_SEC; }
 
 private:
-    std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
+    std::clock_t _start = std::clock();
 };
 
 void write(long count, const char* out) {
