@@ -9,6 +9,7 @@ class App;
 namespace cli {
 
 void addRun(CLI::App& program, int& exitStatus);
+void addExplain(CLI::App& program, int& exitStatus);
 void addDump(CLI::App& program, int& exitStatus);
 void addResave(CLI::App& program, int& exitStatus);
 void addInfo(CLI::App& program, int& exitStatus);

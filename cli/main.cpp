@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
     program.require_subcommand(0, 1);
     int exitStatus = 0;
     cli::addRun(program, exitStatus);
+    cli::addExplain(program, exitStatus);
     cli::addDump(program, exitStatus);
     cli::addResave(program, exitStatus);
     cli::addInfo(program, exitStatus);

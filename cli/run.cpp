@@ -2,13 +2,12 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 
 #include "cli/backup/backups.h"
 #include "cli/command.h"
+#include "cli/read_script.h"
 #include "refhost/operations/module.h"
 #include "refhost/run/script_run.h"
 
@@ -20,21 +19,9 @@ struct RunArguments {
     bool json = false, backup = false, keep = false;
 };
 
-bool readFile(const std::string& path, std::string& text) try {
-    std::ifstream file;
-    const bool standardInput = path == "-";
-    if (!standardInput) file.open(path, std::ios::binary);
-    std::istream& in = standardInput ? std::cin : file;
-    if (!in) return false;
-    text.assign(std::istreambuf_iterator<char>(in), {});
-    return !in.bad();
-} catch (const std::ios_base::failure&) {  // a folder opens, but does not read
-    return false;
-}
-
 int run(const RunArguments& arguments) {
     std::string script;
-    if (!readFile(arguments.script, script)) {
+    if (!readScript(arguments.script, script)) {
         std::cerr << "cannot read '" << arguments.script << "'\n";
         return refhost::runNotUnderstood;
     }

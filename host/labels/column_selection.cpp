@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/text/text_compare.h"
 
@@ -77,7 +78,11 @@ int writeHeader(Selection& s, std::string_view name, const char* entry, int* col
     if (!text) return fail(s.context, msg::noMemory);
     std::memcpy(text.get(), name.data(), name.size());
     const int col = range.firstCol + s.nextHeader;
-    if (range.ops.writeText(range.sheet, range.headerRow, col, text.get(), nullptr) <= 0) return s.badIdentifier(entry);
+    const int row = range.headerRow - range.firstRow;
+    if (observer != nullptr) observer->cellToBeWritten(range, CellPart::header, row, s.nextHeader);
+    const bool done = range.ops.writeText(range.sheet, range.headerRow, col, text.get(), nullptr) > 0;
+    if (observer != nullptr) observer->cellWritten(range, row, s.nextHeader, done);
+    if (!done) return s.badIdentifier(entry);
     *column = s.nextHeader++;
     return 0;
 }
@@ -94,6 +99,7 @@ int readName(Selection& s, int* column) {
     const std::string_view name(entry, std::size_t(end - entry));
     if (s.nextHeader != notCreatingHeader) return writeHeader(s, name, entry, column);
     *column = findHeader(s.range, name);
+    if (observer != nullptr) observer->headerSought(s.range, name, *column);
     return *column < 0 ? s.badIdentifier(entry) : 0;
 }
 

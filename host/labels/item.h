@@ -1,5 +1,6 @@
 // One item of a statement: its label, its type and its value slot, and the range that the label names.
 #pragma once
+#include "host/interface/observer.h"
 #include "host/labels/range_spec.h"
 #include "host/sources/driver_context.h"
 
@@ -15,8 +16,6 @@ struct Item {
     RangeSpec range = {};
     SpecialValues specialValues = {};
 };
-
-enum class ItemUse { read, write };
 
 /// Parses the options and the range of a label, which may be null. Options of the label count for this item alone;
 /// `rangesize;` is known on a read only. 0, or 1 after one or more messages.

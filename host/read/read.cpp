@@ -1,4 +1,5 @@
 #include "host/interface/driver_calls.h"
+#include "host/interface/observer.h"
 #include "host/read/read_items.h"
 
 namespace quillet {
@@ -27,8 +28,12 @@ int driverRead(HostContext* context, void* source, int itemCount, const char* co
                HostValue* values, int* counters) {
     for (int i = 0; i < itemCount; ++i) {
         Item item{context, types[i], types, values[i].object};
+        if (observer != nullptr) observer->itemBegins(i, labels[i], ItemUse::read);
         if (openItem(item, static_cast<DriverContext*>(source), labels[i], ItemUse::read)) return itemCount - i;
-        if (readItem(item, &counters[i])) return itemCount - i;
+        if (observer != nullptr) observer->itemOpened(item, *static_cast<DriverContext*>(source));
+        const int failed = readItem(item, &counters[i]);
+        if (observer != nullptr) observer->itemDone(item);
+        if (failed != 0) return itemCount - i;
         values[i].bits = 0;
     }
     return 0;

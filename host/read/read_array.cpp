@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/read/read_array_values.h"
 #include "host/read/read_items.h"
@@ -29,10 +30,24 @@ int checkColumnCount(HostContext* context, const RangeSpec& range, const ArraySh
     return found == across ? 0 : failColumns(context, range, across);
 }
 
+Layout layoutOf(const RangeSpec& range) {
+    if (range.has(optPartIndex)) return Layout::partIndex;
+    if (range.has(optDataFrame)) return Layout::dataFrame;
+    if (range.has(optNoIndex)) return Layout::inOrder;
+    return range.has(optAutoIndex) ? Layout::autoIndex : Layout::indexColumns;
+}
+
 int readForm(const ArrayReading& a) {
-    if (a.range.has(optPartIndex)) return readWithPartIndex(a);
-    if (a.range.has(optDataFrame)) return readDataFrame(a);
-    return a.range.has(optNoIndex) ? readWithoutIndex(a) : readWithIndexColumns(a);
+    switch (layoutOf(a.range)) {
+        case Layout::partIndex:
+            return readWithPartIndex(a);
+        case Layout::dataFrame:
+            return readDataFrame(a);
+        case Layout::inOrder:
+            return readWithoutIndex(a);
+        default:
+            return readWithIndexColumns(a);
+    }
 }
 
 /// The part of the reading that stands between hostArrayBegin and hostArrayEnd.
@@ -42,6 +57,7 @@ int readOpened(HostContext* context, RangeSpec& range, const ArrayShape& shape, 
     if (!tuple || !indices) return fail(context, msg::noMemory);
     if (!range.has(optDataFrame) && checkColumnCount(context, range, shape)) return 1;
     const int indexCount = indexColumnCount(range, shape);
+    if (observer != nullptr) observer->laidOut(layoutOf(range), indexCount);
     if (indexTypes(context, shape.sets.get(), indexCount, IndexRule::reading, indices.get())) return 1;
     const auto types =
         rowColumnTypes(context, range, indices.get(), indexCount, shape.valueType, shape.need, shape.fieldTable);

@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/read/read_array_values.h"
 #include "host/read/read_items.h"
@@ -22,7 +23,10 @@ int readRows(HostContext* context, RangeSpec& range, const ArrayList& list, int*
     if (autoIndex) tuple[0] = range.autoIndexStart;
     const int height = range.height();
     for (int row = 0; row < height; row = range.rowBehind(row)) {
-        if (range.isEmpty(row, 0, range.columnCount)) continue;
+        if (range.isEmpty(row, 0, range.columnCount)) {
+            if (observer != nullptr) observer->rowPassedOver(range, row);
+            continue;
+        }
         if (readIndexColumns(context, range, list.sets.get(), list.indexTypes.get(), list.indexColumns, row, tuple)) {
             return 1;
         }
@@ -45,6 +49,7 @@ int endArrays(HostContext* context, const ArrayList& list, int count, int status
 int readListOfArrays(HostContext* context, RangeSpec& range, HostList* arrays, int* counter) {
     ArrayList list;
     if (describeArrayList(context, range, arrays, &list)) return 1;
+    if (observer != nullptr) observer->laidOut(Layout::arrayList, list.indexColumns);
     const auto tuple = allocateArray<int>(std::size_t(list.dims));
     if (!tuple) return fail(context, msg::noMemory);
     for (int i = 0; i < list.count; ++i) {

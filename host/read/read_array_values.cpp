@@ -1,5 +1,6 @@
 #include "host/read/read_array_values.h"
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/cell_values.h"
 #include "host/values/column_types.h"
@@ -34,7 +35,10 @@ int storeRecord(const ArrayReading& a, int row, int cursor) {
 int storeCell(HostContext* context, RangeSpec& range, HostArray* array, HostType type, const int* tuple, int row,
               int col, int* counter) {
     const int kind = range.kindAt(row, col);
-    if (range.passesOver(kind)) return 0;
+    if (range.passesOver(kind)) {
+        if (observer != nullptr) observer->cellPassedOver(range, row, col);
+        return 0;
+    }
     int refused = 0;
     if (type == hostTypeAny) {
         refused = storeUnion(context, range, array, tuple, row, col);
@@ -55,7 +59,10 @@ int ArrayReading::storeValue(int row, int cursor) const {
 }
 
 int ArrayReading::storeUnlessEmpty(int row, int cursor) const {
-    if (shape.isRecord && range.isEmpty(row, cursor, shape.need)) return 0;
+    if (shape.isRecord && range.isEmpty(row, cursor, shape.need)) {
+        if (observer != nullptr) observer->cellPassedOver(range, row, range.column(cursor));
+        return 0;
+    }
     return storeValue(row, cursor);
 }
 

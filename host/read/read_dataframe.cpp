@@ -1,6 +1,7 @@
 // Reading of data frames: rows count from 1 on the first set of the array, columns run along the second.
 #include <cstdio>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/read/read_array_values.h"
 #include "host/values/cell_values.h"
@@ -11,6 +12,7 @@ namespace {
 /// The name of a used column as a text of the host: its header, or "#" and its place from 1.
 int columnName(const ArrayReading& a, int used, const char** name) {
     RangeSpec& range = a.range;
+    const PartScope header(CellPart::header);
     HostValue value = {.bits = 0};
     if (readCellAs(a.context, range, hostTypeText, &value, range.headerRow - range.firstRow, range.column(used))) {
         return 1;

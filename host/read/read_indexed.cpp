@@ -1,8 +1,20 @@
 // Reading of arrays whose sheet has a column for each index, for all indices but the last, or counts the rows.
 #include "host/interface/host.h"
+#include "host/interface/observer.h"
 #include "host/read/read_array_values.h"
 
 namespace quillet {
+
+namespace {
+
+/// Whether a row has nothing in any column, and is therefore left out.
+bool isPassedOver(RangeSpec& range, int row) {
+    if (!range.isEmpty(row, 0, range.columnCount)) return false;
+    if (observer != nullptr) observer->rowPassedOver(range, row);
+    return true;
+}
+
+}  // namespace
 
 int readWithIndexColumns(const ArrayReading& a) {
     const bool autoIndex = a.range.has(optAutoIndex);
@@ -10,7 +22,7 @@ int readWithIndexColumns(const ArrayReading& a) {
     if (autoIndex) a.tuple[0] = a.range.autoIndexStart;
     const int height = a.range.height();
     for (int row = 0; row < height; row = a.range.rowBehind(row)) {
-        if (a.range.isEmpty(row, 0, a.range.columnCount)) continue;
+        if (isPassedOver(a.range, row)) continue;
         if (readIndexColumns(a.context, a.range, a.shape.sets.get(), a.columnTypes, indexCount, row, a.tuple)) {
             return 1;
         }
@@ -42,7 +54,7 @@ int readWithPartIndex(const ArrayReading& a) {
     const bool hasValues = hostApi().hostSetSize(a.shape.lastSet()) > 0;
     const int height = a.range.height();
     for (int row = 0; row < height; row = a.range.rowBehind(row)) {
-        if (a.range.isEmpty(row, 0, a.range.columnCount)) continue;
+        if (isPassedOver(a.range, row)) continue;
         if (readIndexColumns(a.context, a.range, a.shape.sets.get(), a.columnTypes, indexCount, row, a.tuple)) {
             return 1;
         }

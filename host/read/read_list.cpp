@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/interface/owned_object.h"
 #include "host/labels/report.h"
 #include "host/read/read_items.h"
@@ -67,7 +68,10 @@ int readCells(const ListReading& l) {
         for (int c = 0; c < l.range.columnCount; c = l.range.usedFrom(row, c + 1)) {
             const int col = l.range.column(c);
             const int kind = l.range.kindAt(row, col);
-            if (l.range.passesOver(kind)) continue;
+            if (l.range.passesOver(kind)) {
+                if (observer != nullptr) observer->cellPassedOver(l.range, row, col);
+                continue;
+            }
             const CellEnd end = isUnion ? readAny(l, row, col) : readBase(l, kind, row, col);
             if (end == CellEnd::failed) return 1;
             converted = end == CellEnd::stored;
@@ -95,7 +99,10 @@ int readRecords(const ListReading& l, int need) {
     for (int row = 0; row < height; row = l.range.rowBehind(row)) {
         const auto groupBehind = [&](int first) { return l.range.usedFrom(row, first + need) / need * need; };
         for (int first = 0; first < count; first = groupBehind(first)) {
-            if (l.range.isEmpty(row, first, need)) continue;
+            if (l.range.isEmpty(row, first, need)) {
+                if (observer != nullptr) observer->rowPassedOver(l.range, row);
+                continue;
+            }
             if (readOneRecord(l, types.get(), row, first)) return 1;
         }
     }
@@ -104,6 +111,7 @@ int readRecords(const ListReading& l, int need) {
 
 /// Appends the size of the range, 0 and 0 for one that is not there. No value is counted.
 int readRangeSize(const Item& item, HostList* list) {
+    if (observer != nullptr) observer->laidOut(Layout::rangeSize, 0);
     for (const int size : {item.range.height(), item.range.width()}) {
         const HostValue value = {.integer = size > 0 ? size : 0};
         if (hostApi().hostListAppend(item.context, list, hostTypeInteger, value, 0)) {
@@ -133,6 +141,7 @@ int readList(Item& item, int* counter) {
     const ListReading l{item.context, item.range, list, withTablePlace(type, item.type), item.fieldTable, counter};
     const int need = columnsForValue(item.context, l.type, item.fieldTable, &isRecord);
     if (need == 0) return fail(item.context, msg::wrongDataType);
+    if (observer != nullptr) observer->laidOut(isRecord != 0 ? Layout::records : Layout::list, 0);
     return isRecord ? readRecords(l, need) : readCells(l);
 }
 

@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/read/read_items.h"
 #include "host/values/array_shape.h"
@@ -29,6 +30,7 @@ int readValue(Item& item) {
     const int need = columnsForValue(item.context, item.type, item.fieldTable, &isRecord);
     if (need == 0) return fail(item.context, msg::wrongDataType);
     if (item.range.columnCount < need) return failColumns(item.context, item.range, need);
+    if (observer != nullptr) observer->laidOut(Layout::scalar, 0);
     if (isRecord) return readRecordScalar(item, need);
     if (isBaseType(item.type)) {
         return readCellAs(item.context, item.range, item.type, static_cast<HostValue*>(item.object), 0, 0);

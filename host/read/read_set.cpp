@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/read/read_items.h"
 #include "host/values/cell_values.h"
@@ -16,7 +17,10 @@ RowEnd readRow(Item& item, HostSet* set, HostType type, int row, int* counter) {
     for (int c = 0; c < range.columnCount; c = range.usedFrom(row, c + 1)) {
         const int col = range.column(c);
         const int kind = range.kindAt(row, col);
-        if (range.passesOver(kind)) continue;
+        if (range.passesOver(kind)) {
+            if (observer != nullptr) observer->cellPassedOver(range, row, col);
+            continue;
+        }
         HostValue value = {.bits = 0};
         if (readCellOfKind(item.context, range, kind, type, &value, row, col)) {
             result = RowEnd::failed;
@@ -41,6 +45,7 @@ int readSet(Item& item, int* counter) {
     if ((hostApi().hostSetFlags(set) & hostFlagDynamic) == 0) return fail(item.context, msg::nonDynamicSet);
     const HostType type = indexType(item.context, set, IndexRule::reading);
     if (type == 0) return fail(item.context, msg::wrongDataType);
+    if (observer != nullptr) observer->laidOut(Layout::set, 0);
 
     RowEnd result = RowEnd::next;
     const int height = item.range.height();

@@ -4,6 +4,7 @@
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
+#include "host/interface/observer.h"
 
 namespace quillet {
 namespace {
@@ -33,9 +34,17 @@ void releaseBook(Book* book) {
 }
 
 bool bookLoadFile(Book* book, const char* path) {
+    if (observer != nullptr) {
+        if (const auto held = observer->heldFile(path)) return asBook(book).loadMemory(held->data(), held->size());
+    }
     return asBook(book).loadFile(path, nullptr);
 }
 bool bookSaveFile(Book* book, const char* path) {
+    if (observer != nullptr) {
+        const char* bytes = nullptr;
+        std::size_t size = 0;
+        return asBook(book).saveMemory(&bytes, &size) && observer->keepFile(path, {bytes, size});
+    }
     return asBook(book).saveFile(path, false);
 }
 Sheet* bookAddSheet(Book* book, const char* name) {

@@ -5,6 +5,7 @@
 
 #include "host/interface/driver_messages.h"
 #include "host/interface/host.h"
+#include "host/interface/observer.h"
 #include "host/sources/csv_load.h"
 #include "host/sources/csv_save.h"
 #include "host/sources/csv_table.h"
@@ -50,12 +51,14 @@ void* openCsv(HostContext* context, std::uint32_t* openFlags, const char* name) 
     CsvOptions options;
     std::int32_t bufferSize = defaultBufferSize;
     std::int32_t autoBase = 0;
+    const char* const given = name;
     const std::uint32_t flags = parseOptions(0, &name, &bufferSize, &autoBase, &options);
 
     int lookupError;
     DriverContext* const found = findSource(context, update, &csvTableOps, name, &lookupError);
     if (found || lookupError) {
         *openFlags &= ~std::uint32_t{hostOpenFound};
+        if (observer != nullptr && found != nullptr) observer->sourceOpened(*found, given);
         return found;
     }
 
@@ -94,6 +97,7 @@ void* openCsv(HostContext* context, std::uint32_t* openFlags, const char* name) 
     if (update) source->optionFlags |= optUpdate;
     *openFlags &= ~std::uint32_t{hostOpenFound};
     linkSource(source);
+    if (observer != nullptr) observer->sourceOpened(*source, given);
     return source;
 }
 

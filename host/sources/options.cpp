@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <string_view>
 
@@ -268,6 +269,12 @@ std::uint32_t parseOptions(std::uint32_t initialFlags, const char** text, std::i
     while (takeOne(parse) == Taken::closed) continue;
     *text = parse.at;
     return parse.flags & optDataFrame ? parse.flags | optNoIndex : parse.flags;
+}
+
+std::string_view optionKeyword(std::size_t index) {
+    if (index < std::size(flagOptions)) return flagOptions[index].keyword;
+    index -= std::size(flagOptions);
+    return index < std::size(valueOptions) ? valueOptions[index].keyword : std::string_view{};
 }
 
 void completeSpecialValues(std::uint32_t* flags, SpecialValues* block) {

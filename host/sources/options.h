@@ -1,6 +1,8 @@
 // Options in front of a file name or a label: their bits, the blocks that take their values, and the parser.
 #pragma once
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace quillet {
 
@@ -60,6 +62,9 @@ struct CsvOptions {
 /// SpecialValues or CsvOptions. Gives the flags.
 std::uint32_t parseOptions(std::uint32_t initialFlags, const char** text, std::int32_t* bufferSize,
                            std::int32_t* autoBase, void* block);
+
+/// The keywords that the parser knows, each with its closing ';' or its '='; empty behind the last one.
+std::string_view optionKeyword(std::size_t index);
 
 /// When one of `inf=` and `minf=` was given and the other not, derives the other from it.
 void completeSpecialValues(std::uint32_t* flags, SpecialValues* block);

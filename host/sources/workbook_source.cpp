@@ -4,6 +4,7 @@
 
 #include "host/interface/driver_messages.h"
 #include "host/interface/host.h"
+#include "host/interface/observer.h"
 #include "host/sources/book_calls.h"
 #include "host/sources/options.h"
 #include "host/sources/source_list.h"
@@ -64,6 +65,7 @@ void* openWorkbook(HostContext* context, std::uint32_t* openFlags, const char* n
     SpecialValues specialValues;
     std::int32_t bufferSize = defaultBufferSize;
     std::int32_t autoBase = 0;
+    const char* const given = name;
     const std::uint32_t flags = parseOptions(0, &name, &bufferSize, &autoBase, &specialValues);
 
     char path[pathBufferSize];
@@ -76,6 +78,7 @@ void* openWorkbook(HostContext* context, std::uint32_t* openFlags, const char* n
     DriverContext* const found = findSource(context, update, &workbookTableOps, path, &lookupError);
     if (found || lookupError) {
         *openFlags &= ~std::uint32_t{hostOpenFound};
+        if (observer != nullptr && found != nullptr) observer->sourceOpened(*found, given);
         return found;
     }
 
@@ -96,6 +99,7 @@ void* openWorkbook(HostContext* context, std::uint32_t* openFlags, const char* n
     source->backing = book.release();
     *openFlags &= ~std::uint32_t{hostOpenFound};
     linkSource(source);
+    if (observer != nullptr) observer->sourceOpened(*source, given);
     return source;
 }
 

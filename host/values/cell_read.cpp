@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/text/c_locale.h"
 #include "host/text/text_compare.h"
@@ -138,7 +139,11 @@ const char* registered(HostContext* context, const char* text) {
 
 int readCellOfKind(HostContext* context, RangeSpec& range, int kind, HostType type, HostValue* out, int row, int col) {
     const Cell cell{range, range.firstRow + row, range.firstCol + col, kind};
-    if (!cell.hasValue() && !cell.readsAsEmpty()) return failAt(context, range, msg::wrongResult, row, col);
+    if (observer != nullptr) observer->cellToBeRead(range, row, col);
+    if (!cell.hasValue() && !cell.readsAsEmpty()) {
+        if (observer != nullptr) observer->cellRead(range, observedPart, type, nullptr, kind, row, col);
+        return failAt(context, range, msg::wrongResult, row, col);
+    }
     switch (elementType(type)) {
         case hostTypeInteger:
             out->integer = readInteger(cell);
@@ -155,6 +160,7 @@ int readCellOfKind(HostContext* context, RangeSpec& range, int kind, HostType ty
         default:
             out->text = readText(context, cell);
     }
+    if (observer != nullptr) observer->cellRead(range, observedPart, type, out, kind, row, col);
     return 0;
 }
 
@@ -162,9 +168,10 @@ int readCellAs(HostContext* context, RangeSpec& range, HostType type, HostValue*
     return readCellOfKind(context, range, range.kindAt(row, col), type, out, row, col);
 }
 
-int readCellToUnion(HostContext* context, RangeSpec& range, void* object, int row, int col) {
+namespace {
+
+int setUnion(HostContext* context, const Cell& cell, void* object) {
     const HostApi& host = hostApi();
-    const Cell cell{range, range.firstRow + row, range.firstCol + col, range.kindAt(row, col)};
     // What the union holds is dropped first, so that a text is taken by the union and not by the type of its old value.
     const auto setText = [&](const char* text) {
         if (const int failed = host.hostUnionClear(context, object)) return failed;
@@ -174,7 +181,7 @@ int readCellToUnion(HostContext* context, RangeSpec& range, void* object, int ro
     switch (cell.kind) {
         case cellNumber: {
             const double number = cell.real();
-            if (cell.isDate()) return setText(dateText(context, range, number));
+            if (cell.isDate()) return setText(dateText(context, cell.range, number));
             value.integer = truncated(number);
             if (number == value.integer) return host.hostUnionSet(context, object, hostTypeInteger, value);
             value.real = number;
@@ -189,6 +196,19 @@ int readCellToUnion(HostContext* context, RangeSpec& range, void* object, int ro
             if (!cell.readsAsEmpty()) return 1;
             return host.hostUnionClear(context, object);
     }
+}
+
+}  // namespace
+
+int readCellToUnion(HostContext* context, RangeSpec& range, void* object, int row, int col) {
+    const Cell cell{range, range.firstRow + row, range.firstCol + col, range.kindAt(row, col)};
+    if (observer != nullptr) observer->cellToBeRead(range, row, col);
+    const int failed = setUnion(context, cell, object);
+    if (observer != nullptr) {
+        const HostValue value = {.object = object};
+        observer->cellRead(range, observedPart, hostTypeAny, failed != 0 ? nullptr : &value, cell.kind, row, col);
+    }
+    return failed;
 }
 
 }  // namespace quillet

@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/cell_values.h"
 #include "host/values/column_types.h"
@@ -7,20 +8,32 @@
 namespace quillet {
 namespace {
 
-constexpr CellWrite outcome(int writeResult) {
-    return writeResult > 0 ? CellWrite::done : CellWrite::refused;
+/// Carries out one write into a cell.
+template <class Write>
+CellWrite put(const RangeSpec& range, int row, int col, Write&& write) {
+    if (observer != nullptr) observer->cellToBeWritten(range, observedPart, row, col);
+    const bool done = write(range.sheet, range.firstRow + row, range.firstCol + col) > 0;
+    if (observer != nullptr) observer->cellWritten(range, row, col, done);
+    return done ? CellWrite::done : CellWrite::refused;
 }
 
 CellWrite putText(const RangeSpec& range, int row, int col, const char* text) {
-    return outcome(range.ops.writeText(range.sheet, range.firstRow + row, range.firstCol + col, text, nullptr));
+    return put(range, row, col,
+               [&](Sheet* sheet, int r, int c) { return range.ops.writeText(sheet, r, c, text, nullptr); });
 }
 
 CellWrite putReal(const RangeSpec& range, int row, int col, double value) {
-    return outcome(range.ops.writeReal(range.sheet, range.firstRow + row, range.firstCol + col, nullptr, value));
+    return put(range, row, col,
+               [&](Sheet* sheet, int r, int c) { return range.ops.writeReal(sheet, r, c, nullptr, value); });
 }
 
 CellWrite putBlank(const RangeSpec& range, int row, int col) {
-    return outcome(range.ops.writeBlank(range.sheet, range.firstRow + row, range.firstCol + col, nullptr));
+    return put(range, row, col, [&](Sheet* sheet, int r, int c) { return range.ops.writeBlank(sheet, r, c, nullptr); });
+}
+
+CellWrite putBoolean(const RangeSpec& range, int row, int col, int value) {
+    return put(range, row, col,
+               [&](Sheet* sheet, int r, int c) { return range.ops.writeBool(sheet, r, c, value, nullptr); });
 }
 
 /// What stands for one of the values that are not finite.
@@ -68,8 +81,7 @@ CellWrite putByType(HostContext* context, RangeSpec& range, HostType type, int r
         case hostTypeText:
             return putText(range, row, col, value.text);
         case hostTypeBoolean:
-            return outcome(
-                range.ops.writeBool(range.sheet, range.firstRow + row, range.firstCol + col, value.integer, nullptr));
+            return putBoolean(range, row, col, value.integer);
         default:
             return putAsText(context, range, type, row, col, value);
     }

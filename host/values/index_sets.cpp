@@ -1,5 +1,6 @@
 #include "host/values/index_sets.h"
 
+#include "host/interface/observer.h"
 #include "host/interface/owned_object.h"
 #include "host/labels/report.h"
 #include "host/values/cell_values.h"
@@ -73,11 +74,16 @@ int indexFromValue(HostContext* context, HostSet* set, HostType type, HostValue*
 
 int readIndexColumns(HostContext* context, RangeSpec& range, HostSet* const* sets, const HostType* types, int count,
                      int row, int* tuple) {
+    const PartScope index(CellPart::index);
     bool converted = true;
     for (int d = 0; d < count; ++d) {
         const int col = range.column(d);
         const int kind = range.kindAt(row, col);
         if (range.passesOver(kind) && !range.has(optEmptyIndex)) {
+            if (observer != nullptr) {
+                observer->cellToBeRead(range, row, col);
+                observer->cellRead(range, CellPart::index, types[d], nullptr, kind, row, col);
+            }
             return failAt(context, range, msg::emptyIndex, row, col);
         }
         HostValue value = {.bits = 0};
@@ -87,11 +93,13 @@ int readIndexColumns(HostContext* context, RangeSpec& range, HostSet* const* set
             return failAt(context, range, msg::wrongIndexValue, row, col);
         }
     }
+    if (observer != nullptr && converted && count > 0) observer->rowIndexed(range, row, tuple, count);
     return converted ? 0 : 1;
 }
 
 int writeIndexColumns(HostContext* context, RangeSpec& range, HostSet* const* sets, const HostType* types, int count,
                       int row, const int* tuple) {
+    const PartScope index(CellPart::index);
     for (int d = 0; d < count; ++d) {
         HostValue value = {.bits = 0};
         hostApi().hostSetElement(context, sets[d], tuple[d], &value);

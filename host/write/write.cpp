@@ -2,6 +2,7 @@
 #include <climits>
 
 #include "host/interface/driver_calls.h"
+#include "host/interface/observer.h"
 #include "host/write/write_items.h"
 
 namespace quillet {
@@ -30,6 +31,7 @@ int fitRows(RangeSpec& range, long long needed) {
     if (needed > range.height() && range.has(optGrow)) {
         range.lastRow = int(std::min(range.firstRow + needed - 1, (long long)(INT_MAX - 1)));
     }
+    if (observer != nullptr) observer->rowsFitted(needed, range.height());
     return range.height();
 }
 
@@ -37,8 +39,12 @@ int driverWrite(HostContext* context, void* source, int itemCount, const char* c
                 HostValue* values) {
     for (int i = 0; i < itemCount; ++i) {
         Item item{context, types[i], types, values[i].object};
+        if (observer != nullptr) observer->itemBegins(i, labels[i], ItemUse::write);
         if (openItem(item, static_cast<DriverContext*>(source), labels[i], ItemUse::write)) return itemCount - i;
-        if (writeItem(item)) return itemCount - i;
+        if (observer != nullptr) observer->itemOpened(item, *static_cast<DriverContext*>(source));
+        const int failed = writeItem(item);
+        if (observer != nullptr) observer->itemDone(item);
+        if (failed != 0) return itemCount - i;
         values[i].bits = 0;
     }
     return 0;

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/column_types.h"
 #include "host/values/index_sets.h"
@@ -79,6 +80,13 @@ long long rowsNeeded(const RangeSpec& range, const ArrayShape& shape, ArrayForm 
     return rowsInOrder(range, shape);
 }
 
+Layout layoutOf(const RangeSpec& range, ArrayForm form) {
+    if (form == ArrayForm::partIndex) return Layout::partIndex;
+    if (form == ArrayForm::indexColumns) return Layout::indexColumns;
+    if (range.has(optDataFrame)) return Layout::dataFrame;
+    return range.has(optAutoIndex) ? Layout::autoIndex : Layout::inOrder;
+}
+
 int writeForm(const ArrayWriting& a, ArrayForm form) {
     switch (form) {
         case ArrayForm::indexColumns:
@@ -103,6 +111,7 @@ int writeArray(HostContext* context, RangeSpec& range, HostType type, const Host
     if (checkColumnCount(context, range, shape, form)) return 1;
 
     const int indexCount = indexColumnCount(form, shape);
+    if (observer != nullptr) observer->laidOut(layoutOf(range, form), indexCount);
     const auto tuple = allocateArray<int>(std::size_t(shape.dims));
     const auto indices = allocateArray<HostType>(std::size_t(shape.dims));
     if (!tuple || !indices) return fail(context, msg::noMemory);

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/array_list.h"
 #include "host/values/cell_values.h"
@@ -92,7 +93,10 @@ int writeBlocks(const ArrayMerge& m) {
         const int height = fitRows(m.range, left);
         if (height < 1) return 0;
         if (writeBlock(m, height, &left)) return 1;
-        if (!m.range.has(optGrow)) return 0;
+        if (!m.range.has(optGrow)) {
+            if (observer != nullptr && left > 0) observer->rowsLeft(left);
+            return 0;
+        }
         m.range.firstRow += height;
         m.range.lastRow += height;
     }
@@ -106,6 +110,7 @@ int writeListOfArrays(HostContext* context, RangeSpec& range, HostList* arrays) 
     if (describeArrayList(context, range, arrays, &list)) return 1;
     ArrayMerge merge{context, range, list, nullptr, nullptr, nullptr};
     if (open(merge)) return 1;
+    if (observer != nullptr) observer->laidOut(Layout::arrayList, list.indexColumns);
     const IndexWalk walk(context, list.sets.get(), list.dims);
     return writeBlocks(merge);
 }

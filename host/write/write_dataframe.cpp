@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/cell_values.h"
 #include "host/write/write_array_values.h"
@@ -79,6 +80,7 @@ int matchDataFrameHeader(HostContext* context, RangeSpec& range, HostSet* names)
     if (range.headerRow < 0 || count < 1) return 1;
     const HostScratch scratch(context, std::size_t(count) * scratchPerColumn);
     std::int32_t* const map = static_cast<std::int32_t*>(scratch.get());
+    const PartScope header(CellPart::header);
     HeaderMatch m{context, range, names, map, reinterpret_cast<char*>(map + count)};
     for (int c = 0; c < count; ++c) {
         if (matchColumn(m, range.column(c))) return 1;

@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/column_types.h"
 #include "host/write/write_flow.h"
@@ -21,6 +22,7 @@ bool holdsMoreThanScalars(HostContext* context, HostList* list) {
 
 int writePlainList(Item& item, HostList* list, HostType type) {
     ElementFlow flow(item.context, item.range, type, item.fieldTable);
+    if (observer != nullptr) observer->laidOut(Layout::list, 0);
     if (flow.open(hostApi().hostListLength(list))) return 1;
     HostType own = 0;
     HostValue value = {.bits = 0};

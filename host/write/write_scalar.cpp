@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/array_shape.h"
 #include "host/values/cell_values.h"
@@ -31,6 +32,7 @@ int writeScalar(Item& item) {
     const int need = columnsForValue(item.context, item.type, item.fieldTable, &isRecord);
     if (need == 0) return fail(item.context, msg::wrongDataType);
     if (item.range.columnCount < need || item.range.height() < 1) return 1;
+    if (observer != nullptr) observer->laidOut(Layout::scalar, 0);
     if (isRecord) return writeRecordScalar(item, need);
     const HostType type = cellType(item.context, item.type);
     const HostValue object = {.object = item.object};

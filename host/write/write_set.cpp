@@ -1,3 +1,4 @@
+#include "host/interface/observer.h"
 #include "host/labels/report.h"
 #include "host/values/column_types.h"
 #include "host/values/index_sets.h"
@@ -20,6 +21,7 @@ int writeSet(Item& item) {
     const HostType type = withTablePlace(hostApi().hostSetFlags(set), item.type);
     const int size = hostApi().hostSetSize(set);
     ElementFlow flow(item.context, item.range, type, item.fieldTable);
+    if (observer != nullptr) observer->laidOut(Layout::set, 0);
     if (flow.open(size)) return 1;
     const HostType cell = elementCellType(item.context, type);
     int index = firstIndex(set);

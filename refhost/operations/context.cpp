@@ -45,12 +45,27 @@ int Context::openStream(int mode, const char* name) {
     const std::string path = fullPath(name);
     if (writing && !mayChange(path, false)) return -1;
     const StreamKind kind = mode & hostStreamBinary ? StreamKind::binary : StreamKind::text;
-    if (!(writing ? output.open(path.c_str(), kind) : input.open(path.c_str(), kind)))
+    if (!(host.overlay ? openHeld(writing, path, kind)
+          : writing    ? output.open(path.c_str(), kind)
+                       : input.open(path.c_str(), kind)))
         return report(mode, name, std::strerror(errno)), -1;
     if (!writing) input.failAfter = host.faults.inputFailsAfter;
     bytesRead = 0;
     ++host.counts.streamsOpened;
     return 0;
+}
+
+bool Context::openHeld(bool writing, const std::string& path, StreamKind kind) {
+    const std::string* const held = host.overlay->find(path);
+    if (!writing) {
+        if (!held) return input.open(path.c_str(), kind);
+        input.openHeld(*held, kind);
+        return true;
+    }
+    const bool marked = kind == StreamKind::text && (held ? hasByteOrderMark(*held) : hasByteOrderMark(path.c_str()));
+    std::string* const content = host.overlay->make(path);
+    if (content) output.openHeld(*content, marked);
+    return content != nullptr;
 }
 
 bool Context::closeStream(int which) {

@@ -60,6 +60,8 @@ public:
     std::atomic<long> bytesRead{0};  // for the progress line of another thread
 
 private:
+    /// openStream where the host's files are kept in memory.
+    bool openHeld(bool writing, const std::string& path, StreamKind kind);
     bool report(int mode, const char* name, const char* reason);
 };
 

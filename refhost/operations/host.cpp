@@ -16,6 +16,10 @@ void Host::load(const std::string& modulePath, const std::string& catalogue) {
     _module = &Module::load(modulePath, catalogue);
 }
 
+void Host::adopt(QuilletInit entry) {
+    _module = &Module::adopt(entry);
+}
+
 Context& Host::context(int number) {
     const std::lock_guard lock(_mutex);
     std::unique_ptr<Context>& context = _contexts[number];

@@ -8,6 +8,7 @@
 
 #include "refhost/operations/context.h"
 #include "refhost/operations/faults.h"
+#include "refhost/operations/file_overlay.h"
 #include "refhost/values/types.h"
 
 namespace refhost {
@@ -28,7 +29,9 @@ public:
     /// Loads the module, or takes the one that the process loaded before from this path. `catalogue` names a file of
     /// translations, empty for none. Throws ModuleError.
     void load(const std::string& modulePath, const std::string& catalogue = {});
-    /// Only after load().
+    /// Takes a module that this program is linked with. Throws ModuleError.
+    void adopt(QuilletInit entry);
+    /// Only after load() or adopt().
     Module& module() { return *_module; }
 
     /// The context of that number; made at its first use with the parameters of context 1.
@@ -41,6 +44,7 @@ public:
     TypeRegistry types;
     Faults faults;
     Counts counts;
+    FileOverlay* overlay = nullptr;  // null: files are changed; set before the first stream is opened
 
 private:
     std::string _directory;

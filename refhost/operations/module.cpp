@@ -71,6 +71,12 @@ Module& Module::load(const std::string& path, const std::string& catalogue) {
     return *module;
 }
 
+Module& Module::adopt(QuilletInit entry) {
+    static Module linked(entry);
+    if (!linked._initialised) linked.initialise();
+    return linked;
+}
+
 Module::Module(const std::string& path) : _path(path) {
     // A bare file name would be looked for in the system's library folders.
     const std::string file = path.find('/') == path.npos ? "./" + path : path;
@@ -79,7 +85,7 @@ Module::Module(const std::string& path) : _path(path) {
 }
 
 void Module::initialise() {
-    const auto init = functionAt<QuilletInit>(dlsym(_library, "quillet_init"));
+    const auto init = _entry ? _entry : functionAt<QuilletInit>(dlsym(_library, "quillet_init"));
     if (!init) throw ModuleError("'" + _path + "' is not a module: it has no quillet_init");
     int wantedInterface = 0;
     void* block = nullptr;

@@ -29,6 +29,8 @@ public:
     /// Loads the module, or gives the one that is loaded already. The catalogue goes to the module's liblingua before
     /// quillet_init opens its message domain. Throws ModuleError with a text for people.
     static Module& load(const std::string& path, const std::string& catalogue);
+    /// A module that the program is linked with, by its entry; one in a process.
+    static Module& adopt(QuilletInit entry);
     ~Module();
     Module(const Module&) = delete;
     Module& operator=(const Module&) = delete;
@@ -43,10 +45,12 @@ public:
 
 private:
     explicit Module(const std::string& path);
+    explicit Module(QuilletInit entry) : _path("this program"), _entry(entry) {}
     void initialise();
 
     std::string _path, _vendor;
-    void* _library = nullptr;
+    void* _library = nullptr;      // null for one that the program is linked with
+    QuilletInit _entry = nullptr;  // of such a one
     bool _initialised = false;
     int _version = 0;
     const HostInterfaceBlock* _block = nullptr;

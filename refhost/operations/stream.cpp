@@ -25,7 +25,13 @@ bool beginsWithMark(int fd) {
     return pread(fd, first, sizeof first, 0) == sizeof first && std::memcmp(first, byteOrderMark, sizeof first) == 0;
 }
 
-bool hasMark(const char* path) {
+}  // namespace
+
+bool hasByteOrderMark(const std::string& content) {
+    return content.starts_with(std::string_view(byteOrderMark, sizeof byteOrderMark));
+}
+
+bool hasByteOrderMark(const char* path) {
     const int fd = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0) return false;
     const bool has = beginsWithMark(fd);
@@ -33,7 +39,10 @@ bool hasMark(const char* path) {
     return has;
 }
 
-}  // namespace
+void InputStream::openHeld(const std::string& content, StreamKind kind) {
+    _held = &content;
+    _heldAt = kind == StreamKind::text && hasByteOrderMark(content) ? sizeof byteOrderMark : 0;
+}
 
 bool InputStream::open(const char* path, StreamKind kind) {
     const int fd = ::open(path, O_RDONLY | O_CLOEXEC);
@@ -52,7 +61,13 @@ bool InputStream::open(const char* path, StreamKind kind) {
 }
 
 long InputStream::read(void* buffer, long count) {
-    if (_fd < 0 || count < 0) return -1;
+    if (count < 0) return -1;
+    if (_held) {
+        const std::size_t taken = _held->copy(static_cast<char*>(buffer), static_cast<std::size_t>(count), _heldAt);
+        _heldAt += taken;
+        return static_cast<long>(taken);
+    }
+    if (_fd < 0) return -1;
     if (failAfter >= 0) {
         if (_given >= failAfter) return -1;
         count = std::min(count, failAfter - _given);
@@ -81,6 +96,7 @@ long InputStream::read(void* buffer, long count) {
 }
 
 bool InputStream::close() {
+    if (_held) return _held = nullptr, true;
     if (_fd < 0) return false;
     const bool closed = ::close(_fd) == 0;
     _fd = -1;
@@ -88,7 +104,7 @@ bool InputStream::close() {
 }
 
 bool OutputStream::open(const char* path, StreamKind kind) {
-    const bool marked = kind == StreamKind::text && hasMark(path);
+    const bool marked = kind == StreamKind::text && hasByteOrderMark(path);
     _fd = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (_fd < 0) return false;
     _failed = false;
@@ -96,6 +112,13 @@ bool OutputStream::open(const char* path, StreamKind kind) {
     _buffer.reserve(outputBuffer);
     if (marked) put(byteOrderMark, sizeof byteOrderMark);
     return true;
+}
+
+void OutputStream::openHeld(std::string& content, bool marked) {
+    _held = &content;
+    _failed = false;
+    _buffer.clear();
+    if (marked) put(byteOrderMark, sizeof byteOrderMark);
 }
 
 void OutputStream::put(const char* text, std::size_t size) {
@@ -146,6 +169,11 @@ void OutputStream::print(const char* format, std::va_list args) {
 }
 
 void OutputStream::flush() {
+    if (_held) {
+        _held->append(_buffer);
+        _buffer.clear();
+        return;
+    }
     const char* at = _buffer.data();
     for (std::size_t left = _buffer.size(); left > 0 && !_failed;) {
         const ssize_t written = ::write(_fd, at, left);
@@ -161,8 +189,9 @@ void OutputStream::flush() {
 }
 
 bool OutputStream::close() {
-    if (_fd < 0) return false;
+    if (!isOpen()) return false;
     flush();
+    if (_held) return _held = nullptr, !_failed;
     const bool closed = ::close(_fd) == 0;
     _fd = -1;
     return closed && !_failed;

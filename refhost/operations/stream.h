@@ -16,7 +16,9 @@ public:
     ~InputStream() { close(); }
     /// False when the file cannot be opened, or is a folder; errno tells why.
     bool open(const char* path, StreamKind kind = StreamKind::binary);
-    bool isOpen() const { return _fd >= 0; }
+    /// Reads a content that is kept in memory; it must stay as it is until the close.
+    void openHeld(const std::string& content, StreamKind kind);
+    bool isOpen() const { return _fd >= 0 || _held; }
     /// Bytes read, 0 at the end, -1 on error. Large counts go straight to the file.
     long read(void* buffer, long count);
     bool close();
@@ -25,6 +27,8 @@ public:
 
 private:
     int _fd = -1;
+    const std::string* _held = nullptr;
+    std::size_t _heldAt = 0;
     std::vector<char> _buffer;
     std::size_t _at = 0, _end = 0;
     long _given = 0;
@@ -35,7 +39,9 @@ public:
     ~OutputStream() { close(); }
     /// Makes the file, or empties it.
     bool open(const char* path, StreamKind kind = StreamKind::binary);
-    bool isOpen() const { return _fd >= 0; }
+    /// Writes into memory instead, with the mark if the file before had one.
+    void openHeld(std::string& content, bool marked);
+    bool isOpen() const { return _fd >= 0 || _held; }
     /// printf. "%s", "%c" and "%d" cost no more than the copy of their text. An error is kept until the close.
     void print(const char* format, std::va_list args);
     void put(const char* text, std::size_t size);
@@ -46,8 +52,13 @@ private:
     void flush();
 
     int _fd = -1;
+    std::string* _held = nullptr;
     bool _failed = false;
     std::string _buffer;
 };
+
+/// Whether a file, or a content in memory, begins with a byte order mark.
+bool hasByteOrderMark(const char* path);
+bool hasByteOrderMark(const std::string& content);
 
 }  // namespace refhost

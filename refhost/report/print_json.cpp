@@ -33,7 +33,6 @@ public:
         }
     }
 
-private:
     void value(HostType type, HostValue slot, Inside inside = Inside::plain) {
         switch (type) {
             case hostTypeInteger:
@@ -53,6 +52,7 @@ private:
         }
     }
 
+private:
     void real(double number, Inside inside) {
         char text[32];
         const std::string_view shown(text, static_cast<std::size_t>(shortestReal(text, number)));
@@ -203,6 +203,10 @@ void appendJsonText(std::string& out, std::string_view text) {
         }
     }
     out += '"';
+}
+
+void appendJson(std::string& out, const TypeRegistry& types, HostType type, HostValue value) {
+    JsonPrinter(out, types).value(type, value);
 }
 
 void appendJson(std::string& out, const TypeRegistry& types, const Variable& variable) {

@@ -17,4 +17,7 @@ void appendJsonText(std::string& out, std::string_view text);
 /// uninitialised.
 void appendJson(std::string& out, const TypeRegistry& types, const Variable& variable);
 
+/// One value; a union is type 0, and its slot has the object, as that of every type above the base types.
+void appendJson(std::string& out, const TypeRegistry& types, HostType type, HostValue value);
+
 }  // namespace refhost
