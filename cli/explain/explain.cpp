@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "cli/explain/observing/collector.h"
 #include "cli/explain/facts/option_list.h"
+#include "cli/explain/observing/collector.h"
 #include "cli/explain/report/statement_record.h"
 #include "cli/explain/rules/rules.h"
 #include "refhost/run/script_run.h"
