@@ -12,18 +12,48 @@ namespace ooxml {
 
 namespace {
 
-// A text outside: its size, then its place, in the bytes of the text.
-void putOutside(char* room, const char* text, std::uint32_t size) {
-    std::memcpy(room, &size, sizeof size);
-    std::memcpy(room + sizeof size, &text, sizeof text);
+// A text outside: its place, then its size, in the bytes of the content.
+void putOutside(char* content, const char* text, std::uint32_t size) {
+    std::memcpy(content, &text, sizeof text);
+    std::memcpy(content + sizeof text, &size, sizeof size);
 }
 
-std::string_view outside(const char* room) {
-    std::uint32_t size;
+std::string_view outside(const char* content) {
     const char* text;
-    std::memcpy(&size, room, sizeof size);
-    std::memcpy(&text, room + sizeof size, sizeof text);
+    std::uint32_t size;
+    std::memcpy(&text, content, sizeof text);
+    std::memcpy(&size, content + sizeof text, sizeof size);
     return {text, size};
+}
+
+constexpr std::string_view numberCharacters = "0123456789.-+Ee";
+constexpr std::size_t packedRoom = 30;
+
+/// The number of each character of numbers, 15 for all others.
+constexpr auto packedCodes = [] {
+    struct {
+        unsigned char of[256];
+    } codes{};
+    for (unsigned char& code : codes.of) code = 15;
+    for (std::size_t i = 0; i < numberCharacters.size(); ++i) {
+        codes.of[static_cast<unsigned char>(numberCharacters[i])] = static_cast<unsigned char>(i);
+    }
+    return codes;
+}();
+
+/// False when the text is longer, or has other characters.
+bool pack(std::string_view text, char* content) {
+    if (text.size() > packedRoom) return false;
+    const auto code = [&](std::size_t at) {
+        return at < text.size() ? packedCodes.of[static_cast<unsigned char>(text[at])] : 0U;
+    };
+    unsigned worst = 0;
+    for (std::size_t at = 0; at < text.size(); at += 2) {
+        const unsigned low = code(at), high = code(at + 1);
+        worst |= (low + 1) | (high + 1);
+        content[at / 2] = static_cast<char>(low | high << 4);
+    }
+    return worst < 16;
 }
 
 }  // namespace
@@ -31,6 +61,14 @@ std::string_view outside(const char* room) {
 std::string_view cellTypeText(CellType type) {
     static constexpr std::string_view texts[] = {"", "b", "n", "e", "s", "str", "inlineStr", "d"};
     return texts[static_cast<std::size_t>(type)];
+}
+
+CellText::CellText(const char* packed, std::size_t size) : _text(_unpacked, size) {
+    for (std::size_t at = 0; at < size; at += 2) {
+        const auto pair = static_cast<unsigned char>(packed[at / 2]);
+        _unpacked[at] = numberCharacters[pair & 15];
+        _unpacked[at + 1] = numberCharacters[pair >> 4];
+    }
 }
 
 template <class Family>
@@ -44,6 +82,8 @@ c_CT_Cell<Family>::Rare::Rare(const Rare& other)
       inlineString(other.inlineString ? std::make_unique<Rst>(*other.inlineString) : nullptr),
       extLst(other.extLst ? std::make_unique<bindery::c_raw_node>(*other.extLst) : nullptr),
       extras(other.extras ? std::make_unique<bindery::Extras>(*other.extras) : nullptr),
+      text(other.text),
+      style(other.style),
       cm(other.cm),
       vm(other.vm),
       hasCm(other.hasCm),
@@ -52,25 +92,18 @@ c_CT_Cell<Family>::Rare::Rare(const Rare& other)
       ph(other.ph) {}
 
 template <class Family>
-c_CT_Cell<Family>::c_CT_Cell(const c_CT_Cell& other)
-    : _packedRef(other._packedRef),
-      _styleIndex(other._styleIndex),
-      _rare(other._rare != nullptr ? std::make_unique<Rare>(*other._rare).release() : nullptr),
-      _column(other._column) {
-    if (other.hasValue()) setText(other.text());
-}
-
-template <class Family>
-c_CT_Cell<Family>::c_CT_Cell(c_CT_Cell&& other) noexcept
-    : _packedRef(other._packedRef),
-      _styleIndex(other._styleIndex),
-      _rare(other._rare),
-      _column(other._column),
-      _flags(other._flags),
-      _length(other._length) {
-    std::memcpy(_text, other._text, textRoom);
-    other._rare = nullptr;
-    other._flags = 0;
+c_CT_Cell<Family>::c_CT_Cell(const c_CT_Cell& other) : _bits(other._bits) {
+    if (const Rare* const rest = other.rareOrNull()) {
+        emptyContent();
+        const Rare* const copy = std::make_unique<Rare>(*rest).release();
+        std::memcpy(_content, &copy, sizeof copy);
+        _bits = other._bits;
+    } else if (other.form() == Form::outside) {
+        emptyContent();
+        setText(other.outsideText());
+    } else {
+        std::memcpy(_content, other._content, contentRoom);
+    }
 }
 
 template <class Family>
@@ -82,58 +115,77 @@ c_CT_Cell<Family>& c_CT_Cell<Family>::operator=(const c_CT_Cell& other) {
 template <class Family>
 c_CT_Cell<Family>& c_CT_Cell<Family>::operator=(c_CT_Cell&& other) noexcept {
     if (this == &other) return *this;
-    dropText();
-    dropRare();
-    _packedRef = other._packedRef;
-    _styleIndex = other._styleIndex;
-    _rare = other._rare;
-    _column = other._column;
-    _flags = other._flags;
-    _length = other._length;
-    std::memcpy(_text, other._text, textRoom);
-    other._rare = nullptr;
-    other._flags = 0;
+    dropContent();
+    _bits = other._bits;
+    takeContent(other);
     return *this;
 }
 
+/// From now on the rest holds the text, too.
 template <class Family>
 typename c_CT_Cell<Family>::Rare& c_CT_Cell<Family>::rare() {
-    if (_rare == nullptr) _rare = std::make_unique<Rare>().release();
-    return *_rare;
+    if (Rare* const there = rareOrNull()) return *there;
+    auto rest = std::make_unique<Rare>();
+    rest->text = std::string_view(text());
+    dropContent();
+    Rare* const made = rest.release();
+    std::memcpy(_content, &made, sizeof made);
+    putForm(Form::rare);
+    return *made;
 }
 
 template <class Family>
-void c_CT_Cell<Family>::dropRare() {
-    if (_rare != nullptr) std::unique_ptr<Rare>(_rare).reset();
-}
-
-template <class Family>
-void c_CT_Cell<Family>::freeText() {
-    std::unique_ptr<const char[]>(outside(_text).data()).reset();
+void c_CT_Cell<Family>::freeContent() {
+    if (isRare()) {
+        std::unique_ptr<Rare>(rareOrNull()).reset();
+    } else {
+        std::unique_ptr<const char[]>(outside(_content).data()).reset();
+    }
 }
 
 template <class Family>
 std::string_view c_CT_Cell<Family>::outsideText() const {
-    return outside(_text);
+    if (isRare()) return rareOrNull()->text;
+    return outside(_content);
+}
+
+/// The text may be this cell's own.
+template <class Family>
+void c_CT_Cell<Family>::setText(std::string_view utf8) {
+    if (Rare* const rest = rareOrNull()) {
+        rest->text = std::string(utf8);
+        _bits |= valuePresent;
+        return;
+    }
+    char content[contentRoom] = {};
+    Form newForm = Form::plain;
+    if (utf8.size() <= lengthAt) {
+        std::memcpy(content, utf8.data(), utf8.size());
+        content[lengthAt] = static_cast<char>(utf8.size());
+    } else if (pack(utf8, content)) {
+        newForm = Form::packed;
+        content[lengthAt] = static_cast<char>(utf8.size());
+    } else {
+        newForm = Form::outside;
+        auto copy = std::make_unique<char[]>(utf8.size());
+        std::memcpy(copy.get(), utf8.data(), utf8.size());
+        putOutside(content, copy.release(), static_cast<std::uint32_t>(utf8.size()));
+    }
+    dropContent();
+    std::memcpy(_content, content, contentRoom);
+    putForm(newForm);
+    _bits |= valuePresent;
 }
 
 template <class Family>
-void c_CT_Cell<Family>::setText(std::string_view utf8) {
-    if (utf8.size() <= textRoom) {
-        char copy[textRoom];  // the text may be this cell's own
-        std::memcpy(copy, utf8.data(), utf8.size());
-        dropText();
-        std::memcpy(_text, copy, utf8.size());
-        _length = static_cast<std::uint8_t>(utf8.size());
-        _flags = valuePresent;
+void c_CT_Cell<Family>::clearValue() {
+    if (Rare* const rest = rareOrNull()) {
+        rest->text.clear();
+        _bits &= ~valuePresent;
         return;
     }
-    auto copy = std::make_unique<char[]>(utf8.size());
-    std::memcpy(copy.get(), utf8.data(), utf8.size());
-    dropText();
-    putOutside(_text, copy.release(), static_cast<std::uint32_t>(utf8.size()));
-    _length = 0;
-    _flags = valuePresent | textOutside;
+    dropContent();
+    emptyContent();
 }
 
 template <class Family>
@@ -155,7 +207,7 @@ typename Family::c_CT_CellFormula& c_CT_Cell<Family>::makeFormula() {
 
 template <class Family>
 void c_CT_Cell<Family>::clearFormula() {
-    if (_rare != nullptr) _rare->formula.reset();
+    if (Rare* const rest = rareOrNull()) rest->formula.reset();
 }
 
 template <class Family>
@@ -167,20 +219,22 @@ typename Family::c_CT_Rst& c_CT_Cell<Family>::makeInlineString() {
 
 template <class Family>
 void c_CT_Cell<Family>::clearInlineString() {
-    if (_rare != nullptr) _rare->inlineString.reset();
+    if (Rare* const rest = rareOrNull()) rest->inlineString.reset();
 }
 
 template <class Family>
 void c_CT_Cell<Family>::clearContent() {
-    clearValue();
+    const bool styled = hasStyle();
+    const std::uint32_t index = style();
+    dropContent();
+    emptyContent();
     setType(CellType::absent);
-    dropRare();
-    _rare = nullptr;
+    if (styled) setStyle(index);
 }
 
 template <class Family>
 void c_CT_Cell<Family>::setMetadata(std::uint32_t cell, std::uint32_t value) {
-    if (_rare == nullptr && cell == 0 && value == 0) return;
+    if (!isRare() && cell == 0 && value == 0) return;
     Rare& rest = rare();
     rest.cm = cell;
     rest.hasCm = cell != 0;

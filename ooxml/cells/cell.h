@@ -1,7 +1,10 @@
 // Cells of a worksheet.
 #pragma once
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -22,8 +25,29 @@ enum class CellType : std::uint8_t { absent, b, n, e, s, str, inlineStr, d };
 /// The text of a type code, "" for `absent`.
 std::string_view cellTypeText(CellType type);
 
-/// One cell of a worksheet, 40 bytes. Texts of up to 20 bytes lie in the cell itself. Cells are held by value in
-/// their row, so pointers to them hold until the row's cells change.
+/// The text of a cell, or a way to it. The text of a packed number lives in this object, any other in the cell.
+class CellText {
+public:
+    CellText(std::string_view text) : _text(text) {}
+    /// Unpacks a number.
+    CellText(const char* packed, std::size_t size);
+    CellText(const CellText&) = delete;
+    CellText& operator=(const CellText&) = delete;
+
+    operator std::string_view() const { return _text; }
+    bool empty() const { return _text.empty(); }
+    std::string_view substr(std::size_t from) const { return _text.substr(from); }
+    friend bool operator==(const CellText& text, std::string_view other) { return text._text == other; }
+    friend std::ostream& operator<<(std::ostream& out, const CellText& text) { return out << text._text; }
+
+private:
+    char _unpacked[30];
+    std::string_view _text;
+};
+
+/// One cell of a worksheet, 24 bytes. Texts of up to 15 bytes lie in the cell itself, and so do those of numbers with
+/// up to 30 characters, two in a byte. Cells are held by value in their row, so pointers to them hold until the row's
+/// cells change.
 template <class Family>
 class c_CT_Cell {
 public:
@@ -32,60 +56,70 @@ public:
 
     c_CT_Cell() = default;
     c_CT_Cell(const c_CT_Cell& other);
-    c_CT_Cell(c_CT_Cell&& other) noexcept;
+    c_CT_Cell(c_CT_Cell&& other) noexcept : _bits(other._bits) { takeContent(other); }
     c_CT_Cell& operator=(const c_CT_Cell& other);
     c_CT_Cell& operator=(c_CT_Cell&& other) noexcept;
-    ~c_CT_Cell() { dropText(), dropRare(); }
+    ~c_CT_Cell() { dropContent(); }
 
     // ---- place, counted from 0. A cell without a reference stands where its place in the row says.
-    bool hasReference() const { return (_packedRef & referencePresent) != 0; }
-    std::uint32_t row() const { return _packedRef & rowMask; }
-    std::uint32_t column() const { return _column; }
+    bool hasReference() const { return (_bits & referencePresent) != 0; }
+    std::uint32_t row() const { return static_cast<std::uint32_t>(_bits & rowMask); }
+    std::uint32_t column() const { return static_cast<std::uint16_t>(_bits >> columnShift); }
     void setReference(std::uint32_t row, std::uint32_t column) {
-        _packedRef = (_packedRef & ~rowMask) | row | referencePresent;
-        _column = static_cast<std::uint16_t>(column);
+        setImpliedColumn(column);
+        _bits = (_bits & ~rowMask) | (row & rowMask) | referencePresent;
     }
     /// Where a cell without a reference stands, for those that look for it; it is not written.
-    void setImpliedColumn(std::uint32_t column) { _column = static_cast<std::uint16_t>(column); }
-    void clearReference() { _packedRef &= ~(rowMask | referencePresent); }
+    void setImpliedColumn(std::uint32_t column) {
+        _bits = (_bits & ~columnMask) | std::uint64_t{static_cast<std::uint16_t>(column)} << columnShift;
+    }
+    void clearReference() { _bits &= ~(rowMask | referencePresent); }
 
     // ---- style: index into cellXfs
-    bool hasStyle() const { return (_packedRef & stylePresent) != 0; }
-    std::uint32_t style() const { return _styleIndex; }  // 0 when there is none
+    bool hasStyle() const { return (_bits & stylePresent) != 0; }
+    std::uint32_t style() const {  // 0 when there is none
+        const auto index = static_cast<std::uint32_t>(_bits >> styleShift);
+        return index == styleOutside ? rareOrNull()->style : index;
+    }
     void setStyle(std::uint32_t index) {
-        _packedRef |= stylePresent;
-        _styleIndex = index;
+        if (index >= styleOutside) rare().style = index;
+        putStyle(std::min(index, styleOutside));
     }
     void clearStyle() {
-        _packedRef &= ~stylePresent;
-        _styleIndex = 0;
+        putStyle(0);
+        _bits &= ~stylePresent;
     }
 
-    CellType type() const { return static_cast<CellType>(_packedRef >> typeShift); }
+    CellType type() const { return static_cast<CellType>(_bits >> typeShift & 7); }
     void setType(CellType type) {
-        _packedRef = (_packedRef & ~(7u << typeShift)) | static_cast<std::uint32_t>(type) << typeShift;
+        _bits = (_bits & ~(std::uint64_t{7} << typeShift)) | static_cast<std::uint64_t>(type) << typeShift;
     }
 
     // ---- value: the text of the v element
-    bool hasValue() const { return (_flags & valuePresent) != 0; }
+    bool hasValue() const { return (_bits & valuePresent) != 0; }
     /// UTF-8; "" when there is none. Lives until the cell changes or moves.
-    std::string_view text() const {
-        return (_flags & textOutside) != 0 ? outsideText() : std::string_view(_text, _length);
+    CellText text() const {
+        switch (form()) {
+            case Form::plain:
+                return std::string_view(_content, static_cast<std::size_t>(_content[lengthAt]));
+            case Form::packed:
+                return CellText(_content, static_cast<std::size_t>(_content[lengthAt]));
+            default:
+                return outsideText();
+        }
     }
+    /// Whether the text is not empty.
+    bool hasText() const { return form() >= Form::outside ? !outsideText().empty() : _content[lengthAt] != 0; }
     std::wstring value() const;
     void setText(std::string_view utf8);
     void setValue(std::wstring_view text);
-    void clearValue() {
-        dropText();
-        _flags = 0;
-        _length = 0;
-    }
+    void clearValue();
 
     // ---- formula and inline string: null when there is none, owned by the cell
-    Formula* formula() const { return _rare != nullptr ? _rare->formula.get() : nullptr; }
+    Formula* formula() const { return isRare() ? rareOrNull()->formula.get() : nullptr; }
     Formula& makeFormula();
     void clearFormula();
-    Rst* inlineString() const { return _rare != nullptr ? _rare->inlineString.get() : nullptr; }
+    Rst* inlineString() const { return isRare() ? rareOrNull()->inlineString.get() : nullptr; }
     Rst& makeInlineString();
     void clearInlineString();
 
@@ -94,10 +128,10 @@ public:
 
     // ---- the rare rest
     /// Indexes into the metadata part, from 1; 0 for none.
-    std::uint32_t cellMetadata() const { return _rare != nullptr ? _rare->cm : 0; }
-    std::uint32_t valueMetadata() const { return _rare != nullptr ? _rare->vm : 0; }
+    std::uint32_t cellMetadata() const { return isRare() ? rareOrNull()->cm : 0; }
+    std::uint32_t valueMetadata() const { return isRare() ? rareOrNull()->vm : 0; }
     void setMetadata(std::uint32_t cell, std::uint32_t value);
-    const bindery::Extras* extras() const { return _rare != nullptr ? _rare->extras.get() : nullptr; }
+    const bindery::Extras* extras() const { return isRare() ? rareOrNull()->extras.get() : nullptr; }
 
     /// Reads the element whose start tag the reader has just scanned.
     int unmarshal(bindery::c_xml_reader& reader);
@@ -112,6 +146,8 @@ private:
         std::unique_ptr<Rst> inlineString;
         std::unique_ptr<bindery::c_raw_node> extLst;
         std::unique_ptr<bindery::Extras> extras;
+        std::string text;
+        std::uint32_t style = 0;  // one that the cell has no room for
         std::uint32_t cm = 0, vm = 0;
         bool hasCm = false, hasVm = false, hasPh = false, ph = false;
         Rare();
@@ -119,19 +155,51 @@ private:
         ~Rare();
     };
 
-    static constexpr std::uint32_t rowMask = 0x1FFFFF;
-    static constexpr std::uint32_t stylePresent = 1u << 27;
-    static constexpr std::uint32_t referencePresent = 1u << 28;
-    static constexpr unsigned typeShift = 29;
-    static constexpr std::uint8_t valuePresent = 1, textOutside = 2;
-    static constexpr std::size_t textRoom = 20;
+    /// What the content is: a text, or the place of one.
+    enum class Form : std::uint8_t {
+        plain,    // up to 15 bytes, their number in the last
+        packed,   // up to 30 characters of a number, two in a byte, their number in the last
+        outside,  // the place of the bytes, and their number
+        rare      // the place of a Rare, which holds the text, too
+    };
 
-    Rare& rare();
-    void dropRare();
-    void dropText() {
-        if ((_flags & textOutside) != 0) freeText();
+    // Of `_bits`: 0 to 20 row, 21 to 36 column, 37 to 39 type, 40 reference there, 41 style there, 42 value there, 43
+    // and 44 form of the content, 45 to 63 style.
+    static constexpr std::uint64_t rowMask = 0x1FFFFF;
+    static constexpr unsigned columnShift = 21, typeShift = 37, formShift = 43, styleShift = 45;
+    static constexpr std::uint64_t columnMask = std::uint64_t{0xFFFF} << columnShift;
+    static constexpr std::uint64_t referencePresent = std::uint64_t{1} << 40;
+    static constexpr std::uint64_t stylePresent = std::uint64_t{1} << 41;
+    static constexpr std::uint64_t valuePresent = std::uint64_t{1} << 42;
+    static constexpr std::uint64_t formMask = std::uint64_t{3} << formShift;
+    static constexpr std::uint32_t styleOutside = 0x7FFFF;
+    static constexpr std::size_t contentRoom = 16, lengthAt = contentRoom - 1;
+
+    Form form() const { return static_cast<Form>(_bits >> formShift & 3); }
+    void putForm(Form form) { _bits = (_bits & ~formMask) | static_cast<std::uint64_t>(form) << formShift; }
+    void putStyle(std::uint32_t index) {
+        _bits = (_bits & ((std::uint64_t{1} << styleShift) - 1)) | std::uint64_t{index} << styleShift | stylePresent;
     }
-    void freeText();
+    bool isRare() const { return form() == Form::rare; }
+    /// Null but for the rare form.
+    Rare* rareOrNull() const {
+        Rare* there = nullptr;
+        if (isRare()) std::memcpy(&there, _content, sizeof there);
+        return there;
+    }
+    Rare& rare();
+    void takeContent(c_CT_Cell& other) {
+        std::memcpy(_content, other._content, contentRoom);
+        other.emptyContent();
+    }
+    void emptyContent() {
+        _bits &= ~(formMask | valuePresent);
+        _content[lengthAt] = 0;
+    }
+    void dropContent() {
+        if (form() >= Form::outside) freeContent();
+    }
+    void freeContent();
     std::string_view outsideText() const;
     bool readReference(std::string_view text);
     bool readType(std::string_view text);
@@ -144,18 +212,13 @@ private:
     void writeAttributes(std::string& out) const;
     int writeRare(bindery::c_xml_writer& writer) const;
 
-    std::uint32_t _packedRef = 0;  // bits 0 to 20 row, 27 style there, 28 reference there, 29 to 31 type
-    std::uint32_t _styleIndex = 0;
-    Rare* _rare = nullptr;  // owned; not a unique_ptr, whose type would have to be complete for every user
-    std::uint16_t _column = 0;
-    std::uint8_t _flags = 0;
-    std::uint8_t _length = 0;   // of a text in the cell
-    char _text[textRoom] = {};  // or the size and place of one outside
+    std::uint64_t _bits = 0;
+    char _content[contentRoom] = {};
 };
 
 extern template class c_CT_Cell<SheetFamily>;
 extern template class c_CT_Cell<StrictFamily>;
 
-static_assert(sizeof(c_CT_Cell<SheetFamily>) == 40);
+static_assert(sizeof(c_CT_Cell<SheetFamily>) == 24);
 
 }  // namespace ooxml

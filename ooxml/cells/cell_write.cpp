@@ -27,7 +27,7 @@ void c_CT_Cell<Family>::writeAttributes(std::string& out) const {
     }
     if (hasStyle()) {
         put(" s=\"");
-        to = writeNumber(to, _styleIndex);
+        to = writeNumber(to, style());
         *to++ = '"';
     }
     if (type() != CellType::absent) {
@@ -51,17 +51,24 @@ void appendText(std::string& out, std::string_view text) {
 
 template <class Family>
 int c_CT_Cell<Family>::marshal(bindery::c_xml_writer& writer) const {
-    if (_rare != nullptr) return writeRare(writer);
+    if (isRare()) return writeRare(writer);
     std::string& out = writer.raw();
     out += "<c";
     writeAttributes(out);
     if (!hasValue()) {
         out += "/>";
-    } else if (text().empty()) {
+        return 0;
+    }
+    const CellText value = text();
+    if (value.empty()) {
         out += "><v/></c>";
     } else {
         out += "><v>";
-        appendText(out, text());
+        if (form() == Form::packed) {
+            out += value;  // nothing in a number is escaped
+        } else {
+            appendText(out, value);
+        }
         out += "</v></c>";
     }
     return 0;
@@ -69,12 +76,13 @@ int c_CT_Cell<Family>::marshal(bindery::c_xml_writer& writer) const {
 
 template <class Family>
 int c_CT_Cell<Family>::writeRare(bindery::c_xml_writer& writer) const {
+    const Rare& rest = *rareOrNull();
     writer.startElement("c");
     if (extras() != nullptr) writer.keptDeclarations(extras()->decls);
     writeAttributes(writer.raw());
-    if (_rare->hasCm) writer.attribute("cm", std::to_string(_rare->cm));
-    if (_rare->hasVm) writer.attribute("vm", std::to_string(_rare->vm));
-    if (_rare->hasPh) writer.attribute("ph", _rare->ph ? "true" : "false");
+    if (rest.hasCm) writer.attribute("cm", std::to_string(rest.cm));
+    if (rest.hasVm) writer.attribute("vm", std::to_string(rest.vm));
+    if (rest.hasPh) writer.attribute("ph", rest.ph ? "true" : "false");
     if (extras() != nullptr)
         for (const bindery::Attr& attr : extras()->attrs) writer.keptAttribute(attr);
     bindery::PlacedWriter placed(writer, extras());
@@ -100,8 +108,8 @@ int c_CT_Cell<Family>::writeRare(bindery::c_xml_writer& writer) const {
         if (const int code = bindery::marshalObject(writer, *inlineString(), Rst::info, is)) return code;
     }
     placed.behindAll(cellSlot_is);
-    if (_rare->extLst)
-        if (const int code = _rare->extLst->marshal(writer)) return code;
+    if (rest.extLst)
+        if (const int code = rest.extLst->marshal(writer)) return code;
     placed.rest();
     writer.endElement();
     return 0;

@@ -24,6 +24,15 @@ RowList<Row>& RowList<Row>::operator=(const RowList& other) {
 }
 
 template <class Row>
+RowList<Row>& RowList<Row>::operator=(RowList&& other) noexcept {
+    _blocks = std::move(other._blocks);
+    _size = other._size;
+    ++_removals;
+    other.clear();
+    return *this;
+}
+
+template <class Row>
 Row& RowList<Row>::operator[](std::size_t at) {
     auto block = _blocks.begin();
     for (; at >= block->size(); ++block) at -= block->size();
@@ -82,6 +91,7 @@ auto RowList<Row>::erase(iterator first, iterator past) -> iterator {
         _size -= to - from;
     };
     if (first == past) return first;
+    ++_removals;
     if (first._block == past._block) {
         drop(first._block, first._at, past._at);
     } else {
@@ -100,6 +110,7 @@ template <class Row>
 void RowList<Row>::clear() {
     _blocks.clear();
     _size = 0;
+    ++_removals;
 }
 
 }  // namespace ooxml

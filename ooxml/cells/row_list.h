@@ -62,13 +62,15 @@ public:
 
     RowList() = default;
     RowList(const RowList& other);
-    RowList(RowList&&) noexcept = default;
+    RowList(RowList&& other) noexcept { *this = std::move(other); }
     RowList& operator=(const RowList& other);
-    RowList& operator=(RowList&&) noexcept = default;
+    RowList& operator=(RowList&& other) noexcept;
     ~RowList() = default;
 
     std::size_t size() const { return _size; }
     bool empty() const { return _size == 0; }
+    /// Grows when rows go: who remembers where one lies compares.
+    std::size_t removals() const { return _removals; }
     iterator begin() { return {this, 0, 0}; }
     iterator end() { return {this, _blocks.size(), 0}; }
     const_iterator begin() const { return {this, 0, 0}; }
@@ -104,6 +106,7 @@ private:
 
     std::vector<Block> _blocks;  // none is empty
     std::size_t _size = 0;
+    std::size_t _removals = 0;
 };
 
 }  // namespace ooxml

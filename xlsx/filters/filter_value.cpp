@@ -27,7 +27,7 @@ void readIsoDate(const Cell& cell, FilterValue& value, bool dates1904) {
     value.kind = date ? ValueKind::number : ValueKind::text;
     value.isIsoDate = date.has_value();
     value.number = date.value_or(0.0);
-    value.raw = cell.text();
+    value.raw = std::string_view(cell.text());
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ FilterValue ValueReader<Cell>::read(const Cell* cell) {
             break;
         case CellType::e:
             value.kind = ValueKind::error;
-            value.raw = cell->text();
+            value.raw = std::string_view(cell->text());
             break;
         case CellType::d:
             readIsoDate(*cell, value, _book.dates1904());
@@ -65,7 +65,7 @@ FilterValue ValueReader<Cell>::read(const Cell* cell) {
         case CellType::str:
         case CellType::inlineStr:
             value.kind = ValueKind::text;
-            value.raw = cell->text();
+            value.raw = std::string_view(cell->text());
             break;
         default:
             readNumber(*cell, value);

@@ -33,7 +33,7 @@ struct FilterValue {
     double number = 0;       // of a number; 0 or 1 of a boolean
     std::uint32_t style = 0;
     std::size_t shared = notShared;  // position of a text in the string table
-    std::string_view raw;            // another text, or that of an error, UTF-8
+    std::string raw;                 // another text, or that of an error, UTF-8
     const void* inlineString = nullptr;
 
     [[nodiscard]] bool isBlank() const { return kind == ValueKind::blank; }

@@ -321,6 +321,7 @@ private:
     RowPlace rowAt(std::uint32_t row);
     std::size_t cellAt(const Cells& cells, std::uint32_t col);
     Row* findRow(std::uint32_t row);
+    Row* rowOfLastCall(std::uint32_t row) const;
     Cell* findCellInRow(Row& row, std::uint32_t col);
     Cell* findCell(CellPlace at);
     /// Null for a place outside of a sheet, too.
@@ -425,6 +426,8 @@ private:
     // Where the last row and cell were found: neighbours are likely to be next.
     RowPlace _rowHint;
     std::size_t _cellHint = 0;
+    Row* _lastRow = nullptr;
+    std::size_t _lastRowRemovals = 0;  // of the rows, when it was found
 
     xlsx::Columns<Tag> _columns{this->_root};
     xlsx::Merges<Tag> _merges{this->_root};

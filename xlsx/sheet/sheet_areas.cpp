@@ -9,7 +9,7 @@ namespace vellum {
 
 template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::isFilled(const Cell& cell) {
-    return !cell.text().empty() || cell.formula() || cell.inlineString();
+    return cell.hasText() || cell.formula() || cell.inlineString();
 }
 
 /// Writers extend both areas as they go, which is exact while nothing is taken away: a number that becomes a blank
@@ -106,6 +106,7 @@ bool XMLSheetImplT<CharT, Tag>::cellFrom(int* row, int* col) {
             }
             return false;
         }
+        if (const Row* const known = rowOfLastCall(fromRow); known && findIn(*known, fromRow)) return true;
         for (RowPlace next = rowAt(fromRow); next != _rows->end() && next->r() <= sheetRows; ++next) {
             if (findIn(*next, next->r() - 1)) return true;
         }

@@ -44,9 +44,20 @@ std::size_t XMLSheetImplT<CharT, Tag>::cellAt(const Cells& cells, std::uint32_t 
 
 template <class CharT, class Tag>
 auto XMLSheetImplT<CharT, Tag>::findRow(std::uint32_t row) -> Row* {
+    if (Row* const known = rowOfLastCall(row)) return known;
     if (!_numbered) return unnumberedRow(row);
     const RowPlace at = rowAt(row);
-    return at != _rows->end() && at->r() == row + 1 ? &*at : nullptr;
+    if (at == _rows->end() || at->r() != row + 1) return nullptr;
+    _lastRow = &*at;
+    _lastRowRemovals = _rows->removals();
+    return _lastRow;
+}
+
+/// Null when it was another row, or when any row has gone since.
+template <class CharT, class Tag>
+auto XMLSheetImplT<CharT, Tag>::rowOfLastCall(std::uint32_t row) const -> Row* {
+    const bool holds = _numbered && _lastRow && _lastRowRemovals == _rows->removals();
+    return holds && _lastRow->r() == row + 1 ? _lastRow : nullptr;
 }
 
 /// A row without a number stands behind the one before it.

@@ -174,6 +174,76 @@ TEST(Cells, TextsOfAnyLength) {
     EXPECT_EQ(cell.text(), "");
 }
 
+/// Every form that a text may have in a cell, with a rest beside it and without.
+TEST(Cells, TextsOfAnyForm) {
+    const std::string texts[] = {"",
+                                 "1",
+                                 "-1.5E+10",
+                                 "0.1234567890123",                  // 15 bytes
+                                 "0.12345678901234",                 // 16
+                                 "-1.2345678901234567e-308",         // packed
+                                 "123456789012345678901234567890",   // as long as packed ones get
+                                 "1234567890123456789012345678901",  // longer
+                                 "-.+Ee0987654321-.+Ee",
+                                 "12345678901234567x",
+                                 "fifteen letters",
+                                 "sixteen letters!"};
+    for (const std::string& text : texts) {
+        for (const std::string& other : texts) {
+            Cell cell;
+            cell.setReference(77, 7);
+            cell.setStyle(524287);  // with a rest of its own
+            cell.setText(text);
+            EXPECT_EQ(cell.text(), text);
+            EXPECT_EQ(cell.hasText(), !text.empty());
+            cell.clearContent();
+            cell.setText(text);
+            cell.makeFormula().text(L"A1");
+            EXPECT_EQ(cell.text(), text);
+            Cell copy = cell;
+            copy.setText(other);
+            copy.setText(copy.text());
+            EXPECT_EQ(copy.text(), other);
+            EXPECT_NE(copy.formula(), cell.formula());
+            const Cell plain = [&] {
+                Cell made;
+                made.setText(text);
+                made.setText(other);
+                return made;
+            }();
+            cell = plain;
+            EXPECT_EQ(cell.text(), other);
+            EXPECT_EQ(cell.formula(), nullptr);
+            cell = std::move(copy);
+            EXPECT_EQ(cell.text(), other);
+            EXPECT_NE(cell.formula(), nullptr);
+            EXPECT_EQ(cell.style(), 524287u);
+            EXPECT_EQ(cell.row(), 77u);
+            EXPECT_EQ(cell.column(), 7u);
+            cell.clearValue();
+            EXPECT_FALSE(cell.hasValue());
+            EXPECT_EQ(cell.text(), "");
+        }
+    }
+}
+
+TEST(Cells, StylesOfAnySize) {
+    for (const std::uint32_t style : {0u, 1u, 524286u, 524287u, 4294967295u}) {
+        Cell cell;
+        EXPECT_FALSE(cell.hasStyle());
+        cell.setText("7");
+        cell.setStyle(style);
+        EXPECT_TRUE(cell.hasStyle());
+        EXPECT_EQ(cell.style(), style);
+        EXPECT_EQ(cell.text(), "7");
+        cell.clearContent();
+        EXPECT_EQ(cell.style(), style);
+        cell.clearStyle();
+        EXPECT_FALSE(cell.hasStyle());
+        EXPECT_EQ(cell.style(), 0u);
+    }
+}
+
 TEST(Cells, PlaceStyleAndTypeDoNotDisturbEachOther) {
     Cell cell;
     EXPECT_FALSE(cell.hasReference());
