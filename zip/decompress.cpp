@@ -1,41 +1,18 @@
 #include "zip/decompress.h"
 
 #include <bzlib.h>
-#if QUILLET_ISAL
-#include <isa-l/igzip_lib.h>
-#endif
-#include <zlib.h>
 
 #include <algorithm>
 #include <limits>
-#include <memory>
-#include <vector>
 
+#include "zip/inflate_stream.h"
 #include "zip/messages.h"
+#include "zip/stored_bytes.h"
 #include "zip/zip_error.h"
 #include "zip/zip_source.h"
 
 namespace zip {
 namespace {
-
-constexpr std::size_t bufferSize = 65536;
-
-const char* zlibText(int code) {
-    switch (code) {
-        case Z_STREAM_END:
-            return msg::zlibStreamEnd;
-        case Z_STREAM_ERROR:
-            return msg::zlibStream;
-        case Z_MEM_ERROR:
-            return msg::notEnoughMemory;
-        case Z_BUF_ERROR:
-            return msg::zlibBuffer;
-        case Z_VERSION_ERROR:
-            return msg::zlibVersion;
-        default:
-            return msg::zlibData;
-    }
-}
 
 const char* bzipText(int code) {
     switch (code) {
@@ -61,63 +38,6 @@ const char* bzipText(int code) {
             return msg::bzipInternal;
     }
 }
-
-/// The libraries as one thing: a stream that moves bytes from `in` to `out` and says how many of each it took.
-class InflateStream {
-public:
-    InflateStream() {
-        const int code = inflateInit2(&_stream, -MAX_WBITS);
-        if (code != Z_OK) throw ZipError(zlibText(code));
-    }
-    ~InflateStream() { inflateEnd(&_stream); }
-    InflateStream(const InflateStream&) = delete;
-    InflateStream& operator=(const InflateStream&) = delete;
-
-    /// True at the end of the stream.
-    bool step(std::span<const unsigned char>& in, std::span<unsigned char>& out) {
-        _stream.next_in = const_cast<unsigned char*>(in.data());
-        _stream.avail_in = static_cast<uInt>(in.size());
-        _stream.next_out = out.data();
-        _stream.avail_out = static_cast<uInt>(out.size());
-        const int code = inflate(&_stream, Z_NO_FLUSH);
-        in = in.last(_stream.avail_in);
-        out = out.last(_stream.avail_out);
-        if (code != Z_OK && code != Z_STREAM_END && code != Z_BUF_ERROR) throw ZipError(zlibText(code));
-        return code == Z_STREAM_END;
-    }
-
-    static const char* cutText() { return msg::zlibBuffer; }
-
-private:
-    z_stream _stream = {};
-};
-
-#if QUILLET_ISAL
-/// Inflates in less than half of zlib's time. What it refuses is for zlib to judge.
-class FastInflateStream {
-public:
-    FastInflateStream() : _stream(std::make_unique<inflate_state>()) { isal_inflate_init(_stream.get()); }
-
-    bool step(std::span<const unsigned char>& in, std::span<unsigned char>& out) {
-        _stream->next_in = const_cast<unsigned char*>(in.data());
-        _stream->avail_in = static_cast<std::uint32_t>(in.size());
-        _stream->next_out = out.data();
-        _stream->avail_out = static_cast<std::uint32_t>(out.size());
-        const int code = isal_inflate(_stream.get());
-        in = in.last(_stream->avail_in);
-        out = out.last(_stream->avail_out);
-        if (code != ISAL_DECOMP_OK) throw ZipError(msg::zlibData);
-        return _stream->block_state == ISAL_BLOCK_FINISH;
-    }
-
-    static const char* cutText() { return msg::zlibBuffer; }
-
-private:
-    std::unique_ptr<inflate_state> _stream;
-};
-#else
-using FastInflateStream = InflateStream;
-#endif
 
 class Bzip2Stream {
 public:
@@ -145,29 +65,6 @@ public:
 
 private:
     bz_stream _stream = {};
-};
-
-/// Windows over an entry's stored bytes, from first to last.
-class StoredBytes {
-public:
-    StoredBytes(const ZipSource& source, const ZipEntry& entry)
-        : _source(source), _offset(entryDataOffset(source, entry)), _left(entry.compressedSize), _scratch(bufferSize) {}
-
-    /// Empty at the end.
-    std::span<const unsigned char> next() {
-        if (_left == 0) return {};
-        constexpr std::uint64_t longest = 1 << 30;  // what the libraries' 32-bit counts take
-        const auto window = _source.window(_offset, std::min(_left, longest), _scratch);
-        _offset += window.size();
-        _left -= window.size();
-        return window;
-    }
-
-private:
-    const ZipSource& _source;
-    std::uint64_t _offset;
-    std::uint64_t _left;
-    std::vector<unsigned char> _scratch;
 };
 
 std::span<unsigned char> limited(std::span<unsigned char> room) {

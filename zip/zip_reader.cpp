@@ -9,6 +9,7 @@
 
 #include "zip/checksum.h"
 #include "zip/decompress.h"
+#include "zip/entry_stream.h"
 #include "zip/messages.h"
 #include "zip/zip_error.h"
 #include "zip/zip_source.h"
@@ -148,6 +149,18 @@ ZipMemoryBuffer ZipReader::extract(std::size_t index) {
 
 void ZipReader::extractToMemory(std::size_t index, char** data, std::size_t* size) {
     *data = extract(index).release(size);
+}
+
+std::unique_ptr<EntryStream> ZipReader::stream(std::size_t index) const {
+    constexpr std::uint64_t worthIt = 1 << 20;
+    const ZipEntry& entry = _entries[index];
+    if (entry.method != zipDeflated || entry.uncompressedSize < worthIt) return nullptr;
+    try {
+        checkUsable(entry);
+        return std::make_unique<EntryStream>(*_source, entry);
+    } catch (const std::exception&) {
+        return nullptr;
+    }
 }
 
 void ZipReader::extractToFile(std::size_t index, const std::string& path) {

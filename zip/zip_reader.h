@@ -10,6 +10,7 @@
 
 namespace zip {
 
+class EntryStream;
 class ZipSource;
 class ZipWriter;
 
@@ -34,6 +35,9 @@ public:
     void extractToMemory(std::size_t index, char** data, std::size_t* size);
     ZipMemoryBuffer extract(std::size_t index);
     void extractToFile(std::size_t index, const std::string& path);
+    /// A way to read a large entry without having all of it in memory. Null for small ones, and for those that are
+    /// stored in another way or cannot be extracted: `extract` tells why. The archive stays open.
+    std::unique_ptr<EntryStream> stream(std::size_t index) const;
     void close();
 
     /// Starts a new archive in memory.

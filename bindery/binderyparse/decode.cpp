@@ -47,6 +47,7 @@ std::size_t utf16Units(std::string_view utf8) {
 void c_xml_reader::takeSource() {
     if (const std::string_view* window = _source.window()) {
         _bytes = *window;
+        _wholeDocument = _source.isWhole();
     } else {
         for (int c = _source.get(); c >= 0; c = _source.get()) _gathered.push_back(static_cast<char>(c));
         _bytes = _gathered;

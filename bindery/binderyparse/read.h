@@ -25,6 +25,13 @@ public:
     /// All remaining bytes in place when the source is memory, so that the reader need not copy
     /// them; null otherwise. The bytes live as long as the source's memory.
     virtual const std::string_view* window() { return nullptr; }
+
+    /// Whether the window ends where the document ends. A source that gives a document window by window says so when
+    /// it has come to the end.
+    virtual bool isWhole() const { return true; }
+
+    /// A window that begins at `keep`, a place in the present one, and goes on behind its end. The present one is gone.
+    virtual std::string_view extend(const char* keep) { return {keep, 0}; }
 };
 
 /// Bytes that stay where they are; not owned.

@@ -167,6 +167,14 @@ public:
     /// document answers for its own.
     virtual bool wantsItem(std::int64_t) const { return true; }
 
+    /// In front of an item of such a list: a source that gives its document window by window goes on until the item
+    /// is there as a whole, to the last byte of `itemEnd`, the item's end tag. A document that has these bytes inside
+    /// of an item, or is not UTF-8, may fail for want of an end; it is then read as a whole, as is one that fails
+    /// otherwise.
+    void needItem(std::string_view itemEnd) {
+        if (_cur >= _itemsEnd && !_wholeDocument) nextWindow(itemEnd);
+    }
+
     /// Reports to the error state. True when the parse may go on.
     bool report(int severity, int code, std::string_view text);
 
@@ -188,6 +196,7 @@ private:
 
     void start();
     void takeSource();
+    void nextWindow(std::string_view itemEnd);
     void detectEncoding();
     void decode(std::size_t from);
     void changeEncoding(Encoding to);
@@ -227,7 +236,9 @@ private:
 
     const char* _cur = nullptr;
     const char* _end = nullptr;
-    const char* _begin = nullptr;           // of the document's text
+    const char* _begin = nullptr;  // of the document's text
+    bool _wholeDocument = true;
+    const char* _itemsEnd = nullptr;        // items that begin before it end before it: see `needItem`
     const char* _failedAt = nullptr;        // where the parse ended, for the line
     mutable const char* _lineAt = nullptr;  // place and number of the line asked for last
     mutable int _line = 1;

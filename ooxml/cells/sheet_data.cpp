@@ -66,6 +66,7 @@ template <class Family>
 int c_CT_SheetData<Family>::Reading::plainRows() {
     bindery::c_plain_bytes bytes(reader);
     while (plain) {
+        reader.needItem("</row>");
         const std::string_view rest = bytes.rest();
         const char* const end = rest.data() + rest.size();
         const char* at = bindery::skipSpace(rest.data(), end);
@@ -95,6 +96,7 @@ int c_CT_SheetData<Family>::Reading::keepUnknown() {
 template <class Family>
 int c_CT_SheetData<Family>::Reading::next(bool& ended) {
     int code = 0;
+    reader.needItem("</row>");
     switch (reader.nextChild()) {
         case bindery::token_end_tag:
             ended = true;

@@ -11,6 +11,7 @@
 #include "xlsx/package/messages.h"
 #include "xlsx/package/numeric_locale.h"
 #include "xlsx/package/part_path.h"
+#include "xlsx/package/part_windows.h"
 #include "xlsx/package/relationships.h"
 #include "xlsx/parts/comments.h"
 #include "xlsx/parts/drawing.h"
@@ -20,6 +21,7 @@
 #include "xlsx/strings/shared_strings.h"
 #include "xlsx/styles/styles.h"
 #include "xlsx/styles/theme.h"
+#include "zip/entry_stream.h"
 #include "zip/messages.h"
 #include "zip/zip_error.h"
 #include "zip/zip_reader.h"
@@ -181,7 +183,28 @@ private:
         if (_scope.sheetIndex >= 0 && _book._relationships) cut();
     }
 
+    /// A large worksheet is parsed while it is unpacked. Null for a small one, and for one with which anything is
+    /// wrong: read as a whole it tells what.
+    std::unique_ptr<Sheet> readInWindows(std::size_t index) {
+        const std::unique_ptr<zip::EntryStream> stream = _reader.stream(index);
+        if (!stream) return nullptr;
+        try {
+            PartWindows windows(*stream);
+            auto sheet = std::make_unique<Sheet>(windows, _scope.firstRow, _scope.lastRow);
+            windows.finish();
+            return sheet;
+        } catch (const std::exception&) {
+            return nullptr;
+        }
+    }
+
     void readPart(std::size_t index, const std::string& path, const std::string& contentType) {
+        if (contentType == type::worksheet && _scope.tempFile.empty()) {
+            if (auto sheet = readInWindows(index)) {
+                _book.addPart(path, std::move(sheet));
+                return;
+            }
+        }
         const Entry entry(_reader, index, _scope.tempFile);
         if (contentType == type::worksheet || (contentType == type::plainXml && looksLikeWorksheet(entry.part()))) {
             _book.addPart(path, std::make_unique<Sheet>(entry.part(), _scope.firstRow, _scope.lastRow));

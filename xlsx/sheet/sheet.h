@@ -30,6 +30,10 @@
 #include "xlsx/pages/page_setup.h"
 #include "xlsx/parts/sheet_pictures.h"
 
+namespace bindery {
+class c_read;
+}
+
 namespace vellum {
 
 template <class CharT, class Tag>
@@ -60,6 +64,7 @@ public:
     XMLSheetImplT();
     /// Rows from `firstRow` to `lastRow`, counted from 0; -1 for no bound.
     XMLSheetImplT(const PartBytes& part, int firstRow, int lastRow);
+    XMLSheetImplT(bindery::c_read& source, int firstRow, int lastRow);
     /// The same rows and cells. What refers to other parts comes along: see `takeOutLinkedParts`.
     XMLSheetImplT(const XMLSheetImplT& source);
     XMLSheetImplT& operator=(const XMLSheetImplT&) = delete;
@@ -301,7 +306,8 @@ private:
     }
     BookContextT<CharT, Tag>& book() const;
 
-    // After loading: sheet_load.cpp.
+    // Loading: sheet_load.cpp.
+    void readFrom(bindery::c_read& source, int firstRow, int lastRow);
     void attachRows() { _rows = &this->_root.sheetData().row(); }
     void afterLoad();
     void readColumnStyles();
@@ -343,6 +349,7 @@ private:
     double numberIn(const Cell& cell);
     const CharT* give(std::wstring_view text);
     const CharT* giveUtf8(std::string_view text);
+    const CharT* giveShared(SharedStrings<CharT, Tag>& strings, std::size_t position);
     std::wstring_view widened(const CharT* text);
 
     /// An error code that is none leaves the cell without a value and throws.

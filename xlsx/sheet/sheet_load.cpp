@@ -15,11 +15,11 @@ namespace vellum {
 namespace {
 
 /// Reads what XmlFileBase reads, but only some of the rows.
-class SheetReader final : public bindery::c_keeping_reader<bindery::c_xml_reader_memory> {
+class SheetReader final : public bindery::c_keeping_reader<bindery::c_xml_reader> {
 public:
     /// -1 for no bound.
-    SheetReader(std::string_view bytes, int firstRow, int lastRow)
-        : c_keeping_reader(bytes), _firstRow(firstRow), _lastRow(lastRow) {}
+    SheetReader(bindery::c_read& source, int firstRow, int lastRow)
+        : c_keeping_reader(source), _firstRow(firstRow), _lastRow(lastRow) {}
 
     bool wantsItem(std::int64_t row) const override {
         return (_firstRow < 0 || row >= _firstRow) && (_lastRow < 0 || row <= _lastRow);
@@ -71,7 +71,19 @@ XMLSheetImplT<CharT, Tag>::XMLSheetImplT(const PartBytes& part, int firstRow, in
         bytes = {fromFile.data(), fromFile.size()};
     }
     if (bytes.empty()) throw vlerror(xlsx::msg::dataEmpty);
-    SheetReader reader(bytes, firstRow, lastRow);
+    bindery::c_read_memory source(bytes.data(), bytes.size());
+    readFrom(source, firstRow, lastRow);
+}
+
+template <class CharT, class Tag>
+XMLSheetImplT<CharT, Tag>::XMLSheetImplT(bindery::c_read& source, int firstRow, int lastRow)
+    : _firstLoadedRow(std::max(firstRow, 0)) {
+    readFrom(source, firstRow, lastRow);
+}
+
+template <class CharT, class Tag>
+void XMLSheetImplT<CharT, Tag>::readFrom(bindery::c_read& source, int firstRow, int lastRow) {
+    SheetReader reader(source, firstRow, lastRow);
     if (const int code = this->_root.unmarshal(reader)) throw vlerror(bindery::errorText(code));
     attachRows();
     afterLoad();

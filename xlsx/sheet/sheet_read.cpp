@@ -55,6 +55,19 @@ const CharT* XMLSheetImplT<CharT, Tag>::giveUtf8(std::string_view text) {
 }
 
 template <class CharT, class Tag>
+const CharT* XMLSheetImplT<CharT, Tag>::giveShared(SharedStrings<CharT, Tag>& strings, std::size_t position) {
+    if constexpr (std::is_same_v<CharT, char>) {
+        if (book().isUtf8()) {
+            if (const auto known = strings.givenUtf8(position)) return giveUtf8(*known);
+            const char* const given = give(strings.textAt(position));
+            strings.keepGivenUtf8(position, given);
+            return given;
+        }
+    }
+    return give(strings.textAt(position));
+}
+
+template <class CharT, class Tag>
 int XMLSheetImplT<CharT, Tag>::cellType(int row, int col) {
     return guard<int>(cellEmpty, [&] {
         const Cell* const cell = findCell(row, col);
@@ -126,8 +139,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::readString(int row, int col, Format** fo
             case CellType::s: {
                 auto* const strings = book().findSharedStrings();
                 if (!strings) throw vlerror(xlsx::msg::sharedStringsNotFound);
-                if (cell.text().empty()) return give({});
-                return give(strings->textAt(positionOf(cell.text())));
+                return cell.hasText() ? giveShared(*strings, positionOf(cell.text())) : give({});
             }
             case CellType::str:
             case CellType::d:

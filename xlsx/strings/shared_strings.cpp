@@ -94,6 +94,22 @@ std::wstring_view SharedStrings<CharT, Tag>::textAt(std::size_t position) {
 }
 
 template <class CharT, class Tag>
+std::optional<std::string_view> SharedStrings<CharT, Tag>::givenUtf8(std::size_t position) const {
+    if (position >= _given.size() || _given[position].sizeAndOne == 0) return {};
+    return std::string_view(_givenBytes).substr(_given[position].from, _given[position].sizeAndOne - 1);
+}
+
+/// Texts with runs may change through the objects that were handed out for them.
+template <class CharT, class Tag>
+void SharedStrings<CharT, Tag>::keepGivenUtf8(std::size_t position, std::string_view text) {
+    constexpr std::size_t mostBytes = std::size_t{1} << 30;
+    if (!_richStrings.empty() || position >= size() || _givenBytes.size() + text.size() > mostBytes) return;
+    if (_given.size() <= position) _given.resize(size());
+    _given[position] = {static_cast<std::uint32_t>(_givenBytes.size()), static_cast<std::uint32_t>(text.size()) + 1};
+    _givenBytes += text;
+}
+
+template <class CharT, class Tag>
 bool SharedStrings<CharT, Tag>::isRich(std::size_t position) const {
     return at(position).isset_r();
 }
@@ -146,6 +162,8 @@ template <class CharT, class Tag>
 auto SharedStrings<CharT, Tag>::richStringAt(std::size_t position, BookContextT<CharT, Tag>& book,
                                              IFormatT<CharT>* format) -> RichString* {
     at(position);
+    _given.clear();  // nor are any kept from now on
+    _givenBytes.clear();
     _richStrings.push_back(std::make_unique<RichString>(book, this->_root.si()[position], position, format));
     return _richStrings.back().get();
 }

@@ -1,7 +1,9 @@
 // The shared strings of a package.
 #pragma once
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -34,6 +36,10 @@ public:
 
     /// Text of a position, its runs joined; valid until the next call.
     std::wstring_view textAt(std::size_t position);
+    /// The UTF-8 that was made of a text when it was last given out: whoever reads the table again and again finds it
+    /// side by side with others. Nothing when it was not.
+    std::optional<std::string_view> givenUtf8(std::size_t position) const;
+    void keepGivenUtf8(std::size_t position, std::string_view text);
     /// Whether the text has runs.
     bool isRich(std::size_t position) const;
     std::size_t size() const { return this->_root.si().size(); }
@@ -62,6 +68,11 @@ private:
     std::unordered_map<std::wstring, std::size_t, HashText, std::equal_to<>> _index;  // made by the first addString
     std::size_t _toIndex = 0;  // loaded strings that are not in the index yet
     std::vector<std::unique_ptr<RichString>> _richStrings;
+    struct Given {
+        std::uint32_t from = 0, sizeAndOne = 0;  // 0: not given out
+    };
+    std::vector<Given> _given;  // by position
+    std::string _givenBytes;
     std::wstring _joined;
 };
 
