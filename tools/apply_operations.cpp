@@ -130,8 +130,7 @@ template <auto operation>
 constexpr Runner columnRunner = [](Book& book, Sheet& sheet, const tools::Scalars& given) {
     const tools::Scalars rest(given.begin() + 1, given.end());
     auto* const column = sheet.filterObject()->filterColumn(static_cast<int>(std::get<double>(given.at(0))));
-    if (column == nullptr) throw std::runtime_error(book.errorMessage());
-    return run(operation, book, *column, rest);
+    return column != nullptr ? run(operation, book, *column, rest) : std::string("\"result\":null,\"out\":[]");
 };
 
 const std::map<std::string, Runner, std::less<>> operations = {

@@ -50,10 +50,8 @@ XFile* XMLBookImplT<CharT, Tag>::findPart(std::string_view path) {
     if (found != _parts.end()) return &partOf(found->second);
     // Real packages spell targets in other case than the entries. Most parts have no .rels part, which is asked often.
     if (path.ends_with(".rels")) return nullptr;
-    for (const auto& [name, part] : _parts) {
-        if (sameIgnoringCase(name, path)) return &partOf(part);
-    }
-    return nullptr;
+    const auto other = _parts.findIgnoringCase(path);
+    return other == _parts.end() ? nullptr : &partOf(other->second);
 }
 
 /// Deletes a part that some relationship names. A file may name there what is no such part at all: what the book has

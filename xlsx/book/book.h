@@ -1,7 +1,6 @@
 // The Open XML workbook.
 #pragma once
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "xlsx/features/defined_names.h"
 #include "xlsx/layout/font_metrics.h"
 #include "xlsx/package/book_context.h"
+#include "xlsx/package/part_map.h"
 #include "xlsx/package/xml_file.h"
 #include "xlsx/parts/pictures.h"
 
@@ -150,9 +150,6 @@ private:
         bool outlineOnly = false;
     };
 
-    /// By their paths. The main part is the book itself: its entry has no object.
-    using PartMap = std::map<std::string, std::unique_ptr<XFile>, std::less<>>;
-
     class Loader;
 
     void clear();
@@ -207,7 +204,7 @@ private:
     Styles<CharT, Tag>* _styles = nullptr;
     SharedStrings<CharT, Tag>* _sharedStrings = nullptr;
 
-    PartMap _parts;
+    xlsx::PartMap _parts;  // the main part is the book itself: its entry has no object
     std::string _mainPath;
     bool _outline = false;  // no sheet was loaded, so that nothing whole can be saved
     std::string _folder;    // of the main part, "/xl" in a new book

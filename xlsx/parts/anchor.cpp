@@ -21,40 +21,58 @@ struct Unit {
 };
 constexpr Unit units[] = {{"mm", 36000}, {"cm", 360000}, {"in", 914400}, {"pt", 12700}, {"pc", 152400}, {"pi", 152400}};
 
+/// Columns or rows of a sheet.
 template <class SizeOf>
-Edge walk(Edge from, std::int64_t length, int last, SizeOf&& sizeOf) {
-    Edge edge{from.cell, from.offset + length};
-    while (edge.cell < last && edge.offset > 0) {
-        const int size = sizeOf(edge.cell);
-        if (edge.offset < size) break;
-        edge.offset -= size;
-        ++edge.cell;
+struct Line {
+    int last, firstEqual;  // from `firstEqual` on all have one size
+    SizeOf sizeOf;
+
+    [[nodiscard]] Edge walk(Edge from, std::int64_t length) const {
+        Edge edge{from.cell, from.offset + length};
+        while (edge.cell < last && edge.offset > 0) {
+            const int size = sizeOf(edge.cell);
+            if (edge.offset < size) break;
+            std::int64_t steps = 1;
+            if (edge.cell >= firstEqual) steps = size > 0 ? edge.offset / size : last;
+            steps = std::min<std::int64_t>(steps, last - edge.cell);
+            edge.offset -= steps * size;
+            edge.cell += static_cast<int>(steps);
+        }
+        return edge;
     }
-    return edge;
+
+    [[nodiscard]] std::int64_t distance(const Edge& from, const Edge& to) const {
+        std::int64_t length = to.offset - from.offset;
+        const int equal = std::max(from.cell, firstEqual);
+        for (int cell = from.cell; cell < std::min(to.cell, equal); ++cell) length += sizeOf(cell);
+        if (equal < to.cell) length += std::int64_t{to.cell - equal} * sizeOf(equal);
+        return std::max<std::int64_t>(length, 0);
+    }
+};
+
+auto columnsOf(CellPixels& pixels) {
+    return Line{lastColumn, lastColumn, [&](int col) { return pixels.columnPixels(col); }};
 }
 
-template <class SizeOf>
-std::int64_t distance(const Edge& from, const Edge& to, SizeOf&& sizeOf) {
-    std::int64_t length = to.offset - from.offset;
-    for (int cell = from.cell; cell < to.cell; ++cell) length += sizeOf(cell);
-    return std::max<std::int64_t>(length, 0);
+auto rowsOf(CellPixels& pixels) {
+    return Line{lastRow, pixels.firstEqualRow(), [&](int row) { return pixels.rowPixels(row); }};
 }
 
 }  // namespace
 
 void placeEnds(Placement& placement, CellPixels& pixels) {
-    placement.right = walk(placement.left, placement.width, lastColumn, [&](int c) { return pixels.columnPixels(c); });
-    placement.bottom = walk(placement.top, placement.height, lastRow, [&](int r) { return pixels.rowPixels(r); });
+    placement.right = columnsOf(pixels).walk(placement.left, placement.width);
+    placement.bottom = rowsOf(pixels).walk(placement.top, placement.height);
 }
 
 void measureBetween(Placement& placement, CellPixels& pixels) {
-    placement.width = distance(placement.left, placement.right, [&](int c) { return pixels.columnPixels(c); });
-    placement.height = distance(placement.top, placement.bottom, [&](int r) { return pixels.rowPixels(r); });
+    placement.width = columnsOf(pixels).distance(placement.left, placement.right);
+    placement.height = rowsOf(pixels).distance(placement.top, placement.bottom);
 }
 
 void placeFromOrigin(Placement& placement, std::int64_t x, std::int64_t y, CellPixels& pixels) {
-    placement.left = walk({}, x, lastColumn, [&](int c) { return pixels.columnPixels(c); });
-    placement.top = walk({}, y, lastRow, [&](int r) { return pixels.rowPixels(r); });
+    placement.left = columnsOf(pixels).walk({}, x);
+    placement.top = rowsOf(pixels).walk({}, y);
     placeEnds(placement, pixels);
 }
 

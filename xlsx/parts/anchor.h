@@ -13,6 +13,8 @@ class CellPixels {
 public:
     virtual int columnPixels(int col) = 0;
     virtual int rowPixels(int row) = 0;
+    /// From this row on all are as high as the first of them.
+    virtual int firstEqualRow() = 0;
 
 protected:
     ~CellPixels() = default;

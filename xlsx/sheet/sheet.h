@@ -394,6 +394,7 @@ private:
     // For pictures, comments, controls: sheet_objects.cpp.
     int columnPixels(int col) override;
     int rowPixels(int row) override;
+    int firstEqualRow() override;
     xlsx::SheetPictures<Tag> pictures();
     Comments<Tag>* findComments();
     const std::vector<std::string>& controls();

@@ -40,6 +40,12 @@ int XMLSheetImplT<CharT, Tag>::rowPixels(int row) {
 }
 
 template <class CharT, class Tag>
+int XMLSheetImplT<CharT, Tag>::firstEqualRow() {
+    if (!_numbered) return static_cast<int>(sheetRows);
+    return _rows->empty() ? 0 : static_cast<int>(std::min(_rows->back().r(), sheetRows));
+}
+
+template <class CharT, class Tag>
 xlsx::SheetPictures<Tag> XMLSheetImplT<CharT, Tag>::pictures() {
     return {book(), this->_root, book().sheetPath(_index), *this};
 }

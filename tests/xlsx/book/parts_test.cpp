@@ -4,6 +4,7 @@
 #include "engine/facts/sheet_names.h"
 #include "engine/failure/vlerror.h"
 #include "xlsx/package/content_types.h"
+#include "xlsx/package/part_map.h"
 #include "xlsx/package/part_path.h"
 #include "xlsx/package/relationships.h"
 
@@ -142,6 +143,25 @@ TEST(SheetNames, InReferences) {
     EXPECT_EQ(withSheetRenamed(L"S1!A1+[1]S1!A1", L"S1", L"FY24"), L"'FY24'!A1+[1]S1!A1");
     EXPECT_EQ(withSheetRenamed(L"S1!A1", L"S1", L"r1c1"), L"'r1c1'!A1");
     EXPECT_EQ(withSheetRenamed(L"S1!A1", L"S1", L"Year24"), L"Year24!A1");
+}
+
+TEST(PartMap, FindsPathsOfOtherCase) {
+    xlsx::PartMap parts;
+    for (const char* const path : {"/xl/b.xml", "/xl/A.xml", "/xl/a.xml"}) parts.insert_or_assign(path, nullptr);
+    parts.insert_or_assign("/xl/a.xml", nullptr);
+    const auto found = [&](const char* path) {
+        const auto part = parts.findIgnoringCase(path);
+        return part == parts.end() ? std::string() : part->first;
+    };
+    EXPECT_EQ(found("/XL/a.XML"), "/xl/A.xml") << "the first by its bytes";
+    EXPECT_EQ(found("/xl/c.xml"), "");
+    parts.erase("/xl/A.xml");
+    EXPECT_EQ(found("/xl/A.xml"), "/xl/a.xml");
+    EXPECT_EQ(parts.erase(parts.find("/xl/a.xml"))->first, "/xl/b.xml");
+    EXPECT_EQ(found("/xl/a.xml"), "");
+    EXPECT_EQ(found("/xl/B.xml"), "/xl/b.xml");
+    parts.clear();
+    EXPECT_EQ(found("/xl/B.xml"), "");
 }
 
 }  // namespace

@@ -65,6 +65,19 @@ TEST_P(Placing, TheFirstPictureMakesTheDrawingAndTheSecondUsesIt) {
     EXPECT_EQ(placeOf(*again->getSheet(0), 1), "0 2 0 3 1 64 20 10 5");
 }
 
+// Rows behind the last one that the sheet has are counted at once.
+TEST_P(Placing, TallPicturesPassManyRows) {
+    ASSERT_EQ(addPicture(*book, pngOf(100, 50)), 0);
+    ASSERT_TRUE(sheet->placePictureSized(10, 0, 0, 64, 100'000, 0, 5)) << error();
+    EXPECT_EQ(placeOf(*sheet, 0), "0 10 0 5010 1 64 100000 0 5");
+    ASSERT_TRUE(sheet->setRow(3000, 30)) << error();  // 40 pixels
+    EXPECT_EQ(placeOf(*sheet, 0), "0 10 0 5010 1 64 100020 0 5");
+    ASSERT_TRUE(sheet->placePictureSized(0, 0, 0, 64, 100'000, 0, 0)) << error();
+    EXPECT_EQ(placeOf(*sheet, 1), "0 0 0 4999 1 64 100000 0 0");
+    ASSERT_TRUE(sheet->placePictureSized(4000, 0, 0, 64, 2'000'000'000, 0, 0)) << error();
+    EXPECT_EQ(placeOf(*sheet, 2), "0 4000 0 1048575 1 64 2000000000 0 0");
+}
+
 TEST_P(Placing, AnchorsAreWalkedOverTheCells) {
     ASSERT_EQ(addPicture(*book, pngOf(100, 50)), 0);
     ASSERT_EQ(addPicture(*book, bareWmf), 1);
