@@ -1,14 +1,48 @@
 #include "tests/support/script_runner.h"
 
+#include <unistd.h>
+
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 
 #include "refhost/run/script_run.h"
 
 namespace support {
+namespace {
+
+/// Writes a script down with its files before and after it and the lines that it printed, each in a folder of its own,
+/// for other hosts to run it as well: where QUILLET_RECORD_SCRIPTS names a folder.
+class Recorder {
+public:
+    Recorder(const std::string& folder, const std::string& script) : _folder(folder) {
+        const char* records = std::getenv("QUILLET_RECORD_SCRIPTS");
+        if (records == nullptr) return;
+        static int count = 0;
+        char name[40];
+        std::snprintf(name, sizeof name, "%d-%05d", static_cast<int>(getpid()), ++count);
+        _record = std::filesystem::path(records) / name;
+        std::filesystem::create_directories(_record);
+        std::filesystem::copy(folder, _record / "before");
+        std::ofstream(_record / "script", std::ios::binary) << script;
+        std::ofstream(_record / "folder") << folder;
+    }
+    void done(const std::string& lines) const {
+        if (_record.empty()) return;
+        std::ofstream(_record / "lines", std::ios::binary) << lines;
+        std::filesystem::copy(_folder, _record / "after");
+    }
+
+private:
+    const std::string _folder;
+    std::filesystem::path _record;
+};
+
+}  // namespace
 
 TempFolder::TempFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "quillet-test-XXXXXX").string();
@@ -35,7 +69,8 @@ std::string TempFolder::read(const std::string& name) const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-ScriptRunner::ScriptRunner(const Files& files, const std::string& catalogue) : _host(_folder.path()) {
+ScriptRunner::ScriptRunner(const Files& files, const std::string& catalogue)
+    : _host(_folder.path()), _plain(catalogue.empty()) {
     for (const auto& [name, content] : files) _folder.write(name, content);
     _host.load(QUILLET_MODULE, catalogue);
 }
@@ -45,7 +80,11 @@ ScriptResult ScriptRunner::run(const std::string& script) {
     options.json = true;
     std::ostringstream out, err;
     ScriptResult result;
+    std::optional<Recorder> recorder;
+    if (_plain) recorder.emplace(_folder.path(), script);
     result.status = refhost::runScript(_host, script, options, out, err);
+    if (recorder) recorder->done(out.str());
+    _plain = false;  // the next script finds what this one left in the host
     result.errors = err.str();
     std::istringstream lines(out.str());
     for (std::string line; std::getline(lines, line);) result.lines.push_back(Json::parse(line));

@@ -49,13 +49,17 @@ using Files = std::map<std::string, std::string>;
 class ScriptRunner {
 public:
     explicit ScriptRunner(const Files& files = {}, const std::string& catalogue = {});
-    refhost::Host& host() { return _host; }
+    refhost::Host& host() {
+        _plain = false;
+        return _host;
+    }
     TempFolder& folder() { return _folder; }
     ScriptResult run(const std::string& script);
 
 private:
     TempFolder _folder;
     refhost::Host _host;
+    bool _plain;  // nothing but a script was asked of the host
 };
 
 /// One script on a host of its own.

@@ -8,7 +8,15 @@ Statements move scalars, sets, lists, arrays and records between ranges of a she
 ...                     demand=quillet.Array(("product", "year"), float, "[Demand$A:C]"))
 >>> data.demand["anvil", 2024]                                              # doctest: +SKIP
 135.5
+
+Workbooks themselves, cell by cell or area by area, with their formulas, names, formats, pictures and comments:
+
+>>> with quillet.open("plan.xlsx") as book:                                 # doctest: +SKIP
+...     book["Demand"]["C2"] = 12.5
+...     book["Demand"].values("A2:C9")
+...     book.save()
 """
+from ._book import Book, BookError, Cell, CellError, Format, Hyperlink, Name, Picture, PlacedPicture, Sheet, Table, open
 from ._containers import ArrayData, ListData, ScalarData, SetData
 from ._errors import StatementError, StatementWarning
 from ._quillet import ModuleError
@@ -17,9 +25,12 @@ from ._specs import Array, Arrays, Frame, List, Range, Scalar, Set
 from ._types import Alias, Record
 from ._writing import to
 
+BookError.__doc__ = "What a workbook refused, or a file that is none."
 ModuleError.__doc__ = "The native module is missing, or is not one that this package can use."
 
 __all__ = [
-    "Alias", "Array", "ArrayData", "Arrays", "Data", "Frame", "List", "ListData", "ModuleError", "Range", "Record",
-    "Scalar", "ScalarData", "Session", "Set", "SetData", "Source", "StatementError", "StatementWarning", "into", "to",
+    "Alias", "Array", "ArrayData", "Arrays", "Book", "BookError", "Cell", "CellError", "Data", "Format", "Frame",
+    "Hyperlink", "List", "ListData", "ModuleError", "Name", "Picture", "PlacedPicture", "Range", "Record", "Scalar",
+    "ScalarData", "Session", "Set", "SetData", "Sheet", "Source", "StatementError", "StatementWarning", "Table", "into",
+    "open", "to",
 ]
