@@ -29,7 +29,7 @@ int writeItem(Item& item) {
 
 int fitRows(RangeSpec& range, long long needed) {
     if (needed > range.height() && range.has(optGrow)) {
-        range.lastRow = int(std::min(range.firstRow + needed - 1, (long long)(INT_MAX - 1)));
+        range.lastRow = int(std::min(range.firstRow + needed - 1, static_cast<long long>(INT_MAX - 1)));
     }
     if (observer != nullptr) observer->rowsFitted(needed, range.height());
     return range.height();
