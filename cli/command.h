@@ -14,6 +14,7 @@ void addDump(CLI::App& program, int& exitStatus);
 void addResave(CLI::App& program, int& exitStatus);
 void addInfo(CLI::App& program, int& exitStatus);
 void addPictures(CLI::App& program, int& exitStatus);
+void addDiff(CLI::App& program, int& exitStatus);
 void addShow(CLI::App& program, int& exitStatus);
 
 }  // namespace cli

@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     cli::addResave(program, exitStatus);
     cli::addInfo(program, exitStatus);
     cli::addPictures(program, exitStatus);
+    cli::addDiff(program, exitStatus);
     cli::addShow(program, exitStatus);
     try {
         program.parse(argc, argv);
