@@ -67,7 +67,7 @@ public:
         std::sort(_done.begin(), _done.end(), [](const Run& a, const Run& b) { return a.order < b.order; });
         for (Run& run : _done) {
             std::string place = cellName(run.rowFirst, run.colFirst);
-            if (run.count > 1) place += ":" + cellName(run.rowLast, run.colLast);
+            if (run.count > 1) place.append(1, ':').append(cellName(run.rowLast, run.colLast));
             out.push_back({sheet, std::move(place), run.first.what, run.count, run.first.before, run.first.after});
         }
     }

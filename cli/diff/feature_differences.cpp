@@ -1,5 +1,7 @@
 #include "cli/diff/feature_differences.h"
 
+#include <algorithm>
+#include <charconv>
 #include <map>
 #include <sstream>
 
@@ -121,13 +123,37 @@ SheetObjects objectsOf(Book& book, Sheet& sheet) {
     return found;
 }
 
+/// Numbers with a fraction cut to 12 digits: a save rounds sizes and margins.
+std::string rounded(const std::string& text) {
+    constexpr int digits = 12;
+    std::string out;
+    for (const char *at = text.data(), *const end = at + text.size(); at < end;) {
+        double value = 0;
+        const auto read = std::from_chars(at, end, value);
+        if (read.ec != std::errc() || std::find(at, read.ptr, '.') == read.ptr) {
+            const char* const next = std::max(read.ptr, at + 1);
+            out.append(at, next);
+            at = next;
+            continue;
+        }
+        char shown[40];
+        out.append(shown, std::to_chars(shown, shown + sizeof shown, value, std::chars_format::general, digits).ptr);
+        at = read.ptr;
+    }
+    return out;
+}
+
 Texts featuresOf(Book& book, Sheet& sheet) {
     std::ostringstream text;
     {
         JsonLines lines(text);
         dumpFeatures(book, sheet, lines);
     }
-    return jsonMembers(text.str());
+    Texts members = jsonMembers(text.str());
+    for (const char* const sizes : {"margins", "rows", "columns"}) {
+        if (const auto found = members.find(sizes); found != members.end()) found->second = rounded(found->second);
+    }
+    return members;
 }
 
 }  // namespace

@@ -79,7 +79,7 @@ TEST(MovedFormula, ReferencesFollowTheirCells) {
         {"LOG10(A4)", "LOG10(A6)"},
         {"Data!A4:A5+'x y'!A4", "Data!A6:A7+'x y'!A6"},
         {"'It''s'!A4", "'It''s'!A6"},
-        {"TAX4+A4_b+_A4", "TAX11+A4_b+_A4"},
+        {"TAXI4+A4_b+_A4", "TAXI4+A4_b+_A4"},
         {"A:A+4:4", "A:A+4:4"},
         {"A1048576", "A1048578"},
     };
