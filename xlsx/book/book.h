@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/api/iobjects.h"
@@ -150,6 +151,14 @@ private:
         bool outlineOnly = false;
     };
 
+    /// What a new sheet has to know of all others, kept while sheets are added one by one.
+    struct SheetFacts {
+        bool known = false;
+        unsigned renames = 0;                    // of the names that are known
+        std::unordered_set<std::wstring> names;  // folded
+        unsigned lastId = 0, lastFile = 0;       // the highest numbers
+    };
+
     class Loader;
 
     void clear();
@@ -188,6 +197,7 @@ private:
     const Sheet* ownSheet(ISheetT<CharT>* source);
     std::string addSheetPart(const std::string& path, std::unique_ptr<Sheet> sheet);
     void listSheet(int index, const std::wstring& name, const std::string& id);
+    SheetFacts& sheetFacts();
     std::wstring checkedSheetName(const CharT* name, bool& cut);
     std::string makeSheetPath();
     void copyRelationships(std::string_view sourcePath, std::string_view path);
@@ -209,6 +219,7 @@ private:
     bool _outline = false;  // no sheet was loaded, so that nothing whole can be saved
     std::string _folder;    // of the main part, "/xl" in a new book
     xlsx::DefinedNames<Tag> _names{this->_root};
+    SheetFacts _sheetFacts;
     xlsx::FontMetrics _defaultFontMetrics;
     xlsx::PictureList _pictures;
     struct FreeBuffer {

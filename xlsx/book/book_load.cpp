@@ -296,6 +296,7 @@ void XMLBookImplT<CharT, Tag>::clear() {
     _saveBuffer.reset();
     this->_root = c_workbook();
     _names.changed();
+    _sheetFacts = {};
 }
 
 /// Runs a load; whatever fails, the book is empty then and can load again.

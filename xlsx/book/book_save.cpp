@@ -96,6 +96,7 @@ void XMLBookImplT<CharT, Tag>::prepareSave() {
         workbook.bookViews().workbookView().append();
     }
     dropDangling();
+    _sheetFacts = {};
 }
 
 /// The chain is not kept up to date; readers rebuild it.

@@ -3,6 +3,7 @@
 #include <limits>
 #include <numeric>
 #include <unordered_set>
+#include <utility>
 
 #include "engine/api/enums.h"
 #include "engine/facts/sheet_names.h"
@@ -107,13 +108,30 @@ ISheetT<CharT>* XMLBookImplT<CharT, Tag>::insertSheet(int index, const CharT* na
     return guarded<ISheetT<CharT>*>(this->_lastError, nullptr, [&] { return &makeSheet(index, name, source); });
 }
 
+template <class CharT, class Tag>
+auto XMLBookImplT<CharT, Tag>::sheetFacts() -> SheetFacts& {
+    SheetFacts& facts = _sheetFacts;
+    if (facts.known && facts.renames == _names.renames()) return facts;
+    facts = {.known = true, .renames = _names.renames()};
+    if (const auto* const sheets = this->_root.find_sheets()) {
+        for (const auto& element : sheets->sheet()) {
+            facts.names.insert(foldedSheetName(element.name()));
+            facts.lastId = std::max(facts.lastId, element.sheetId());
+        }
+    }
+    if (!_relationships) return facts;
+    for (const std::string& target : _relationships->targetsOfEnding("worksheet")) {
+        if (target.size() <= 4) continue;
+        facts.lastFile = std::max(facts.lastFile, numberAtEnd(std::string_view(target).substr(0, target.size() - 4)));
+    }
+    return facts;
+}
+
 /// The name as it will be; `cut` tells whether it had to lose characters.
 template <class CharT, class Tag>
 std::wstring XMLBookImplT<CharT, Tag>::checkedSheetName(const CharT* name, bool& cut) {
     const SheetNameText text = cutSheetName(name, isUtf8());
-    for (int i = 0; i < sheetCount(); ++i) {
-        if (sameSheetName(sheetElement(i).name(), text.name)) throw vlerror(xlsx::msg::sheetNameTaken);
-    }
+    if (sheetFacts().names.contains(foldedSheetName(text.name))) throw vlerror(xlsx::msg::sheetNameTaken);
     checkSheetName(text.name);
     cut = text.cut;
     return text.name;
@@ -122,14 +140,11 @@ std::wstring XMLBookImplT<CharT, Tag>::checkedSheetName(const CharT* name, bool&
 template <class CharT, class Tag>
 std::string XMLBookImplT<CharT, Tag>::makeSheetPath() {
     if (!_relationships) throw vlerror(xlsx::msg::makeSheetPath);
-    unsigned number = 0;
-    for (const std::string& target : _relationships->targetsOfEnding("worksheet")) {
-        if (target.size() > 4)
-            number = std::max(number, numberAtEnd(std::string_view(target).substr(0, target.size() - 4)));
-    }
+    unsigned number = sheetFacts().lastFile;
     std::string path;
     do path = _folder + "/worksheets/sheet" + std::to_string(++number) + ".xml";
     while (findPart(path));
+    _sheetFacts.lastFile = number;
     return path;
 }
 
@@ -155,13 +170,13 @@ std::string XMLBookImplT<CharT, Tag>::addSheetPart(const std::string& path, std:
 /// Puts a sheet in the list, under a number that no other has; names that are local to those behind move with them.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::listSheet(int index, const std::wstring& name, const std::string& id) {
-    auto& sheets = this->_root.sheets().sheet();
-    unsigned sheetId = 0;
-    for (const auto& element : sheets) sheetId = std::max(sheetId, element.sheetId());
-    auto& element = sheets.insert(static_cast<std::size_t>(index));
+    SheetFacts facts = std::exchange(sheetFacts(), {});  // asked for anew should this fail half way
+    auto& element = this->_root.sheets().sheet().insert(static_cast<std::size_t>(index));
     element.name(name);
-    element.sheetId(sheetId + 1);
+    element.sheetId(++facts.lastId);
     element.id(id);
+    facts.names.insert(foldedSheetName(name));
+    _sheetFacts = std::move(facts);
     for (int i = index; i < sheetCount(); ++i) findSheet(i);
 
     _names.changed();
@@ -272,6 +287,7 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
         if (sheetCount() == 1) throw vlerror(xlsx::msg::cantRemoveLastSheet);
         const std::string path = sheetPath(index);
         if (!findPart(path)) throw vlerror(xlsx::msg::sheetNotFound);
+        _sheetFacts = {};
         removeNamesOfSheet(index);
         dropPart(relsPathOf(path));
         const std::string id = sheetElement(index).id();
@@ -317,6 +333,7 @@ void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
 /// Leaves one sheet in the list, as a load of one sheet does. The parts of the others are the caller's to drop.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::cutToSheet(int index) {
+    _sheetFacts = {};
     auto& sheets = this->_root.sheets().sheet();
     for (int i = sheetCount() - 1; i >= 0; --i) {
         if (i == index) continue;

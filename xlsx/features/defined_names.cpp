@@ -106,6 +106,7 @@ void DefinedNames<Tag>::move(Name& name, std::wstring_view sheet, const CellMove
 
 template <class Tag>
 void DefinedNames<Tag>::renameSheet(std::wstring_view from, std::wstring_view to) {
+    ++_renames;
     auto* const names = _workbook.find_definedNames();
     if (!names) return;
     for (Name& name : names->definedName()) name.text(withSheetRenamed(name.text(), from, to));

@@ -49,12 +49,14 @@ public:
     /// The same for one name.
     void move(Name& name, std::wstring_view sheet, const CellMove& move);
     void renameSheet(std::wstring_view from, std::wstring_view to);
+    /// How often that was.
+    [[nodiscard]] unsigned renames() const { return _renames; }
 
 private:
     void dropEmptyList();
 
     Workbook& _workbook;
-    unsigned _version = 1;
+    unsigned _version = 1, _renames = 0;
     bool _indexed = false;
     std::unordered_map<std::wstring, std::vector<Name*>> _byName;  // in small letters
 };
