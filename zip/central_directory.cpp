@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <exception>
 #include <limits>
+#include <optional>
 #include <span>
 
 #include "zip/messages.h"
@@ -74,21 +76,6 @@ struct Directory {
     bool zip64;
 };
 
-/// Offset of the end record: the last place where its signature stands with a comment that the archive can hold.
-std::uint64_t findEndRecord(const ZipSource& source) {
-    const std::uint64_t size = source.size();
-    if (size < endSize) throw ZipError(msg::noCentralDirectory);
-    const auto tailSize = static_cast<std::size_t>(std::min<std::uint64_t>(size, endSize + longestComment));
-    std::vector<unsigned char> tail(tailSize);
-    source.read(size - tailSize, tail);
-    for (std::size_t i = tailSize - endSize + 1; i-- > 0;) {
-        if (tail[i] != 'P' || Fields(std::span(tail).subspan(i)).get<std::uint32_t>() != endSignature) continue;
-        const std::size_t comment = tail[i + 20] | static_cast<std::size_t>(tail[i + 21]) << 8;
-        if (comment <= tailSize - endSize - i) return size - tailSize + i;
-    }
-    throw ZipError(msg::noCentralDirectory);
-}
-
 Directory readZip64End(const ZipSource& source, std::uint64_t endOffset) {
     if (endOffset < zip64LocatorSize) throw ZipError(msg::noZip64Directory);
     const auto locatorBytes = recordAt<zip64LocatorSize>(source, endOffset - zip64LocatorSize);
@@ -111,8 +98,21 @@ Directory readZip64End(const ZipSource& source, std::uint64_t endOffset) {
     return directory;
 }
 
-Directory readEnd(const ZipSource& source) {
-    const std::uint64_t endOffset = findEndRecord(source);
+bool signatureAt(const ZipSource& source, std::uint64_t offset, std::uint32_t signature) {
+    if (offset > source.size() || source.size() - offset < 4) return false;
+    const auto bytes = recordAt<4>(source, offset);
+    return Fields(bytes).get<std::uint32_t>() == signature;
+}
+
+/// A count of 65,535 may be meant, where the directory has room for so many and there is no locator.
+bool isZip64(const ZipSource& source, const Directory& directory) {
+    if (directory.size == 0xFFFFFFFF || directory.offset == 0xFFFFFFFF) return true;
+    if (directory.entries != 0xFFFF || directory.size / entrySize < 0xFFFF) return directory.entries == 0xFFFF;
+    return directory.end >= zip64LocatorSize &&
+           signatureAt(source, directory.end - zip64LocatorSize, zip64LocatorSignature);
+}
+
+Directory readEndAt(const ZipSource& source, std::uint64_t endOffset) {
     const auto bytes = recordAt<endSize>(source, endOffset);
     Fields end(bytes);
     end.take(4 + 2 + 2 + 2);  // signature, disks, entries on this disk
@@ -121,14 +121,7 @@ Directory readEnd(const ZipSource& source) {
     directory.size = end.get<std::uint32_t>();
     directory.offset = end.get<std::uint32_t>();
     directory.end = endOffset;
-    const bool zip64 = directory.entries == 0xFFFF || directory.size == 0xFFFFFFFF || directory.offset == 0xFFFFFFFF;
-    return zip64 ? readZip64End(source, endOffset) : directory;
-}
-
-bool signatureAt(const ZipSource& source, std::uint64_t offset, std::uint32_t signature) {
-    if (offset > source.size() || source.size() - offset < 4) return false;
-    const auto bytes = recordAt<4>(source, offset);
-    return Fields(bytes).get<std::uint32_t>() == signature;
+    return isZip64(source, directory) ? readZip64End(source, endOffset) : directory;
 }
 
 /// Bytes in front of the archive, by which all recorded offsets are short: 0 but for archives behind a foreign head.
@@ -141,6 +134,35 @@ std::uint64_t bytesBefore(const ZipSource& source, const Directory& directory) {
     if (!signatureAt(source, directory.offset + before, entrySignature)) throw ZipError(msg::damaged);
     if (directory.zip64) throw ZipError(msg::bytesBeforeZip64);
     return before;
+}
+
+/// The directory that the end record tells of: of the last one whose signature stands with a comment that the archive
+/// can hold. A comment may hold such bytes by chance: one with the directory right in front of it is better, and one
+/// that leads to no directory counts only when there is no other.
+Directory readEnd(const ZipSource& source) {
+    const std::uint64_t size = source.size();
+    if (size < endSize) throw ZipError(msg::noCentralDirectory);
+    const auto tailSize = static_cast<std::size_t>(std::min<std::uint64_t>(size, endSize + longestComment));
+    std::vector<unsigned char> tail(tailSize);
+    source.read(size - tailSize, tail);
+    std::optional<Directory> loose;
+    std::exception_ptr refusal;  // of the last one
+    for (std::size_t i = tailSize - endSize + 1; i-- > 0;) {
+        if (tail[i] != 'P' || Fields(std::span(tail).subspan(i)).get<std::uint32_t>() != endSignature) continue;
+        const std::size_t comment = tail[i + 20] | static_cast<std::size_t>(tail[i + 21]) << 8;
+        if (comment > tailSize - endSize - i) continue;
+        try {
+            const Directory directory = readEndAt(source, size - tailSize + i);
+            bytesBefore(source, directory);
+            if (directory.offset + directory.size == directory.end) return directory;
+            if (!loose) loose = directory;
+        } catch (const ZipError&) {
+            if (!refusal) refusal = std::current_exception();
+        }
+    }
+    if (loose) return *loose;
+    if (refusal) std::rethrow_exception(refusal);
+    throw ZipError(msg::noCentralDirectory);
 }
 
 /// The Zip64 extra field gives, in this order, those of the three whose 32-bit field is at its maximum.

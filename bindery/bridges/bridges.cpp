@@ -170,6 +170,14 @@ bool isSet(const MemberInfo& info, const void* holder) {
                        [](const auto& one) { return one.isset(); });
 }
 
+bool isOneBlank(const MemberInfo& info, const void* holder) {
+    if (info.spec->storage != Storage::wstring) return false;
+    if (info.kind == Kind::single) return static_cast<const ct_simple_pod_single<std::wstring>*>(holder)->get() == L" ";
+    if (info.kind == Kind::optional)
+        return static_cast<const ct_simple_pod_optional<std::wstring>*>(holder)->get() == L" ";
+    return false;
+}
+
 std::size_t multiSize(const ValueSpec& spec, const void* holder) {
     return visitStorage(spec.storage, [&](auto type) {
         return static_cast<const ct_simple_pod_multi<typename decltype(type)::type>*>(holder)->size();

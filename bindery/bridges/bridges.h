@@ -111,6 +111,8 @@ c_node* makeBox(const ValueSpec& spec);
 void* boxedHolder(const ValueSpec& spec, c_node& box);
 /// Whether a value of simple type is set.
 bool isSet(const MemberInfo& info, const void* holder);
+/// Whether it is a wide text of one blank.
+bool isOneBlank(const MemberInfo& info, const void* holder);
 
 /// The bridge of a holder whose type is known, for classes written by hand.
 template <class Reader, class Holder, class Type>

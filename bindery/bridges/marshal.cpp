@@ -53,7 +53,10 @@ private:
 
     void writeText(const MemberInfo& member) {
         const c_member_marshal_bridge bridge(_writer, member, holderOf(_object, member));
-        if (bridge.isset()) writeValue([&](std::string& out) { bridge.write(out, false); });
+        const bool isBlank =
+            _extras != nullptr && _extras->isBlankAsRead && isOneBlank(member, holderOf(_object, member));
+        if (bridge.isset())
+            writeValue([&](std::string& out) { isBlank ? out = " " : (bridge.write(out, false), out); });
     }
 
     /// An empty value leaves the start tag open, so that the element ends with it.

@@ -85,7 +85,9 @@ Attr kept(c_xml_reader& reader, const RawAttribute& attribute) {
 }  // namespace
 
 int keepAttribute(c_xml_reader& reader, Extras& extras, const RawAttribute& attribute) {
-    if (const int code = reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
+    const bool isReaders = attribute.ns == namespace_xsi;  // may stand on any element
+    if (!isReaders)
+        if (const int code = reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
     if (!reader.keepsUnknown()) return 0;
     if (extras.attribute(attribute.name) != nullptr)  // where that is forgiven, the first one counts
         return reader.fail(attribute_repeated, attributeItem(attribute.name));
@@ -142,7 +144,7 @@ bool c_table_unmarshal_helper::attributeHandler(c_xml_reader& reader, const RawA
         error = readAttribute(reader, attribute, bridge);
         return true;
     }
-    if (attribute.ns == namespace_xsi) return true;  // the reader's own
+    if (attribute.ns == namespace_xsi && !reader.keepsUnknown()) return true;  // the reader's own
     error = keepAttribute(reader, _object.makeExtras(), attribute);
     if (_object.extras()->empty()) _object.dropExtras();
     return true;
@@ -163,8 +165,10 @@ bool c_table_unmarshal_helper::hasSimpleContent() const {
 
 bool c_table_unmarshal_helper::textHandler(c_xml_reader& reader, int& error) {
     at(*_info.text, _info);
-    c_member_unmarshal_bridge bridge(reader, *_info.text, holderOf(_object, *_info.text));
+    void* const holder = holderOf(_object, *_info.text);
+    c_member_unmarshal_bridge bridge(reader, *_info.text, holder);
     error = readElement(reader, bridge);
+    if (reader.keepsUnknown() && isOneBlank(*_info.text, holder)) _object.makeExtras().isBlankAsRead = true;
     return true;
 }
 
@@ -335,9 +339,9 @@ int c_table_unmarshal_helper::takeOption(c_node& object, const ClassInfo& info, 
 int c_table_unmarshal_helper::readSimpleElement(void* holder, const MemberInfo& member) {
     if (const int code = checkRepeatedAttributes(_reader)) return code;
     for (const RawAttribute& attribute : _reader.attributes()) {
-        if (attribute.ns == namespace_xsi) continue;
+        const bool isReaders = attribute.ns == namespace_xsi;
         const bool isText = member.spec->storage == Storage::wstring || member.spec->storage == Storage::string;
-        if (!isText)
+        if (!isText && !isReaders)
             if (const int code = _reader.fail(unexpected_attribute, attributeItem(attribute.name))) return code;
         if (!_reader.keepsUnknown()) continue;
         keepChildAttribute(_reader, _object.makeExtras(), _slot, _ordinal, attribute);

@@ -30,8 +30,11 @@ struct Extras {
     std::vector<NsDecl> decls;
     std::vector<Placed> elements;
     std::vector<PlacedAttr> childAttrs;
+    bool isBlankAsRead = false;  // the element's text was one blank; one that is set goes out as a no-break space
 
-    bool empty() const { return attrs.empty() && decls.empty() && elements.empty() && childAttrs.empty(); }
+    bool empty() const {
+        return attrs.empty() && decls.empty() && elements.empty() && childAttrs.empty() && !isBlankAsRead;
+    }
 
     /// Value of an unknown attribute by its name as written ("x14ac:dyDescent"); null when there is none.
     const std::string* attribute(std::string_view asWritten) const;

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <string_view>
 
+#include "engine/api/ibook_tries.h"
 #include "engine/factories/factories.h"
 
 namespace cli {
@@ -15,7 +16,7 @@ bool isPackage(const std::string& path) {
     return found == "PK\3\4" || found == "PK\5\6" || found == "PK\7\10";
 }
 
-BookPtr loadBook(const std::string& path, std::string& error) {
+BookPtr loadBook(const std::string& path, std::string& error, std::string* firstTry) {
     BookPtr book(isPackage(path) ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
     if (!book) {
         error = "cannot create book";
@@ -24,6 +25,8 @@ BookPtr loadBook(const std::string& path, std::string& error) {
     book->setLocale("UTF-8");
     if (!book->loadFile(path.c_str())) {
         error = book->errorMessage();
+        auto* const tries = dynamic_cast<vellum::IBookTries*>(book.get());
+        if (firstTry && tries) *firstTry = tries->firstTryText();
         book.reset();
         return book;
     }

@@ -94,10 +94,13 @@ void printKept(Book& book, std::ostream& out) {
 }  // namespace
 
 int info(const std::string& path, std::ostream& out, std::ostream& errors) {
-    std::string error;
-    const BookPtr book = loadBook(path, error);
+    std::string error, firstTry;
+    const BookPtr book = loadBook(path, error, &firstTry);
     if (!book) {
         errors << path << ": " << error << '\n';
+        if (!firstTry.empty() && firstTry != error) {
+            errors << "  as a Transitional workbook: " << firstTry << "\n  as a Strict one: " << error << '\n';
+        }
         return 1;
     }
     out << path << ": " << formatName(*book) << '\n';

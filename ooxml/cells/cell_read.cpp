@@ -83,8 +83,7 @@ int c_CT_Cell<Family>::readAttributes(bindery::c_xml_reader& reader) {
             code = takeAttribute(attribute.local, value);
         }
         if (code > 0) code = reader.fail(code, bindery::attributeItem(attribute.name));
-        if (code < 0)
-            code = attribute.ns == bindery::namespace_xsi ? 0 : keepAttribute(reader, makeExtras(), attribute);
+        if (code < 0) code = keepAttribute(reader, makeExtras(), attribute);
         if (code != 0) return code;
     }
     return 0;
@@ -161,8 +160,7 @@ template <class Family>
 int c_CT_Cell<Family>::readValueElement(bindery::c_xml_reader& reader) {
     if (const int code = bindery::checkRepeatedAttributes(reader)) return code;
     for (const bindery::RawAttribute& attribute : reader.attributes())
-        if (attribute.ns != bindery::namespace_xsi && reader.keepsUnknown())
-            keepChildAttribute(reader, makeExtras(), cellSlot_v, 1, attribute);
+        if (reader.keepsUnknown()) keepChildAttribute(reader, makeExtras(), cellSlot_v, 1, attribute);
     std::string text;
     bindery::c_atomic_unmarshal_bridge bridge(reader, textSpec, &text);
     if (const int code = readElement(reader, bridge)) return code;

@@ -145,8 +145,7 @@ int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
             if (this->extras() != nullptr && !this->extras()->attrs.empty()) _present |= dyDescentBehind;
         }
         if (code > 0) code = reader.fail(code, bindery::attributeItem(attribute.name));
-        if (code < 0)
-            code = attribute.ns == bindery::namespace_xsi ? 0 : keepAttribute(reader, this->makeExtras(), attribute);
+        if (code < 0) code = keepAttribute(reader, this->makeExtras(), attribute);
         if (code != 0) return code;
     }
     return 0;

@@ -126,8 +126,7 @@ int c_CT_SheetData<Family>::read(bindery::c_xml_reader& reader) {
     reader.sourceFile(rowSource);
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
     for (const bindery::RawAttribute& attribute : reader.attributes())
-        if (attribute.ns != bindery::namespace_xsi)
-            if (const int code = keepAttribute(reader, this->makeExtras(), attribute)) return code;
+        if (const int code = keepAttribute(reader, this->makeExtras(), attribute)) return code;
     if (!reader.emptyElement()) return readRows(reader);
     reader.closeElement();
     return 0;

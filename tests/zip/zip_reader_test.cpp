@@ -104,6 +104,14 @@ TEST(ZipReader, TakesEveryFormOfEntry) {
     } cases[] = {
         {"stored", [](Archive&) {}, "hello"},
         {"with a comment", [](Archive& a) { a.comment = "PK\5\6 not the end"; }, "hello"},
+        {"with the end of another archive in its comment",
+         [](Archive& a) {
+             a.comment = "PK\5\6" + little(0, 4) + little(1, 2) + little(1, 2) + little(50, 4) + little(0, 4) +
+                         little(0, 2) + " and more";
+         },
+         "hello"},
+        {"with the end of an empty archive in its comment", [](Archive& a) { a.comment = "PK\5\6" + little(0, 18); },
+         "hello"},
         {"behind a foreign head", [](Archive& a) { a.prefix = "#!/bin/sh\n"; }, "hello"},
         {"with a data descriptor", [](Archive& a) { a.flags = 8; }, "hello"},
         {"deflate",
@@ -267,6 +275,25 @@ TEST(ZipReader, RefusesWhatExpandsTooFarInAll) {
             EXPECT_THROW(reader.openForRead(bytes.data(), bytes.size()), ZipError);
         }
     }
+}
+
+// The count is at its maximum, as it is where the wider record of the end has the true one.
+TEST(ZipReader, TakesAsManyEntriesAsFitWithoutZip64) {
+    constexpr unsigned count = 0xFFFF;
+    std::string bytes, directory;
+    for (unsigned i = 0; i < count; ++i) {
+        const std::string name = std::to_string(i);
+        const std::string common = little(20, 2) + little(0, 2 + 2 + 4 + 12) + little(name.size(), 2) + little(0, 2);
+        directory += "PK\1\2" + little(20, 2) + common + little(0, 2 + 2 + 2 + 4) + little(bytes.size(), 4) + name;
+        bytes += "PK\3\4" + common + name;
+    }
+    const std::size_t offset = bytes.size();
+    bytes += directory + "PK\5\6" + little(0, 4) + little(count, 2) + little(count, 2) + little(directory.size(), 4) +
+             little(offset, 4) + little(0, 2);
+    ZipReader reader;
+    reader.openForRead(bytes.data(), bytes.size());
+    ASSERT_EQ(reader.entryCount(), count);
+    EXPECT_EQ(reader.entryName(count - 1), "65534");
 }
 
 TEST(ZipReader, ANameEndsAtAZero) {

@@ -12,7 +12,8 @@ namespace {
 
 /// Want of memory is no sign of the other dialect.
 bool isOutOfMemory(std::string_view text) {
-    return text == "bad allocation" || text == "std::bad_alloc" || text == zip::msg::allocationFailure;
+    return text == "bad allocation" || text == "std::bad_alloc" || text == zip::msg::allocationFailure ||
+           text == zip::msg::notEnoughMemory || text == zip::msg::bzipMemory;
 }
 
 }  // namespace
@@ -45,8 +46,12 @@ bool XMLBookProxy<CharT>::makeBook(bool strict, const char* errorText) {
 template <class CharT>
 template <class Load>
 bool XMLBookProxy<CharT>::loadInEither(Load&& load) {
+    _firstTryText.clear();
     if (load(*_book)) return true;
-    if (isOutOfMemory(_book->errorMessage())) return false;
+    const char* const text = _book->errorMessage();
+    if (isOutOfMemory(text)) return false;
+    LastError unheard;
+    guarded(unheard, false, [&] { return _firstTryText = text, true; });
     return makeBook(!_strict) && load(*_book);
 }
 

@@ -1,8 +1,10 @@
 // The book that the factory hands out: whichever dialect a file is in.
 #pragma once
 #include <memory>
+#include <string>
 
 #include "engine/api/ibook.h"
+#include "engine/api/ibook_tries.h"
 #include "engine/api/iobjects.h"
 
 namespace vellum {
@@ -10,7 +12,11 @@ namespace vellum {
 /// Owns a book of one dialect and forwards to it. A load that fails is tried again in the other dialect, with a fresh
 /// book: nothing but the parser knows which dialect a file is in. A book that was replaced takes its settings with it.
 template <class CharT>
-class XMLBookProxy final : public IBookT<CharT>, public IBookKept, public IBookNames, public IBookPictures {
+class XMLBookProxy final : public IBookT<CharT>,
+                           public IBookKept,
+                           public IBookNames,
+                           public IBookPictures,
+                           public IBookTries {
 public:
     XMLBookProxy();
     ~XMLBookProxy() override;
@@ -24,6 +30,7 @@ public:
     bool loadMemory(const void* data, std::size_t size, int sheetIndex, int firstRow, int lastRow) override;
     void release() override;
 
+    const char* firstTryText() override { return _firstTryText.c_str(); }
     int keptTotal() override;
     const char* keptAt(int index, std::size_t* size) override;
     int nameTotal() override;
@@ -103,6 +110,7 @@ private:
     bool makeBook(bool strict, const char* errorText = nullptr);
 
     std::unique_ptr<IBookT<CharT>> _book;
+    std::string _firstTryText;  // of the last load, when there was a second try
     bool _strict = false;
 };
 

@@ -112,7 +112,9 @@ template <class CharT, class Tag>
 auto XMLBookImplT<CharT, Tag>::sheetFacts() -> SheetFacts& {
     SheetFacts& facts = _sheetFacts;
     if (facts.known && facts.renames == _names.renames()) return facts;
-    facts = {.known = true, .renames = _names.renames()};
+    facts = {};
+    facts.known = true;
+    facts.renames = _names.renames();
     if (const auto* const sheets = this->_root.find_sheets()) {
         for (const auto& element : sheets->sheet()) {
             facts.names.insert(foldedSheetName(element.name()));
