@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <source_location>
 #include <span>
 #include <string>
 #include <string_view>
@@ -80,9 +81,14 @@ public:
 
     c_error_state& errorState() { return _state; }
 
-    /// Where in generated code the present member is handled; a report names them.
+    /// Where in generated code the present member is handled; a report names them. Failures of the reader itself are
+    /// reported under its own name.
     void sourceFile(const char* file) { _sourceFile = file; }
     void sourceLine(int line) { _sourceLine = line; }
+    void sourceAt(const char* file, int line) {
+        _sourceFile = file;
+        _sourceLine = line;
+    }
     const char* sourceFile() const { return _sourceFile; }
     int sourceLine() const { return _sourceLine; }
 
@@ -176,7 +182,8 @@ public:
     }
 
     /// Reports to the error state. True when the parse may go on.
-    bool report(int severity, int code, std::string_view text);
+    bool report(int severity, int code, std::string_view text,
+                std::source_location at = std::source_location::current());
 
 private:
     friend class Prolog;
@@ -200,7 +207,7 @@ private:
     void detectEncoding();
     void decode(std::size_t from);
     void changeEncoding(Encoding to);
-    void endParse(int code);
+    void endParse(int code, int line);
 
     int scanFailed() { return _token = token_failed; }
     int malformed();
@@ -264,6 +271,7 @@ private:
     bool _emptyElement = false;
     bool _endTagMatched = true;
     int _failed = 0;
+    int _failedLine = 0;  // of the program
     std::string_view _text;
     std::string _textScratch;
     std::string _bodyScratch;

@@ -6,6 +6,12 @@
 
 namespace bindery {
 
+namespace {
+
+constexpr const char* ownSource = "bindery/binderyparse";
+
+}  // namespace
+
 c_xml_reader::c_xml_reader(c_read& source) : _source(source) {
     nameUri(xmlUri, namespace_xml);
     nameUri(xsiUri, namespace_xsi);
@@ -23,12 +29,15 @@ int c_xml_reader::capture(int code, std::string_view item, const char* file, int
 }
 
 int c_xml_reader::fail(int code, std::string_view item) {
-    const int answer = userError(code, item, _sourceFile, _sourceLine);
-    if (answer != 0 && _error.code == 0) capture(answer, item, _sourceFile, _sourceLine);
+    const bool isOwn = code != 0 && code == _failed;
+    const char* const file = isOwn ? ownSource : _sourceFile;
+    const int line = isOwn ? _failedLine : _sourceLine;
+    const int answer = userError(code, item, file, line);
+    if (answer != 0 && _error.code == 0) capture(answer, item, file, line);
     return answer;
 }
 
-bool c_xml_reader::report(int severity, int code, std::string_view text) {
+bool c_xml_reader::report(int severity, int code, std::string_view text, std::source_location at) {
     if (_state.fatal != 0) return false;
     if (severity == 0) ++_state.fatal;
     if (severity <= 1) ++_state.errors;
@@ -41,13 +50,14 @@ bool c_xml_reader::report(int severity, int code, std::string_view text) {
     bool goOn = severity >= 2;
     if (_state.report) goOn = _state.report(severity, code, text, _state.lastLine);
     if (severity == 0) goOn = false;
-    if (!goOn) endParse(code);
+    if (!goOn) endParse(code, static_cast<int>(at.line()));
     return goOn;
 }
 
-void c_xml_reader::endParse(int code) {
+void c_xml_reader::endParse(int code, int line) {
     if (_failed != 0) return;
     _failed = code;
+    _failedLine = line;
     _failedAt = _frames.empty() ? _cur : _frames.front().cur;
     _cur = _end;
 }

@@ -126,13 +126,20 @@ c_table_unmarshal_helper::c_table_unmarshal_helper(c_xml_reader& reader, c_bound
     : c_unmarshal_helper(reader, info.mayBeEmpty), _object(object), _info(info) {
     for (const MemberInfo& member : info.attributes) markMissing(member, holderOf(object, member));
     markElementsMissing(object, info);
-    reader.sourceFile(info.sourceFile);
+    atClass();
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, object.makeExtras());
 }
 
 void c_table_unmarshal_helper::at(const MemberInfo& member, const ClassInfo& info) {
-    _reader.sourceFile(info.sourceFile);
-    _reader.sourceLine(member.line);
+    _reader.sourceAt(info.sourceFile, member.line);
+}
+
+/// The class has no line of its own: its first member's stands for it.
+void c_table_unmarshal_helper::atClass() {
+    const MemberInfo* const first = !_info.attributes.empty() ? &_info.attributes.front()
+                                    : !_info.elements.empty() ? &_info.elements.front()
+                                                              : _info.text;
+    _reader.sourceAt(_info.sourceFile, first != nullptr ? first->line : 0);
 }
 
 bool c_table_unmarshal_helper::attributeHandler(c_xml_reader& reader, const RawAttribute& attribute, int& error) {
@@ -177,6 +184,7 @@ int c_table_unmarshal_helper::elementHandler(c_xml_reader& reader) {
         int code = 0;
         switch (reader.nextChild()) {
             case token_end_tag:
+                atClass();
                 return checkElements(_object, _info);
             case token_unknown:
                 code = keepUnknown();
@@ -203,7 +211,7 @@ int c_table_unmarshal_helper::elementHandler(c_xml_reader& reader) {
 
 /// An element, or text between elements, that the class does not know.
 int c_table_unmarshal_helper::keepUnknown() {
-    _reader.sourceFile(_info.sourceFile);
+    atClass();
     const int code = keepElement(_reader, _object.makeExtras(), _slot, _ordinal, _name);
     if (_object.extras()->empty()) _object.dropExtras();
     return code;
@@ -386,8 +394,7 @@ int unmarshalObject(c_xml_reader& reader, c_node& object, const ClassInfo& info)
 int unmarshalRootName(c_xml_reader& reader, const NameEntry* roots, std::span<const NamespaceEntry> namespaces,
                       const char* sourceFile, int line, int& error) {
     reader.bindNamespaces(namespaces);
-    reader.sourceFile(sourceFile);
-    reader.sourceLine(line);
+    reader.sourceAt(sourceFile, line);
     error = 0;
     if (reader.nextRoot() == token_failed) {
         error = reader.fail(reader.failure(), reader.elementName());

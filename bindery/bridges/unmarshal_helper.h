@@ -65,6 +65,7 @@ private:
     int tooMany(const MemberInfo& member, std::size_t already);
     int checkElements(const c_node& object, const ClassInfo& info);
     void at(const MemberInfo& member, const ClassInfo& info);
+    void atClass();
 
     c_bound& _object;
     const ClassInfo& _info;

@@ -28,12 +28,12 @@ public:
         return true;
     }
 
-    /// Four digits or more, with a sign before the common era.
+    /// Four digits, or more without a zero in front; with a sign before the common era. There is no year 0.
     bool year(std::int32_t& to) {
         const std::size_t sign = _rest.starts_with('-') ? 1 : 0;
         std::size_t n = sign;
         while (n < _rest.size() && isDigit(_rest[n])) ++n;
-        if (n - sign < 4) return false;
+        if (n - sign < 4 || (n - sign > 4 && _rest[sign] == '0')) return false;
         const auto result = std::from_chars(_rest.data(), _rest.data() + n, to);
         _rest.remove_prefix(n);
         return result.ec == std::errc() && to != 0;
@@ -58,12 +58,18 @@ public:
         std::uint8_t hours = 0, minutes = 0;
         if (!(literal("+") || literal("-")) || !two(hours, 0, 14) || !literal(":") || !two(minutes, 0, 59))
             return false;
+        if (hours == 14 && minutes != 0) return false;
         to.zoneMinutes = static_cast<std::int16_t>((hours * 60 + minutes) * (east ? 1 : -1));
         return true;
     }
 
     bool date(c_datetime& to) {
-        return year(to.year) && literal("-") && two(to.month, 1, 12) && literal("-") && two(to.day, 1, 31);
+        return year(to.year) && literal("-") && two(to.month, 1, 12) && literal("-") &&
+               two(to.day, 1, daysOf(to.year, to.month));
+    }
+    bool monthDay(c_datetime& to) {
+        constexpr int leapYear = 4;
+        return literal("--") && two(to.month, 1, 12) && literal("-") && two(to.day, 1, daysOf(leapYear, to.month));
     }
     bool time(c_datetime& to) {
         return two(to.hour, 0, 24) && literal(":") && two(to.minute, 0, 59) && literal(":") && seconds(to.second) &&
@@ -74,6 +80,15 @@ public:
 
 private:
     static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+    /// By the calendar of today, which runs on without a year 0 before the common era.
+    static int daysOf(std::int32_t year, int month) {
+        constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+        const std::int32_t counted = year < 0 ? year + 1 : year;
+        const bool leap = counted % 4 == 0 && (counted % 100 != 0 || counted % 400 == 0);
+        return days[month - 1] + (leap && month == 2 ? 1 : 0);
+    }
+
     std::string_view _rest;
 };
 
@@ -107,7 +122,7 @@ bool c_datetime::parse(std::string_view text, DateKind kind, c_datetime& to) {
             good = in.year(to.year);
             break;
         case DateKind::gMonthDay:
-            good = in.literal("--") && in.two(to.month, 1, 12) && in.literal("-") && in.two(to.day, 1, 31);
+            good = in.monthDay(to);
             break;
         case DateKind::gDay:
             good = in.literal("---") && in.two(to.day, 1, 31);

@@ -74,7 +74,7 @@ template <class Family>
 int c_CT_Cell<Family>::readAttributes(bindery::c_xml_reader& reader) {
     std::string scratch;
     for (const bindery::RawAttribute& attribute : reader.attributes()) {
-        reader.sourceLine(__LINE__);
+        reader.sourceAt(cellSource, __LINE__);
         int code = -1;
         if (attribute.ns == bindery::namespace_none) {
             const std::string_view value =
@@ -91,7 +91,7 @@ int c_CT_Cell<Family>::readAttributes(bindery::c_xml_reader& reader) {
 
 template <class Family>
 int c_CT_Cell<Family>::unmarshal(bindery::c_xml_reader& reader) {
-    reader.sourceFile(cellSource);
+    reader.sourceAt(cellSource, __LINE__);
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, makeExtras());
     if (const int code = readAttributes(reader)) return code;
     if (!reader.emptyElement()) return readChildren(reader);
@@ -117,7 +117,7 @@ int c_CT_Cell<Family>::readChildren(bindery::c_xml_reader& reader) {
                 return scanFailure(reader, "c");
         }
         if (code != 0) return code;
-        reader.sourceFile(cellSource);
+        reader.sourceAt(cellSource, __LINE__);
     }
 }
 
@@ -133,6 +133,7 @@ int c_CT_Cell<Family>::readChild(bindery::c_xml_reader& reader, std::uint16_t& s
     const int token = reader.tokenise(names);
     if (token < bindery::token_first_name) return keepElement(reader, makeExtras(), slot, 1, "c");
     slot = static_cast<std::uint16_t>(token - bindery::token_first_name);
+    reader.sourceAt(cellSource, __LINE__);
     const bool again = slot == cellSlot_f    ? formula() != nullptr
                        : slot == cellSlot_v  ? hasValue()
                        : slot == cellSlot_is ? inlineString() != nullptr

@@ -126,7 +126,7 @@ template <class Family>
 int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
     std::string scratch;
     for (const bindery::RawAttribute& attribute : reader.attributes()) {
-        reader.sourceLine(__LINE__);
+        reader.sourceAt(rowSource, __LINE__);
         int code = -1;
         if (attribute.ns == bindery::namespace_none) {
             const std::string_view value =
@@ -153,7 +153,7 @@ int c_CT_Row<Family>::readAttributes(bindery::c_xml_reader& reader) {
 
 template <class Family>
 int c_CT_Row<Family>::read(bindery::c_xml_reader& reader, std::vector<Cell>& scratch) {
-    reader.sourceFile(rowSource);
+    reader.sourceAt(rowSource, __LINE__);
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
     const bool plain = reader.elementName() == "row" && plainNames(reader);
     if (const int code = readAttributes(reader)) return code;
@@ -191,7 +191,7 @@ int c_CT_Row<Family>::readChildren(bindery::c_xml_reader& reader, std::vector<Ce
         }
         if (reader.failed()) return bindery::scanFailure(reader, "row");
         if (code != 0) return code;
-        reader.sourceFile(rowSource);
+        reader.sourceAt(rowSource, __LINE__);
     }
 }
 

@@ -117,13 +117,13 @@ int c_CT_SheetData<Family>::Reading::next(bool& ended) {
             return bindery::scanFailure(reader, "sheetData");
     }
     if (reader.failed()) return bindery::scanFailure(reader, "sheetData");
-    reader.sourceFile(rowSource);
+    reader.sourceAt(rowSource, __LINE__);
     return code;
 }
 
 template <class Family>
 int c_CT_SheetData<Family>::read(bindery::c_xml_reader& reader) {
-    reader.sourceFile(rowSource);
+    reader.sourceAt(rowSource, __LINE__);
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, this->makeExtras());
     for (const bindery::RawAttribute& attribute : reader.attributes())
         if (const int code = keepAttribute(reader, this->makeExtras(), attribute)) return code;

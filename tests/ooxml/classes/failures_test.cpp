@@ -37,6 +37,34 @@ TEST(Failures, AnElementsValueIsNamedWithoutTheSignOfAttributes) {
     EXPECT_EQ(bound.error.item, "xdr:col");
 }
 
+TEST(Failures, AreOfTheFileThatIsNamed) {
+    const struct {
+        const char* content;  // of a worksheet
+        int code;
+        const char* file;
+    } cases[] = {
+        {"<sheetData><row r='1'><c r='A1' s='x'/></row></sheetData>", 35, "ooxml/handwritten/cell"},
+        {"<sheetData><row r='1'><c r='A1'/><c r='A2' cm='x'/></row></sheetData>", 35, "ooxml/handwritten/cell"},
+        {"<sheetData><row r='1'/><row r='x'/></sheetData>", 35, "ooxml/handwritten/row"},
+        {"<sheetData><row r='1'><c r='B1'><f t='x'/></c></row></sheetData>", 38, "ooxml/sml-sheet"},
+        {"<sheetData><row r='1'><c r='A1' x='1'/></row></sheetData>", 39, "ooxml/handwritten/cell"},
+        {"<sheetData><row r='1'><c r='A1'><v>1</v></c><x/></row></sheetData>", 31, "ooxml/handwritten/row"},
+        {"<sheetData/><mergeCells><mergeCell ref='A1'/></mergeCells><x/>", 31, "ooxml/sml-sheet"},
+        {"<dimension ref='A1'/>", 21, "ooxml/sml-sheet"},
+        {"<sheetData><row r='1'><c r='A1'></row></sheetData>", 23, "bindery/binderyparse"},
+        {"<sheetData><row r='1'><c r='A1'><v>1</v></c><", 23, "bindery/binderyparse"},
+        {"<sheetData><row r=1></sheetData>", 23, "bindery/binderyparse"},
+    };
+    for (const auto& c : cases) {
+        const std::string text = document("worksheet", c.content);
+        bindery::c_xml_reader_memory reader(text);
+        sheet::c_worksheet root;
+        EXPECT_EQ(root.unmarshal(reader), c.code) << c.content;
+        EXPECT_STREQ(reader.error().file, c.file) << c.content;
+        EXPECT_GT(reader.error().line, 0) << c.content;
+    }
+}
+
 TEST(Failures, RootInAnotherNamespace) {
     const struct {
         const char* root;

@@ -68,6 +68,30 @@ TEST(KeptContent, AttributesLeaveInTheSchemasOrder) {
               R"(<cols><col xmlns:xr="urn:xr" min="1" max="2" width="9" xr:new="1"/></cols><sheetData/>)");
 }
 
+TEST(KeptContent, AttributesOfInstancesStay) {
+    const char* const body =
+        R"(<sheetPr xsi:nil="false"/><sheetData xsi:a="1"><row r="1" xsi:b="2"><c r="A1" xsi:c="3"><v xsi:d="4">1</v></c>)"
+        R"(</row></sheetData><headerFooter><oddHeader xsi:e="5">x</oddHeader></headerFooter>)";
+    const char* const xsi = R"( xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xsi:schemaLocation="a b")";
+    const std::string text = worksheet(body, xsi);
+    EXPECT_EQ(bodyAfterRoundTrip<sheet::c_worksheet>(text), body);
+    EXPECT_THAT(Bound<sheet::c_worksheet>(text).written(), HasSubstr(R"(xsi:schemaLocation="a b")"));
+    bindery::c_xml_reader_memory plain(text);  // one that keeps nothing takes them all the same
+    EXPECT_EQ(sheet::c_worksheet().unmarshal(plain), 39);
+    EXPECT_EQ(plain.error().item, "@mc:Ignorable");
+}
+
+TEST(KeptContent, ABlankThatWasReadStaysOne) {
+    const char* const body =
+        R"(<si><t xml:space="preserve"> </t></si><si><r><t xml:space="preserve"> </t></r><r><t>b</t></r></si><si><t> </t></si>)";
+    Bound<sheet::c_sst> bound(document("sst", body));
+    EXPECT_EQ(bodyAfterRoundTrip<sheet::c_sst>(document("sst", body)), body);
+    bound.root.si()[0].t().text(L"x");
+    bound.root.si()[2].r().append().t().text(L" ");  // not read
+    EXPECT_THAT(bound.written(), HasSubstr(R"(<si><t xml:space="preserve">x</t></si>)"));
+    EXPECT_THAT(bound.written(), HasSubstr("<si><t> </t><r><t>&#160;</t></r></si>"));
+}
+
 TEST(KeptContent, RootKeepsIgnorableUidAndDeclarations) {
     const std::string written =
         Bound<sheet::c_worksheet>(worksheet("<sheetData/>", R"( xmlns:xr="urn:xr" xr:uid="{00000000-0001}")"))
