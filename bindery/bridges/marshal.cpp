@@ -53,10 +53,16 @@ private:
 
     void writeText(const MemberInfo& member) {
         const c_member_marshal_bridge bridge(_writer, member, holderOf(_object, member));
+        if (!bridge.isset()) return;
         const bool isBlank =
             _extras != nullptr && _extras->isBlankAsRead && isOneBlank(member, holderOf(_object, member));
-        if (bridge.isset())
-            writeValue([&](std::string& out) { isBlank ? out = " " : (bridge.write(out, false), out); });
+        writeValue([&](std::string& out) {
+            if (isBlank) {
+                out += ' ';
+            } else {
+                bridge.write(out, false);
+            }
+        });
     }
 
     /// An empty value leaves the start tag open, so that the element ends with it.

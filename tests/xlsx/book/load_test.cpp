@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "engine/api/enums.h"
+#include "engine/api/ibook_tries.h"
 #include "engine/api/isheet.h"
 #include "tests/xlsx/book/package.h"
 #include "xlsx/book/book.h"
@@ -215,6 +216,8 @@ TEST(Dialects, ABadFileThenAGoodOne) {
     const BookPtr book = newBook();
     EXPECT_FALSE(book->loadFile(bad.path.c_str(), nullptr));
     EXPECT_STRNE(book->errorMessage(), "ok");
+    auto& tries = dynamic_cast<IBookTries&>(*book);
+    EXPECT_STREQ(tries.firstTryText(), "Element not found");
     EXPECT_EQ(book->sheetCount(), 0);
     EXPECT_FALSE(book->loadFile((good.path + ".missing").c_str(), nullptr));
     EXPECT_THAT(book->errorMessage(), HasSubstr("No such file"));
@@ -222,6 +225,7 @@ TEST(Dialects, ABadFileThenAGoodOne) {
     EXPECT_FALSE(load(*book, "PK"));
     ASSERT_TRUE(book->loadFile(good.path.c_str(), nullptr)) << book->errorMessage();
     EXPECT_STREQ(book->errorMessage(), "ok");
+    EXPECT_STREQ(tries.firstTryText(), "");
     EXPECT_EQ(book->sheetCount(), 1);
 }
 

@@ -53,6 +53,18 @@ TEST(OfAFile, CopiesAndRemovalsLeaveNothingDouble) {
     EXPECT_THAT(parts["xl/worksheets/sheet4.xml"], Not(HasSubstr("Code1")));
 }
 
+// The first tab in sight has to be one that is there.
+TEST(OfAFile, TheFirstTabFollowsTheLastSheet) {
+    BookPtr book = newBook();
+    const std::string views = "<bookViews><workbookView firstSheet=\"2\"/></bookViews><sheets>";
+    std::string workbook = workbookXml(3);
+    workbook.replace(workbook.find("<sheets>"), 8, views);
+    ASSERT_TRUE(load(*book, samplePackageBytes(3, {{"xl/workbook.xml", workbook}}))) << error(book);
+    EXPECT_THAT(savedParts(*book)["xl/workbook.xml"], HasSubstr("firstSheet=\"2\""));
+    ASSERT_TRUE(book->removeSheet(2)) << error(book);
+    EXPECT_THAT(savedParts(*book)["xl/workbook.xml"], HasSubstr("firstSheet=\"1\""));
+}
+
 TEST(OfAFile, PartsAreFoundInOtherCase) {
     BookPtr book = newBook();
     Parts parts = samplePackage(1);
