@@ -7,7 +7,7 @@ namespace vellum {
 /// Open XML files have it.
 class IBookTries {
 public:
-    /// What the first dialect said to the last load, when there was a second try; else "".
+    /// What the first dialect said to the last load, when a second try failed as well; else "".
     virtual const char* firstTryText() = 0;
 
 protected:

@@ -65,6 +65,7 @@ bool XMLBookImplT<CharT, Tag>::dropPart(std::string_view path) {
                           (dynamic_cast<Relationships*>(part) && part != _relationships);
     if (ofASheet) {
         _pictures.forgetPart(*part);
+        forgetPlaced(part);
         _parts.erase(found);
     }
     return ofASheet;

@@ -182,6 +182,9 @@ private:
     template <class T>
     T& addPart(const std::string& path, std::unique_ptr<T> part) {
         T& added = *part;
+        if (!_placed.empty()) {
+            if (const auto old = _parts.find(path); old != _parts.end()) forgetPlaced(old->second.get());
+        }
         _parts.insert_or_assign(path, std::move(part));
         return added;
     }
@@ -197,6 +200,8 @@ private:
     const Sheet* ownSheet(ISheetT<CharT>* source);
     std::string addSheetPart(const std::string& path, std::unique_ptr<Sheet> sheet);
     void listSheet(int index, const std::wstring& name, const std::string& id);
+    void bindPlaced(std::size_t first);
+    void forgetPlaced(XFile* part);
     SheetFacts& sheetFacts();
     std::wstring checkedSheetName(const CharT* name, bool& cut);
     std::string makeSheetPath();
@@ -220,6 +225,7 @@ private:
     std::string _folder;    // of the main part, "/xl" in a new book
     xlsx::DefinedNames<Tag> _names{this->_root};
     SheetFacts _sheetFacts;
+    std::vector<Sheet*> _placed;  // by place in the list, those that were told it; null for others
     xlsx::FontMetrics _defaultFontMetrics;
     xlsx::PictureList _pictures;
     struct FreeBuffer {

@@ -289,6 +289,7 @@ void XMLBookImplT<CharT, Tag>::clear() {
     _relationships = nullptr;
     _styles = nullptr;
     _sharedStrings = nullptr;
+    _placed.clear();
     _parts.clear();
     _pictures.clear();
     _mainPath.clear();

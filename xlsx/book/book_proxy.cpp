@@ -52,7 +52,9 @@ bool XMLBookProxy<CharT>::loadInEither(Load&& load) {
     if (isOutOfMemory(text)) return false;
     LastError unheard;
     guarded(unheard, false, [&] { return _firstTryText = text, true; });
-    return makeBook(!_strict) && load(*_book);
+    const bool loaded = makeBook(!_strict) && load(*_book);
+    if (loaded) _firstTryText.clear();
+    return loaded;
 }
 
 template <class CharT>

@@ -110,7 +110,7 @@ private:
     bool makeBook(bool strict, const char* errorText = nullptr);
 
     std::unique_ptr<IBookT<CharT>> _book;
-    std::string _firstTryText;  // of the last load, when there was a second try
+    std::string _firstTryText;  // of the last load, when a second try failed as well
     bool _strict = false;
 };
 

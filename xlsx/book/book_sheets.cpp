@@ -66,8 +66,28 @@ std::string XMLBookImplT<CharT, Tag>::sheetPath(int sheetIndex) {
 template <class CharT, class Tag>
 auto XMLBookImplT<CharT, Tag>::findSheet(int index) -> Sheet* {
     Sheet* const sheet = dynamic_cast<Sheet*>(findPart(sheetPath(index)));
-    if (sheet) sheet->bind(*this, index);
+    if (!sheet) return nullptr;
+    const auto place = static_cast<std::size_t>(index);
+    if (place >= _placed.size()) _placed.resize(place + 1);
+    _placed[place] = sheet;
+    sheet->bind(*this, index);
     return sheet;
+}
+
+/// Those from `first` on stand elsewhere now.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::bindPlaced(std::size_t first) {
+    for (std::size_t i = first; i < _placed.size(); ++i) {
+        if (_placed[i]) _placed[i]->bind(*this, static_cast<int>(i));
+    }
+}
+
+/// A sheet's part is about to go.
+template <class CharT, class Tag>
+void XMLBookImplT<CharT, Tag>::forgetPlaced(XFile* part) {
+    if (Sheet* const sheet = dynamic_cast<Sheet*>(part)) {
+        std::replace(_placed.begin(), _placed.end(), sheet, static_cast<Sheet*>(nullptr));
+    }
 }
 
 template <class CharT, class Tag>
@@ -179,7 +199,10 @@ void XMLBookImplT<CharT, Tag>::listSheet(int index, const std::wstring& name, co
     element.id(id);
     facts.names.insert(foldedSheetName(name));
     _sheetFacts = std::move(facts);
-    for (int i = index; i < sheetCount(); ++i) findSheet(i);
+    const auto place = static_cast<std::size_t>(index);
+    if (place < _placed.size()) _placed.insert(_placed.begin() + index, nullptr);
+    findSheet(index);
+    bindPlaced(place + 1);
 
     _names.changed();
     auto* const names = this->_root.find_definedNames();
@@ -277,7 +300,11 @@ bool XMLBookImplT<CharT, Tag>::moveSheet(int srcIndex, int dstIndex) {
                 if (place != order.end()) name.localSheetId(static_cast<unsigned>(place - order.begin()));
             }
         }
-        for (int i = 0; i < count; ++i) findSheet(i);
+        _placed.resize(static_cast<std::size_t>(count));
+        Sheet* const moved = _placed[static_cast<std::size_t>(srcIndex)];
+        _placed.erase(_placed.begin() + srcIndex);
+        _placed.insert(_placed.begin() + landed, moved);
+        bindPlaced(0);
         return true;
     });
 }
@@ -293,12 +320,14 @@ bool XMLBookImplT<CharT, Tag>::removeSheet(int index) {
         removeNamesOfSheet(index);
         dropPart(relsPathOf(path));
         const std::string id = sheetElement(index).id();
-        this->_root.sheets().sheet().erase(static_cast<std::size_t>(index));
+        const auto place = static_cast<std::size_t>(index);
+        this->_root.sheets().sheet().erase(place);
+        if (place < _placed.size()) _placed.erase(_placed.begin() + index);
         requireRelationships().removeById(id);
         if (dropPart(path)) requireContentTypes().removeOverride(path);
         if (activeSheetIndex() >= sheetCount()) activate(sheetCount() - 1);
         clampFirstSheet();
-        for (int i = index; i < sheetCount(); ++i) findSheet(i);
+        bindPlaced(place);
         return true;
     });
 }
@@ -336,6 +365,7 @@ void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::cutToSheet(int index) {
     _sheetFacts = {};
+    _placed.clear();
     auto& sheets = this->_root.sheets().sheet();
     for (int i = sheetCount() - 1; i >= 0; --i) {
         if (i == index) continue;

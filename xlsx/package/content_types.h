@@ -5,6 +5,8 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "ooxml/generated/opc-contentTypes/opc-contentTypes.h"
 #include "xlsx/package/part_path.h"
@@ -32,9 +34,12 @@ public:
 private:
     void buildMaps();
 
-    // Keys to positions in the root's lists.
-    std::map<std::string, std::size_t, LessIgnoringCase> _defaults;
-    std::map<std::string, std::size_t, LessIgnoringCase> _overrides;
+    using Element = std::remove_reference_t<decltype(std::declval<contentypes::c_Types&>().choice()[0])>;
+
+    // To elements of the root's list.
+    std::map<std::string, Element*, LessIgnoringCase> _defaults;
+    std::map<std::string, Element*, LessIgnoringCase> _overrides;
+    std::size_t _overrideTotal = 0;  // those whose names stand twice counted twice
 };
 
 }  // namespace vellum

@@ -13,6 +13,17 @@ std::string withoutBlanks(std::string_view target) {
     return written;
 }
 
+/// What came last often goes first.
+template <class Iterator, class Matches>
+Iterator fromBothEnds(Iterator first, Iterator past, Matches&& matches) {
+    for (Iterator back = past; first != back; ++first) {
+        if (matches(*first)) return first;
+        if (first == --back) break;
+        if (matches(*back)) return back;
+    }
+    return past;
+}
+
 }  // namespace
 
 Relationships::Relationships(const PartBytes& part) : XmlFile(part) {
@@ -131,7 +142,26 @@ void Relationships::removeIf(const std::function<bool(const relationships::c_CT_
     rebuildMaps();
 }
 
+/// Where each element has its own Id the look-ups lose one entry and need not be made anew.
+bool Relationships::removeAlone(std::string_view id) {
+    auto& elements = _root.Relationship();
+    const auto known = _byId.find(id);
+    if (known == _byId.end() || _byId.size() != elements.size()) return false;
+    const auto ofType = _byType.equal_range(known->second.type);
+    const auto type = fromBothEnds(ofType.first, ofType.second,
+                                   [&](const auto& entry) { return entry.second == known->second.target; });
+    if (type == ofType.second) return false;
+    elements.erase(static_cast<std::size_t>(
+        fromBothEnds(elements.begin(), elements.end(), [&](const auto& element) { return element.Id() == id; }) -
+        elements.begin()));
+    _byType.erase(type);
+    _byId.erase(known);
+    _cursor = _byType.end();
+    return true;
+}
+
 void Relationships::removeById(std::string_view id) {
+    if (removeAlone(id)) return;
     removeFirst([&](const auto& element) { return element.isset_Id() && element.Id() == id; });
 }
 

@@ -55,6 +55,7 @@ private:
 
     void buildMaps();
     void rebuildMaps();
+    bool removeAlone(std::string_view id);
     template <class Predicate>
     void removeFirst(Predicate matches);
 

@@ -383,7 +383,7 @@ private:
     void moveNames(const xlsx::CellMove& move, bool updateNames);
     void moveColumnStyles(const xlsx::CellMove& move);
     std::vector<typename Sml::c_CT_Table*> tables();
-    void clearCells(const CellRange& range);
+    bool clearCells(const CellRange& range);
     /// Whatever was remembered of places of rows and cells.
     void forgetPlaces();
     /// Fits columns to their cells in some rows; those where nothing was measured are left alone.

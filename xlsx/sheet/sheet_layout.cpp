@@ -140,23 +140,26 @@ bool XMLSheetImplT<CharT, Tag>::clearRange(int rowFirst, int rowLast, int colFir
         if (isWhole) {
             _rows->clear();
             _numbered = true;
-        } else {
-            numberAll();
-            const CellArea& area = used();
-            const int row1 = std::max(rowFirst, area.rowFirst), row2 = std::min(rowLast, area.rowEnd - 1);
-            const int col1 = std::max(colFirst, area.colFirst), col2 = std::min(colLast, area.colEnd - 1);
-            if (row1 > row2 || col1 > col2) return true;
-            clearCells({static_cast<std::uint32_t>(row1), static_cast<std::uint32_t>(row2),
-                        static_cast<std::uint32_t>(col1), static_cast<std::uint32_t>(col2)});
+            forgetPlaces();
+            return true;
         }
-        forgetPlaces();
+        numberAll();
+        const int row1 = std::max(rowFirst, 0), row2 = std::min(rowLast, static_cast<int>(sheetRows) - 1);
+        const int col1 = std::max(colFirst, 0), col2 = std::min(colLast, static_cast<int>(sheetColumns) - 1);
+        if (row1 > row2 || col1 > col2) return true;
+        if (clearCells({static_cast<std::uint32_t>(row1), static_cast<std::uint32_t>(row2),
+                        static_cast<std::uint32_t>(col1), static_cast<std::uint32_t>(col2)})) {
+            _areasDirty = _changed = true;  // the rows stay, and groups of formulas were handed on
+        }
         return true;
     });
 }
 
-/// Row by row; where the text of a group of formulas stands, it is handed on before the cell goes.
+/// Row by row; where the text of a group of formulas stands, it is handed on before the cell goes. False when there was
+/// no cell.
 template <class CharT, class Tag>
-void XMLSheetImplT<CharT, Tag>::clearCells(const CellRange& range) {
+bool XMLSheetImplT<CharT, Tag>::clearCells(const CellRange& range) {
+    bool any = false;
     for (RowPlace row = rowAt(range.rowFirst); row != _rows->end() && row->r() <= range.rowLast + 1; ++row) {
         Cells& cells = row->c();
         const std::size_t from = cellAt(cells, range.colFirst);
@@ -167,9 +170,11 @@ void XMLSheetImplT<CharT, Tag>::clearCells(const CellRange& range) {
             cell.clearContent();
         }
         const auto at = [&](std::size_t n) { return cells.begin() + static_cast<std::ptrdiff_t>(n); };
+        any = any || past != from;
         cells.erase(at(from), at(past));
         _cellHint = 0;
     }
+    return any;
 }
 
 }  // namespace vellum

@@ -60,7 +60,7 @@ TEST(Failures, AreOfTheFileThatIsNamed) {
         bindery::c_xml_reader_memory reader(text);
         sheet::c_worksheet root;
         EXPECT_EQ(root.unmarshal(reader), c.code) << c.content;
-        EXPECT_STREQ(reader.error().file, c.file) << c.content;
+        EXPECT_TRUE(std::string_view(reader.error().file).starts_with(c.file)) << c.content << reader.error().file;
         EXPECT_GT(reader.error().line, 0) << c.content;
     }
 }

@@ -127,6 +127,34 @@ TEST(SheetList, NamesAreChecked) {
     EXPECT_EQ(error(book), "index is out of range");
 }
 
+// Sheets that were given out know their places, and numbers and names are free again.
+TEST(SheetList, ComesAndGoesFromEitherEnd) {
+    const BookPtr book = bookOf("A");
+    ISheetT<char>* const first = book->getSheet(0);
+    std::vector<ISheetT<char>*> sheets;
+    for (int i = 0; i < 40; ++i) {
+        sheets.push_back(book->insertSheet(i % 3 == 0 ? 0 : book->sheetCount(), std::to_string(i).c_str(), nullptr));
+        ASSERT_TRUE(sheets.back()) << error(book);
+    }
+    EXPECT_FALSE(book->addSheet("39", nullptr));
+    ASSERT_TRUE(sheets[39]->setSheetName("new"));
+    EXPECT_TRUE(book->addSheet("39", nullptr));
+    EXPECT_FALSE(book->addSheet("NEW", nullptr));
+    for (int i = 0; i < 40; ++i)
+        EXPECT_EQ(sheets[static_cast<std::size_t>(i)]->sheetName(), i == 39 ? "new" : std::to_string(i));
+    ASSERT_TRUE(book->moveSheet(0, 20));
+    EXPECT_STREQ(sheets[39]->sheetName(), "new");
+    while (book->sheetCount() > 1) ASSERT_TRUE(book->removeSheet(book->getSheet(0) == first ? 1 : 0)) << error(book);
+    EXPECT_STREQ(first->sheetName(), "A");
+    ASSERT_TRUE(book->addSheet("39", nullptr));
+    const auto parts = savedParts(*book);
+    EXPECT_TRUE(parts.contains("xl/worksheets/sheet2.xml"));
+    EXPECT_EQ(std::count_if(parts.begin(), parts.end(), [](const auto& p) { return p.first.starts_with("xl/works"); }),
+              2);
+    EXPECT_THAT(parts.at("[Content_Types].xml"), Not(HasSubstr("sheet3.xml")));
+    EXPECT_THAT(parts.at("xl/_rels/workbook.xml.rels"), Not(HasSubstr("sheet3.xml")));
+}
+
 TEST(SheetList, LongNamesAreCutWithAWarning) {
     const BookPtr book = newBook();
     ASSERT_TRUE(book->setLocale("UTF-8"));
