@@ -3,8 +3,8 @@
 
 namespace vellum {
 
-/// For reports: the error text of a book that loads a file in either of two dialects is that of the second one. Books of
-/// Open XML files have it.
+/// For reports: the error text of a book that loads a file in either of two dialects is that of the second one. Books
+/// of Open XML files have it.
 class IBookTries {
 public:
     /// What the first dialect said to the last load, when a second try failed as well; else "".
