@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "biff/cells/biff5_formulas.h"
+#include "biff/features/feature_messages.h"
 #include "biff/names/defined_names.h"
 #include "biff/sheet/drawing_surroundings.h"
 #include "biff/sheet/foreign_sheet.h"
@@ -195,6 +196,11 @@ void SheetImplT<CharT>::cloneFrom(const SheetImplT& source) {
     SheetParts& copy = _content.replace(std::make_unique<SheetParts>());
     SheetCopier<CharT>(copy, _book, source.parts(), source._book).copy();
     copyDrawing(source);
+}
+
+template <class CharT>
+void SheetImplT<CharT>::throwNoWorksheet() {
+    throw vlerror(biff::msg::notWorksheet);
 }
 
 template <class CharT>

@@ -47,7 +47,7 @@ public:
     [[nodiscard]] BookContext<CharT>& book() const { return _book; }
     /// The same for the pictures that its drawing shows.
     void releaseDrawing() {
-        if (!_content.isParked()) edit().drawing.leaveBook(_book.drawingGroup());
+        if (!_content.isParked()) _content.edit().drawing.leaveBook(_book.drawingGroup());
     }
     /// Number of its drawing, 0 when it has none.
     [[nodiscard]] std::uint32_t dgid() const { return _content.isParked() ? 0 : parts().drawing.dgid(); }
@@ -67,12 +67,12 @@ public:
     [[nodiscard]] int calcMode() const { return _content.calcMode(); }
     void setCalcMode(int mode) {
         const auto wire = static_cast<std::int16_t>(mode);
-        if (_content.calcMode() != wire) edit().settings.calcMode = wire;
+        if (_content.calcMode() != wire) _content.edit().settings.calcMode = wire;
     }
     [[nodiscard]] bool usesR1C1() const { return _content.calcRefMode() == 0; }
     void setUsesR1C1(bool r1c1) {
         const std::uint16_t wire = r1c1 ? 0 : 1;
-        if (_content.calcRefMode() != wire) edit().settings.calcRefMode = wire;
+        if (_content.calcRefMode() != wire) _content.edit().settings.calcRefMode = wire;
     }
     /// What is in the sheet. It lives until the sheet is changed, or others are asked.
     [[nodiscard]] const SheetParts& parts() const { return _content.read(); }
@@ -326,7 +326,13 @@ private:
     [[nodiscard]] double marginOf(biff::Margin side) {
         return ask(0.0, [side](const SheetParts& p) { return p.features.pageSetup.margin(side); });
     }
-    SheetParts& edit() { return _content.edit(); }
+    /// For a change. A chart or macro sheet, which is kept as bytes, would lose it: throws.
+    SheetParts& edit() {
+        SheetParts& content = _content.edit();
+        if (!content.isWorksheet()) throwNoWorksheet();
+        return content;
+    }
+    [[noreturn]] static void throwNoWorksheet();
 
     /// Position in tab order.
     [[nodiscard]] int index() const { return _book.indexOfSheet(*this); }
@@ -340,7 +346,8 @@ private:
     template <class Body>
     bool change(Body&& body);
     bool setMargin(biff::Margin side, double inches);
-    bool setPageText(biff::PageText& to, std::uint16_t id, const CharT* text, double Setup::*margin, double inches);
+    bool setPageText(biff::PageText biff::PageSetup::*to, std::uint16_t id, const CharT* text, double Setup::*margin,
+                     double inches);
 
     [[nodiscard]] CellSlot slotAt(CellPlace at) const { return parts().cells.at(at.row, at.col); }
     /// The cell's element when it is of that kind, else null.

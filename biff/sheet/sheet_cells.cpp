@@ -55,6 +55,7 @@ std::uint16_t SheetImplT<CharT>::defaultFormatIndex(std::uint16_t col) const {
 
 template <class CharT>
 std::uint16_t SheetImplT<CharT>::ixfeFor(CellPlace at, const Format* format) const {
+    if (!parts().isWorksheet()) throwNoWorksheet();  // before a string or a reference is added for the cell
     if (format != nullptr) return _book.ixfeOf(format);
     const CellSlot slot = slotAt(at);
     return slot.occupied() ? parts().cells.ixfe(slot) : defaultFormatIndex(at.col);

@@ -10,7 +10,7 @@ template <class CharT>
 template <class Body>
 bool SheetImplT<CharT>::change(Body&& body) {
     return guard(false, [&] {
-        if (!parts().isWorksheet()) throw vlerror(biff::msg::notWorksheet);
+        if (!parts().isWorksheet()) throwNoWorksheet();
         body();
         return true;
     });

@@ -81,22 +81,23 @@ const CharT* SheetImplT<CharT>::footerText() {
 }
 
 template <class CharT>
-bool SheetImplT<CharT>::setPageText(biff::PageText& to, std::uint16_t id, const CharT* text, double Setup::*margin,
-                                    double inches) {
+bool SheetImplT<CharT>::setPageText(biff::PageText biff::PageSetup::*to, std::uint16_t id, const CharT* text,
+                                    double Setup::*margin, double inches) {
     return change([&] {
-        to.set(id, widened(text));
-        edit().features.pageSetup.editSetup().*margin = inches;
+        biff::PageSetup& setup = edit().features.pageSetup;
+        (setup.*to).set(id, widened(text));
+        setup.editSetup().*margin = inches;
     });
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setHeaderText(const CharT* text, double margin) {
-    return setPageText(edit().features.pageSetup.header, record_id::Header, text, &Setup::numHdr, margin);
+    return setPageText(&biff::PageSetup::header, record_id::Header, text, &Setup::numHdr, margin);
 }
 
 template <class CharT>
 bool SheetImplT<CharT>::setFooterText(const CharT* text, double margin) {
-    return setPageText(edit().features.pageSetup.footer, record_id::Footer, text, &Setup::numFtr, margin);
+    return setPageText(&biff::PageSetup::footer, record_id::Footer, text, &Setup::numFtr, margin);
 }
 
 template <class CharT>

@@ -30,7 +30,7 @@ void SheetImplT<CharT>::setSelected(bool selected) {
     std::uint16_t flags = _content.viewFlags();
     setFlag(flags, mask, selected);
     if (_content.isParked() && flags == _content.viewFlags()) return;
-    SheetParts& content = edit();
+    SheetParts& content = _content.edit();
     content.window2.flags = flags;
     if (std::byte* const at = flagsOfForeign(content.foreign)) {
         flags = loadLe<std::uint16_t>(at);

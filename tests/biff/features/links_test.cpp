@@ -334,6 +334,13 @@ TEST(SheetFeatures, AChartSheetAnswersDefaultsAndRefusesSetters) {
         [](Sheet& s) { return s.addHyperlink("a", 1, 1, 1, 1); },
         [](Sheet& s) { return s.groupRowRange(1, 2, true); },
         [](Sheet& s) { return s.setShowsGridlines(false); },
+        [](Sheet& s) { return s.writeNumber(1, 1, 2); },
+        [](Sheet& s) { return s.writeString(1, 1, "a"); },
+        [](Sheet& s) { return s.writeFormula(1, 1, "1+1"); },
+        [](Sheet& s) { return s.setRow(1, 20); },
+        [](Sheet& s) { return s.setColumn(1, 1, 20); },
+        [](Sheet& s) { return s.addMerge(1, 2, 1, 2); },
+        [](Sheet& s) { return s.insertRows(1, 2); },
     };
     for (const auto& set : setters) {
         EXPECT_FALSE(set(*chart)) << &set - setters;
