@@ -3,6 +3,7 @@ import datetime
 import gc
 import struct
 import threading
+import zipfile
 import zlib
 
 import numpy as np
@@ -124,6 +125,9 @@ def test_formats(kind, tmp_path):
     sheet["A1"].format = look
     sheet["A1"] = 0.5
     book = again(book, tmp_path)
+    if kind == "xlsx":
+        with zipfile.ZipFile(book.path) as package:
+            assert b'<fgColor rgb="FFFFFF00"/>' in package.read("xl/styles.xml")
     look, plain = book["S"]["A1"].format, book["S"]["B1"].format
     assert look.bold and look.font_size == 14 and look.font_name == "Arial" and look.wraps_text
     assert look.fill_pattern == 1 and look.fill_color == book.color(255, 255, 0) and look.align_horizontal == 2

@@ -207,7 +207,7 @@ class Book:
         return self._native.number_format_text(number) if number >= 164 else None
 
     def color(self, red: int, green: int, blue: int) -> int:
-        """The number that stands for a colour in formats: the nearest one of the palette."""
+        """The number that stands for a colour in formats: in .xls files the nearest one of the palette."""
         return self._native.pack_color(red, green, blue)
 
     @property
@@ -467,8 +467,8 @@ class Cell:
         self.sheet._native.set_formula(self.row, self.column, text[1:] if text.startswith("=") else text, value)
 
     @property
-    def format(self) -> Format:
-        """The cell's format, which it may share with others."""
+    def format(self) -> Optional[Format]:
+        """The cell's format, which it may share with others; None when it has none."""
         return self.sheet._native.format(self.row, self.column)
 
     @format.setter

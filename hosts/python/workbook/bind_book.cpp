@@ -62,6 +62,7 @@ int addPicture(BookHandle& self, const py::object& source) {
 }
 
 int packColor(BookHandle& self, int red, int green, int blue) {
+    self.speakRgb();
     const int color = self.use().packColor(red, green, blue);
     self.check(color != vellum::noColor);
     return color;
@@ -74,6 +75,7 @@ py::tuple unpackColor(BookHandle& self, int color) {
 }
 
 FormatHandle newFormat(BookHandle& self, FormatHandle* like) {
+    self.speakRgb();
     Format* const source = like == nullptr ? nullptr : like->of(self);
     Format* const made = self.use().newFormat(source);
     self.check(made != nullptr);
@@ -117,7 +119,6 @@ void bindBooks(py::module_& module) {
              [](BookHandle& self, int id) { return pythonText(self.use().customNumFormatText(id)); })
         .def("pack_color", packColor)
         .def("unpack_color", unpackColor)
-        .def("set_rgb", [](BookHandle& self, bool rgb) { self.check(self.use().setUsesRgbColors(rgb)); })
         .def_property_readonly("date1904", [](BookHandle& self) { return self.use().isDate1904(); })
         .def_property_readonly("is_closed", &BookHandle::isClosed)
         .def_property_readonly("is_binary", &BookHandle::isBinary);

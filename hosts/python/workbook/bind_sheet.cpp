@@ -79,10 +79,11 @@ void setFormula(SheetHandle& self, int row, int col, const py::str& text, const 
     self.book().check(done);
 }
 
-FormatHandle format(SheetHandle& self, int row, int col) {
+/// None for a cell without one.
+py::object format(SheetHandle& self, int row, int col) {
+    if (self.book().use().formatTotal() > 0) self.book().speakRgb();
     Format* const found = self.use().cellFormatAt(row, col);
-    self.book().check(found != nullptr);
-    return {self.bookPtr(), found};
+    return found == nullptr ? py::none() : py::cast(FormatHandle(self.bookPtr(), found));
 }
 
 void setComment(SheetHandle& self, int row, int col, const py::str& text, const py::str& author, int width,

@@ -12,6 +12,10 @@ BookHandle::BookHandle(bool binary)
     _book->setLocale("UTF-8");
 }
 
+void BookHandle::speakRgb() {
+    if (!_binary && !use().usesRgbColors()) check(use().setUsesRgbColors(true));
+}
+
 BookHandle::~BookHandle() {
     if (_book != nullptr) _book->release();
 }

@@ -70,6 +70,9 @@ public:
         BookHandle& _book;
     };
 
+    /// Colours of a package are told as they are, not as places of a palette that it need not have. Called before
+    /// formats or colours are, since it makes the part of styles where there is none.
+    void speakRgb();
     /// Throws BookError with the book's last text when an operation answered false.
     void check(bool done);
     /// The same for operations that answer a value: only their text tells of a failure.
