@@ -14,10 +14,17 @@ constexpr std::size_t blockSize = 256 << 10;
 
 }  // namespace
 
-/// One block with the window before it and the room for its result: whatever a helper needs is there before it starts.
+/// One block with the window before it and the room for its result.
 class EntryDeflater::Block final : public Task {
 public:
-    Block() : _deflater(makeBlockDeflater(blockSize)), _bytes(deflateWindow + blockSize), _result(_deflater->bound()) {}
+    Block() : _bytes(deflateWindow + blockSize) {}
+
+    /// For `run`: whatever a helper needs.
+    void prepare() {
+        if (_deflater) return;
+        _deflater = makeBlockDeflater(blockSize);
+        makeRoom(*_deflater);
+    }
 
     /// Empties the block; the window before it is the end of the block that it follows, if any.
     void restart(const Block* previous) {
@@ -41,11 +48,12 @@ public:
 
     void makeLast(bool last) { _last = last; }
 
-    void run() noexcept override {
-        const std::span all(_bytes);
-        const auto block = all.subspan(deflateWindow, size());
-        _crc = crcOf(0, block.data(), block.size());
-        _resultSize = _deflater->deflate(all.subspan(_windowFrom, deflateWindow - _windowFrom), block, _last, _result);
+    void run() noexcept override { deflateBy(*_deflater); }
+
+    /// Without a helper, and without the deflater of its own.
+    void runBy(BlockDeflater& deflater) {
+        makeRoom(deflater);
+        deflateBy(deflater);
     }
 
     std::uint32_t crc() const { return _crc; }
@@ -53,6 +61,17 @@ public:
     std::span<const unsigned char> result() const { return std::span(_result).first(_resultSize); }
 
 private:
+    void makeRoom(BlockDeflater& deflater) {
+        if (_result.size() < deflater.bound()) _result.resize(deflater.bound());
+    }
+
+    void deflateBy(BlockDeflater& deflater) noexcept {
+        const std::span all(_bytes);
+        const auto block = all.subspan(deflateWindow, size());
+        _crc = crcOf(0, block.data(), block.size());
+        _resultSize = deflater.deflate(all.subspan(_windowFrom, deflateWindow - _windowFrom), block, _last, _result);
+    }
+
     std::unique_ptr<BlockDeflater> _deflater;
     std::vector<unsigned char> _bytes;  // the window, then the block
     std::size_t _windowFrom = deflateWindow;
@@ -99,16 +118,24 @@ bool EntryDeflater::startNextBlock() {
     std::unique_ptr<Block> next = spareBlock();
     next->restart(_filling.get());
     _filling->makeLast(false);
+    _filling->prepare();
     _underWay.push_back(std::move(_filling));
     _filling = std::move(next);
     _crew.submit(*_underWay.back());
     return true;
 }
 
-/// The last block runs here, while helpers work on those before it.
+/// The last block runs here, while helpers work on those before it. One that is alone is left to zlib: it takes no time
+/// to speak of, and zlib makes less of short texts.
 bool EntryDeflater::end() {
     _filling->makeLast(true);
-    _filling->run();
+    if (_size == 0 && _underWay.empty()) {
+        if (!_single) _single = makeZlibBlockDeflater(blockSize);
+        _filling->runBy(*_single);
+    } else {
+        _filling->prepare();
+        _filling->run();
+    }
     while (!_underWay.empty()) {
         if (!handOnFirst()) return false;
     }

@@ -11,6 +11,8 @@
 
 namespace zip {
 
+class BlockDeflater;
+
 /// Where the compressed bytes of an entry go, in their order, on the caller's thread. False on failure.
 class DeflatedSink {
 public:
@@ -22,7 +24,8 @@ protected:
 
 /// Deflates one entry after the other. Bytes are gathered in blocks of 256 KiB, which are compressed on the threads of
 /// a crew, a few at a time, and handed on in their order: the result is the same for every number of threads. An entry
-/// of one block never leaves the caller's thread. After a failure there is nothing to do but to begin another entry.
+/// of one block never leaves the caller's thread, and is deflated by zlib. After a failure there is nothing to do but
+/// to begin another entry.
 class EntryDeflater {
 public:
     explicit EntryDeflater(DeflatedSink& sink, unsigned threads = usableThreads());
@@ -46,6 +49,7 @@ private:
     bool handOnFirst();
 
     DeflatedSink& _sink;
+    std::unique_ptr<BlockDeflater> _single;  // of entries of one block
     std::unique_ptr<Block> _filling;
     std::vector<std::unique_ptr<Block>> _spare;
     std::deque<std::unique_ptr<Block>> _underWay;  // in the entry's order
