@@ -1,0 +1,7 @@
+# What operations cost when they are repeated often. Its small form is a test, of builds that run at full speed alone.
+if(NOT QUILLET_FUZZ)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/growth/*.cpp)
+  add_executable(bench_growth EXCLUDE_FROM_ALL ${sources})
+  target_link_libraries(bench_growth PRIVATE quillet_build vellum quillet_host quillet_script_runner nlohmann_json::nlohmann_json)
+  add_dependencies(benches bench_growth)
+endif()
