@@ -63,10 +63,10 @@ constexpr Task tasks[] = {
      [](World& w, int i) { return w.book->fontAt(i) != nullptr; },
      addFonts},
     {"number format",
-     {3'000, 30'000},
+     {220, 220},
      [](World& w, int i) { return w.book->newCustomNumFormat(numbered("0.0\" unit \"0", i).c_str()) > 0; }},
     {"number format by number",
-     {3'000, 30'000},
+     {220, 220},
      [](World& w, int i) { return w.book->customNumFormatText(164 + i) != nullptr; },
      addNumberFormats},
 };

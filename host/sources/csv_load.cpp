@@ -45,7 +45,7 @@ public:
         std::memset(_block.get() + streamBlock, 0, 1 + scanSlack);
         for (;;) {
             if (_at == _end && !refill()) return false;
-            if (_at == _end) return endStretch();
+            if (_at == _end) return endStretch();  // all texts were kept before the last read
             while (_at < _end && markedField()) {
             }
             if (_failed || (_at < _end && !slowField()) || _failed) return false;
@@ -241,13 +241,13 @@ private:
         if (field == _table.lineBuffer) keepTexts();  // which the next field may need
     }
 
-    /// Texts lie in the stream block or the line buffer until the row ends or that memory is needed.
+    /// Texts lie in the stream block until there are enough of them or that memory is needed.
     void keepTexts() {
         if (!_table.texts().keep(_arriving, _arrivingCount)) {
             hostApi().hostError(_table.hostContext, msg::storeOutOfMemory);
             _failed = true;
         }
-        _arrivingCount = 0;
+        _arrivingCount = _placedCount = 0;
     }
 
     bool endColumn() {
@@ -268,10 +268,16 @@ private:
 
     bool endStretch() {
         if (_stretch.end == 0) return true;
-        keepTexts();
+        CsvBlock* const block = _table.appendStretch(_row, _blockIndex, _stretch);
+        if (!block) _failed = true;
         if (_failed) return false;
-        if (_table.appendStretch(_row, _blockIndex, _stretch) < 0) _failed = true;
+        // Texts that are still on their way go to the block now.
+        for (; _placedCount < _arrivingCount; ++_placedCount) {
+            char**& kept = _arriving[_placedCount].kept;
+            kept = &block->values()[reinterpret_cast<CsvValue*>(kept) - _stretch.values].text;
+        }
         _stretch.clear();
+        if (_arrivingCount > columnsPerBlock) keepTexts();
         return !_failed;
     }
 
@@ -283,8 +289,9 @@ private:
     std::int64_t _blockIndex = 0;
     int _slot = 0;  // the column is columnsPerBlock * _blockIndex + _slot
     CsvStretch _stretch = {};
-    CsvTexts::Arriving _arriving[columnsPerBlock];
+    CsvTexts::Arriving _arriving[2 * columnsPerBlock];
     int _arrivingCount = 0;
+    int _placedCount = 0;  // of those, whose texts a block wants; the others are wanted by the stretch
     Memory<char> _block;
     Memory<std::uint32_t> _marks;
     char* _at = nullptr;

@@ -270,14 +270,14 @@ int CsvTable::storeText(int row, int col, const char* text) {
     return 1;
 }
 
-int CsvTable::appendStretch(std::int64_t row, std::int64_t blockIndex, const CsvStretch& stretch) {
+CsvBlock* CsvTable::appendStretch(std::int64_t row, std::int64_t blockIndex, const CsvStretch& stretch) {
     CsvBlock* block = nullptr;
     if (row < notGiven && blockIndex < notGiven / columnsPerBlock && reserveRow(static_cast<int>(row))) {
         block = newBlock(static_cast<int>(blockIndex), stretch.end);
     }
     if (!block) {
         hostApi().hostError(hostContext, msg::storeOutOfMemory);
-        return -1;
+        return nullptr;
     }
     const auto count = static_cast<std::size_t>(stretch.end);
     std::memcpy(block->values(), stretch.values, count * sizeof(CsvValue));
@@ -296,7 +296,7 @@ int CsvTable::appendStretch(std::int64_t row, std::int64_t blockIndex, const Csv
     lastRow = std::max(lastRow, static_cast<int>(row));
     firstCol = std::min(firstCol, slots.firstCol);
     lastCol = std::max(lastCol, slots.lastCol);
-    return 1;
+    return block;
 }
 
 void CsvStretch::clear() {

@@ -113,8 +113,9 @@ public:
     int storeText(int row, int col, const char* text);  // null and "" empty the cell
     int storeBlank(int row, int col);
 
-    /// The loader's way in, for rows and columns behind all that there are: -1 after a report when memory is short.
-    int appendStretch(std::int64_t row, std::int64_t blockIndex, const CsvStretch& stretch);
+    /// The loader's way in, for rows and columns behind all that there are. The new block, null after a report when
+    /// memory is short.
+    CsvBlock* appendStretch(std::int64_t row, std::int64_t blockIndex, const CsvStretch& stretch);
     CsvTexts& texts() { return _texts; }
 
     /// Bytes of the table by its layout: 136, 16 a row slot, 600 a block, and each text that has memory of its own.
