@@ -1,4 +1,5 @@
 # What operations cost when they are repeated often. Its small form is a test, of builds that run at full speed alone.
+find_package(nlohmann_json REQUIRED)
 if(NOT QUILLET_FUZZ)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/growth/*.cpp)
   add_executable(bench_growth EXCLUDE_FROM_ALL ${sources})
