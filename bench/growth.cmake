@@ -1,4 +1,4 @@
-# What operations cost when they are repeated often. Its small form is a test, of builds that run at full speed alone.
+# What operations cost when they are repeated often. CI runs its small form.
 find_package(nlohmann_json REQUIRED)
 if(NOT QUILLET_FUZZ)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/growth/*.cpp)
