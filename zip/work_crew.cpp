@@ -4,7 +4,8 @@
 
 namespace zip {
 
-WorkCrew::WorkCrew(unsigned threads) : _threads(std::clamp(threads, 1U, static_cast<unsigned>(_helpers.size()))) {}
+WorkCrew::WorkCrew(unsigned threads)
+    : _threads(std::clamp(threads, 1U, unsigned{std::tuple_size_v<decltype(_helpers)>})) {}
 
 WorkCrew::~WorkCrew() {
     {
