@@ -27,6 +27,7 @@ void addDump(CLI::App& program, int& exitStatus) {
     command->add_flag("--objects", wanted->options.objects, "Pictures, comments, controls and other shapes");
     command->add_flag("--all", wanted->all, "All of these");
     command->add_flag("--no-cells", wanted->noCells, "Leaves the cells out");
+    command->footer("Example: quillet dump --formulas sales.xls");
     command->callback([wanted, &exitStatus] {
         if (wanted->all) wanted->options.addAll();
         wanted->options.cells = !wanted->noCells;
@@ -42,6 +43,7 @@ void addResave(CLI::App& program, int& exitStatus) {
     CLI::App* command = program.add_subcommand("resave", "Loads a workbook and saves it");
     command->add_option("in", files->in, "The workbook")->required();
     command->add_option("out", files->out, "The file to write, of the same format")->required();
+    command->footer("Example: quillet resave sales.xlsx copy.xlsx");
     command->callback([files, &exitStatus] { exitStatus = resave(files->in, files->out, std::cerr); });
 }
 
@@ -67,6 +69,7 @@ void addPictures(CLI::App& program, int& exitStatus) {
     CLI::App* command = program.add_subcommand("pictures", "Writes the pictures of a workbook as files");
     command->add_option("file", names->file, "The workbook")->required();
     command->add_option("outdir", names->folder, "The folder to write to")->required();
+    command->footer("Example: quillet pictures sales.xlsx images");
     command->callback(
         [names, &exitStatus] { exitStatus = pictures(names->file, names->folder, std::cout, std::cerr); });
 }
