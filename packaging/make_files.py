@@ -2,7 +2,9 @@
 """make_files.py QUILLET VERSION FOLDER: manual pages, completions and the changelog of the packages.
 
 The list of commands and options is what `quillet --help` tells; quillet-script(5) is docs/script.md."""
+import email.utils
 import gzip
+import os
 import pathlib
 import re
 import subprocess
@@ -160,6 +162,14 @@ _quillet "$@"
 """
 
 
+def package_changelog(version):
+    """In the form of Debian's changelogs; what changed is told in CHANGELOG.md, which comes along."""
+    epoch = os.environ.get("SOURCE_DATE_EPOCH") or int((ROOT / "CHANGELOG.md").stat().st_mtime)
+    date = email.utils.formatdate(int(epoch))
+    return (f"quillet ({version}) unstable; urgency=medium\n\n  * See CHANGELOG.md.\n\n"
+            f" -- Quillet maintainers <maintainers@quillet.example.org>  {date}\n")
+
+
 def main():
     program, version, folder = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
     folder.mkdir(parents=True, exist_ok=True)
@@ -170,7 +180,7 @@ def main():
 
     compressed("quillet.1.gz", command_page(list_of, version))
     compressed("quillet-script.5.gz", script_page(version))
-    compressed("changelog.gz", (ROOT / "CHANGELOG.md").read_text())
+    compressed("changelog.gz", package_changelog(version))
     (folder / "quillet.bash").write_text(bash_completion(list_of))
     (folder / "_quillet").write_text(zsh_completion(list_of))
 
