@@ -165,7 +165,7 @@ _quillet "$@"
 def package_changelog(version):
     """In the form of Debian's changelogs; what changed is told in CHANGELOG.md, which comes along."""
     epoch = os.environ.get("SOURCE_DATE_EPOCH") or int((ROOT / "CHANGELOG.md").stat().st_mtime)
-    date = email.utils.formatdate(int(epoch))
+    date = email.utils.formatdate(int(epoch)).replace("-0000", "+0000")
     return (f"quillet ({version}) unstable; urgency=medium\n\n  * See CHANGELOG.md.\n\n"
             f" -- Quillet maintainers <maintainers@quillet.example.org>  {date}\n")
 
