@@ -138,7 +138,11 @@ INSTANTIATE_TEST_SUITE_P(Of, ShortMemory, testing::Values(Engine::binary, Engine
 
 // The first allocations one by one, of the others a sample.
 TEST_P(ShortMemory, AnyAllocationMayFail) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    const long oneByOne = 20, samples = 40;  // a process takes long to begin
+#else
     const long oneByOne = 60, samples = 140;
+#endif
     for (const Step& step : steps) {
         const long total = allocationsOf(step);
         const long stride = std::max(1L, (total - oneByOne) / samples);
