@@ -11,6 +11,7 @@ template <class CharT>
 class IAutoFilterT {
 public:
     virtual bool filterRange(int* rowFirst, int* rowLast, int* colFirst, int* colLast) = 0;
+    /// Columns that it leaves out are not saved.
     virtual bool setFilterRange(int rowFirst, int rowLast, int colFirst, int colLast) = 0;
     /// The filter of a column, counted from the first one of the range; made when there is none.
     virtual IFilterColumnT<CharT>* filterColumn(int colId) = 0;

@@ -145,6 +145,18 @@ void XMLAutoFilterT<CharT, Tag>::forgetGone() {
     });
 }
 
+template <class CharT, class Tag>
+void XMLAutoFilterT<CharT, Tag>::dropColumnsOutside() {
+    auto* const found = _worksheet.find_autoFilter();
+    const auto range = found ? xlsx::findFilterRef(found->ref()) : std::nullopt;
+    if (!range || range->colLast < range->colFirst) return;
+    auto& columns = found->filterColumn();
+    for (std::size_t i = columns.size(); i-- > 0;) {
+        if (columns[i].colId() > range->colLast - range->colFirst) columns.erase(i);
+    }
+    forgetGone();
+}
+
 template class XMLAutoFilterT<char, ooxml::excelNormal_tag>;
 template class XMLAutoFilterT<char, ooxml::excelStrict_tag>;
 template class XMLAutoFilterT<wchar_t, ooxml::excelNormal_tag>;

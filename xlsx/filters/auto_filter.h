@@ -36,6 +36,8 @@ public:
 
     /// Drops the views on columns whose elements are gone: to be called before their places are used again.
     void forgetGone();
+    /// Drops the columns that the range no longer has: programs report a file that has them as damaged.
+    void dropColumnsOutside();
 
 private:
     using ColumnElement = typename Column::Element;

@@ -85,8 +85,10 @@ void XMLSheetImplT<CharT, Tag>::dropFilterElement() {
 /// One that was asked for and never filled: programs report a file that has it as damaged.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::dropEmptyFilter() {
+    if (!_filter) return;
     const auto* const filter = this->_root.find_autoFilter();
-    if (_filter && filter && !filter->isset_ref() && filter->filterColumn().empty()) dropFilterElement();
+    if (filter && !filter->isset_ref() && filter->filterColumn().empty()) dropFilterElement();
+    _filter->dropColumnsOutside();
 }
 
 /// Every cell of a group that has one in the range gets a formula of its own.

@@ -2,6 +2,7 @@
 #pragma once
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -15,16 +16,31 @@
 
 namespace vellum {
 
-/// Calls an operation with nothing in hand: zeros, false, null pointers. The result as text.
-template <class Object, class Result, class... Args>
-std::string answer(Object& object, Result (Object::*operation)(Args...)) {
-    std::ostringstream text;
-    if constexpr (std::is_void_v<Result>) {
-        (object.*operation)(Args{}...);
-    } else if constexpr (std::is_pointer_v<Result>) {
-        text << ((object.*operation)(Args{}...) == nullptr ? "null" : "an object");
+/// What an operation gets for its integers and sizes, in turn; the first again behind the last.
+using Numbers = std::vector<int>;
+
+template <class T>
+T argument(const Numbers& numbers, std::size_t& used) {
+    if constexpr (std::is_same_v<T, int> || std::is_same_v<T, double>) {
+        return static_cast<T>(numbers[used++ % numbers.size()]);
     } else {
-        text << std::boolalpha << (object.*operation)(Args{}...);
+        return T{};
+    }
+}
+
+/// Calls an operation with these numbers and nothing else in hand: false, null pointers. The result as text.
+template <class Object, class Result, class... Args>
+std::string answer(Object& object, const Numbers& numbers, Result (Object::*operation)(Args...)) {
+    std::ostringstream text;
+    [[maybe_unused]] std::size_t used = 0;
+    const std::tuple<Args...> arguments{argument<Args>(numbers, used)...};
+    const auto call = [&] { return std::apply([&](auto... each) { return (object.*operation)(each...); }, arguments); };
+    if constexpr (std::is_void_v<Result>) {
+        call();
+    } else if constexpr (std::is_pointer_v<Result>) {
+        text << (call() == nullptr ? "null" : "an object");
+    } else {
+        text << std::boolalpha << call();
     }
     return text.str();
 }
@@ -32,14 +48,16 @@ std::string answer(Object& object, Result (Object::*operation)(Args...)) {
 template <class Object>
 struct Operation {
     const char* name;
-    std::string (*call)(Object&);
+    std::string (*callWith)(Object&, const Numbers&);
+
+    std::string call(Object& object, const Numbers& numbers = {0}) const { return callWith(object, numbers); }
 };
 
 template <class Object>
 const std::vector<Operation<Object>>& operationsOf();
 
 // clang-format off
-#define OP(name) {#name, [](Object& object) { return answer(object, &Object::name); }}
+#define OP(name) {#name, [](Object& object, const Numbers& numbers) { return answer(object, numbers, &Object::name); }}
 
 template <>
 inline const std::vector<Operation<IBookT<char>>>& operationsOf() {

@@ -3,6 +3,7 @@
 #include "tests/engine/both/operations.h"
 
 #include <fstream>
+#include <limits>
 #include <map>
 #include <regex>
 #include <set>
@@ -115,6 +116,41 @@ TEST_P(Operations, ThatSucceedLeaveOk) {
     expectOkAfterSetters<IFormatT<char>>(GetParam(), [](IBookT<char>& own) { return own.newFormat(); });
     expectOkAfterSetters<IFontT<char>>(GetParam(), [](IBookT<char>& own) { return own.newFont(); });
     expectOkAfterSetters<IRichStringT<char>>(GetParam(), [](IBookT<char>& own) { return own.newRichString(); });
+}
+
+template <class Object>
+void callEach(Object* object, const Numbers& numbers) {
+    for (const auto& operation : operationsOf<Object>()) operation.call(*object, numbers);
+}
+
+// Whatever numbers come with null texts, the book stays one that is saved and loaded.
+TEST_P(Operations, TakeAnyNumbers) {
+    constexpr int least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
+    const Numbers patterns[] = {{-1},    {most},  {least},    {0, most},   {most, 0},
+                                {-1, 3}, {3, -1}, {0, 65535}, {2, 5, most}};
+    for (const Numbers& numbers : patterns) {
+        SCOPED_TRACE(testing::PrintToString(numbers));
+        book = createBook(GetParam());
+        book->setLocale("UTF-8");
+        for (const char* const name : {"A", "B"}) {
+            auto* const sheet = book->addSheet(name);
+            for (int i = 0; i < 12; ++i) sheet->writeNumber(i, i % 5, i);
+            sheet->addMerge(2, 3, 2, 3);
+            sheet->setNamedRangeByName("n", 1, 2, 1, 2);
+            callEach(sheet, numbers);
+            if (auto* const filter = sheet->filterObject()) {
+                filter->setFilterRange(0, 9, 0, 3);
+                if (auto* const column = filter->filterColumn(0)) callEach(column, numbers);
+                callEach(filter, numbers);
+                sheet->applyFilter();
+            }
+            callEach(sheet, numbers);
+        }
+        callEach(book->newFormat(), numbers);
+        callEach(book->newFont(), numbers);
+        ASSERT_NE(reloaded()->getSheet(0), nullptr);
+        callEach(book.get(), numbers);  // a load that fails leaves nothing to save
+    }
 }
 
 /// The lists of operations.h are complete.

@@ -68,6 +68,18 @@ TYPED_TEST(Filters, Range) {
     EXPECT_EQ(element.ref(), "C2:C2");
 }
 
+TYPED_TEST(Filters, ColumnsOutsideOfTheRangeAreNotSaved) {
+    ASSERT_TRUE(this->filter->setFilterRange(0, 9, 0, 3));
+    for (const int colId : {0, 1, 3}) ASSERT_TRUE(this->filter->filterColumn(colId)->addValueFilter("a"));
+    ASSERT_TRUE(this->filter->setFilterRange(0, 9, 4, 5));
+    EXPECT_EQ(this->filter->filterColumnTotal(), 3);
+    EXPECT_EQ(this->saved(),
+              "<autoFilter ref=\"E1:F10\"><filterColumn colId=\"0\"><filters><filter val=\"a\"/></filters>"
+              "</filterColumn><filterColumn colId=\"1\"><filters><filter val=\"a\"/></filters></filterColumn>");
+    EXPECT_EQ(this->filter->filterColumnTotal(), 2);
+    EXPECT_EQ(this->filter->filterColumnAt(1)->columnId(), 1);
+}
+
 TYPED_TEST(Filters, Columns) {
     auto& sheet = this->_sheet;
     ASSERT_TRUE(this->filter->setFilterRange(0, 9, 2, 5));
