@@ -64,11 +64,15 @@ std::string ask(Sheet& sheet) {
     const bool hasRange = filter.filterRange(at, at + 1, at + 2, at + 3);
     if (!hasRange && filter.filterColumnTotal() == 0) return told;  // one that says nothing is not written
     block(hasRange);
+    const int lastColumn = hasRange ? at[3] - at[2] : mostAsked;  // those behind it are not saved
     block(filter.sortRange(at, at + 1, at + 2, at + 3));
     bool descending = false;
     if (filter.sortOrder(at, &descending)) told += std::to_string(at[0]) + (descending ? "down" : "up");
-    for (int i = 0; i < std::min(filter.filterColumnTotal(), mostAsked); ++i) {
-        askColumn(*filter.filterColumnAt(i), told);
+    for (int i = 0, asked = 0; i < filter.filterColumnTotal() && asked < mostAsked; ++i) {
+        Column& column = *filter.filterColumnAt(i);
+        if (column.columnId() > lastColumn) continue;
+        askColumn(column, told);
+        ++asked;
     }
     return told;
 }

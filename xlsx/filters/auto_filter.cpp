@@ -41,6 +41,7 @@ bool XMLAutoFilterT<CharT, Tag>::setFilterRange(int rowFirst, int rowLast, int c
         const CellRange range = xlsx::orderedBlock(rowFirst, rowLast, colFirst, colLast);
         element().ref(cellAddressText(range.rowFirst, range.colFirst) + ":" +
                       cellAddressText(range.rowLast, range.colLast));
+        _rangeIsSet = true;
         return true;
     });
 }
@@ -149,7 +150,7 @@ template <class CharT, class Tag>
 void XMLAutoFilterT<CharT, Tag>::dropColumnsOutside() {
     auto* const found = _worksheet.find_autoFilter();
     const auto range = found ? xlsx::findFilterRef(found->ref()) : std::nullopt;
-    if (!range || range->colLast < range->colFirst) return;
+    if (!_rangeIsSet || !range || range->colLast < range->colFirst) return;
     auto& columns = found->filterColumn();
     for (std::size_t i = columns.size(); i-- > 0;) {
         if (columns[i].colId() > range->colLast - range->colFirst) columns.erase(i);

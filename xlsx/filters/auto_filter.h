@@ -36,7 +36,7 @@ public:
 
     /// Drops the views on columns whose elements are gone: to be called before their places are used again.
     void forgetGone();
-    /// Drops the columns that the range no longer has: programs report a file that has them as damaged.
+    /// Drops the columns that a range set here does not have: programs report a file that has them as damaged.
     void dropColumnsOutside();
 
 private:
@@ -50,6 +50,7 @@ private:
     Worksheet& _worksheet;
     std::map<const ColumnElement*, std::unique_ptr<Column>> _columns;
     bool _utf8Mode;
+    bool _rangeIsSet = false;
     LastError& _lastError;
 };
 

@@ -1,5 +1,7 @@
 // Small images, and packages that hold drawings.
 #pragma once
+#include <unistd.h>
+
 #include <fstream>
 #include <map>
 #include <string>
@@ -35,7 +37,8 @@ inline int addPicture(IBookT<char>& book, const std::string& bytes) {
 }
 
 inline std::string fileOf(const std::string& name, const std::string& bytes) {
-    const std::string path = testing::TempDir() + name;
+    // Tests of both dialects may run at once.
+    const std::string path = testing::TempDir() + std::to_string(getpid()) + name;
     std::ofstream(path, std::ios::binary) << bytes;
     return path;
 }
