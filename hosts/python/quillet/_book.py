@@ -9,6 +9,7 @@ import numpy as np
 
 from . import _quillet as native
 from ._quillet import BookError, Format
+from ._writing import columns_of
 
 _BINARY, _PACKAGE = (".xls", ".xlt"), (".xlsx", ".xlsm", ".xltx", ".xltm")
 _PICTURE_KINDS = {0: "png", 1: "jpeg", 2: "gif", 3: "wmf", 4: "bmp", 5: "emf", 6: "pict", 7: "tiff"}
@@ -308,6 +309,18 @@ class Sheet:
         for i, line in enumerate(values):
             for j, value in enumerate(line):
                 self._native.set_value(row + i, column + j, None if value != value else value)
+
+    def write_frame(self, cell: Area, frame: Any) -> None:
+        """Writes a DataFrame of pandas with its header from a cell on: dates as dates in cells that show them, categories as
+        their values, missing values as blank cells. An index that is more than the rows' numbers becomes columns."""
+        row, column = _cell(cell)
+        names, cells = columns_of(frame)
+        self.set_values((row, column), [names])
+        for place, values in enumerate(cells):
+            if isinstance(values, np.ndarray):
+                self._native.set_numbers(row + 1, column + place, values.reshape(-1, 1))
+            else:
+                self.set_values((row + 1, column + place), ([value] for value in values))
 
     def clear(self, area: Area) -> None:
         """Removes the cells of an area."""

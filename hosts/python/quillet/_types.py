@@ -102,7 +102,7 @@ class TypeTable:
     def __init__(self, core: Any) -> None:
         self._core = core
         self._records: Dict[Record, int] = {}
-        self._aliases: Dict[int, int] = {}
+        self._aliases: Dict[int, Tuple[Alias, int]] = {}
         self._named: Dict[int, Record] = {}
 
     def number(self, type_: Any) -> int:
@@ -110,13 +110,7 @@ class TypeTable:
         if isinstance(type_, Record):
             return self._record(type_)
         if isinstance(type_, Alias):
-            key = id(type_)
-            if key not in self._aliases:
-                self._aliases[key] = self._core.add_alias("alias", self.number(type_.of))
-                self._kept = getattr(self, "_kept", []) + [type_]
-                if isinstance(type_.of, Record):
-                    self._named[self._aliases[key]] = type_.of
-            return self._aliases[key]
+            return self._alias(type_)
         number = base_number(type_)
         assert number is not None
         return number
@@ -129,6 +123,14 @@ class TypeTable:
     def record(self, number: int) -> "Record | None":
         """The record of a number, None when it is another type."""
         return self._named.get(number)
+
+    def _alias(self, alias: Alias) -> int:
+        if id(alias) not in self._aliases:
+            number = self._core.add_alias("alias", self.number(alias.of))
+            self._aliases[id(alias)] = alias, number
+            if isinstance(alias.of, Record):
+                self._named[number] = alias.of
+        return self._aliases[id(alias)][1]
 
     def _record(self, record: Record) -> int:
         number = self._records.get(record)

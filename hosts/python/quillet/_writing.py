@@ -269,28 +269,33 @@ def _record_type(values: Sequence[Any]) -> Record:
 _ONE_CELL = re.compile(r"^(?P<before>.*\[(?:[^\]]*\$)?)(?P<column>[A-Za-z]{1,3})(?P<row>[0-9]+)\]$")
 
 
-def _frame(session: Any, label: Optional[str], frame: Any) -> Tuple[str, Any]:
+def columns_of(frame: Any) -> Tuple[List[str], List[Any]]:
+    """Names and columns of a DataFrame: an array of numbers, or a list with None for missing values. ValueError when two
+    have the same name."""
     pd = _frames.pandas()
     if not (isinstance(frame.index, pd.RangeIndex) and frame.index.name is None):
         frame = frame.reset_index()
     names = [_column_name(name) for name in frame.columns]
     if len(set(names)) < len(names):
         raise ValueError("columns of a table have different names")
+    return names, [_cells(frame.iloc[:, place]) for place in range(len(names))]
+
+
+def _frame(session: Any, label: Optional[str], frame: Any) -> Tuple[str, Any]:
+    names, cells = columns_of(frame)
     rows = native.Container.range(session._core, 1, len(frame), False)
     columns = native.Container.set(session._core, native.TYPE_TEXT, True)
     columns.set_extend(names)
-    series = [frame.iloc[:, place] for place in range(len(names))]
-    if series and all(column.dtype.kind == "f" for column in series):
+    if cells and all(isinstance(column, np.ndarray) for column in cells):
         made = native.Container.array(session._core, [rows, columns], native.TYPE_REAL, True)
-        made.array_fill_matrix(frame.to_numpy(dtype=np.float64), True)
+        made.array_fill_matrix(np.column_stack(cells), True)
     else:
         made = native.Container.array(session._core, [rows, columns], native.TYPE_ANY, False)
-        for place, column in enumerate(series):
-            cells = _cells(column)
-            if isinstance(cells, list):
-                made.array_fill_objects(place, cells)
+        for place, column in enumerate(cells):
+            if isinstance(column, list):
+                made.array_fill_objects(place, column)
             else:
-                made.array_fill_reals(place, cells)
+                made.array_fill_reals(place, column)
     return "dataframe;skiph+;grow;" + widened(label or "[]", len(names)), made
 
 

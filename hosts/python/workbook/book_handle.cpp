@@ -75,6 +75,7 @@ void BookHandle::close() {
     _book->release();
     _book = nullptr;
     _sheets.clear();
+    _formatsLike.clear();
 }
 
 std::shared_ptr<SheetHandle> BookHandle::handleOf(Sheet* sheet) {
@@ -105,6 +106,15 @@ void BookHandle::removeSheet(int index) {
     if (known == _sheets.end()) return;
     if (const auto handle = known->second.lock()) handle->forget();
     _sheets.erase(known);
+}
+
+Format* BookHandle::formatLike(Format* format, int numFormat) {
+    Format*& known = _formatsLike[{format, numFormat}];
+    if (known != nullptr) return known;
+    known = use().newFormat(format);
+    check(known != nullptr);
+    known->setNumFormat(numFormat);
+    return known;
 }
 
 void BookHandle::check(bool done) {

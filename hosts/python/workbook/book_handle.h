@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/api/enums.h"
@@ -73,6 +74,9 @@ public:
     /// Colours of a package are told as they are, not as places of a palette that it need not have. Called before
     /// formats or colours are, since it makes the part of styles where there is none.
     void speakRgb();
+    /// A format as another one, null for none, but with a number format: the same one each time, since a workbook has
+    /// room for few.
+    Format* formatLike(Format* format, int numFormat);
     /// Throws BookError with the book's last text when an operation answered false.
     void check(bool done);
     /// The same for operations that answer a value: only their text tells of a failure.
@@ -88,6 +92,7 @@ private:
     bool _busy = false;
     int _pins = 0;
     std::map<Sheet*, std::weak_ptr<SheetHandle>> _sheets;
+    std::map<std::pair<Format*, int>, Format*> _formatsLike;
 };
 
 using BookPtr = std::shared_ptr<BookHandle>;

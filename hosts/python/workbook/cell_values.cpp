@@ -130,10 +130,8 @@ bool writeDate(SheetHandle& handle, int row, int col, const refhost::Date& date)
         throw py::value_error("a workbook has no day before the year 1900");
     if (!sheet.writeNumber(row, col, number)) return false;
     if (sheet.isDate(row, col)) return true;
-    Format* const format = book.newFormat(sheet.cellFormatAt(row, col));
-    if (format == nullptr) return false;
-    format->setNumFormat(!date.hasDate ? numFormatTime : date.hasTime ? numFormatMoment : numFormatDate);
-    return sheet.setCellFormatAt(row, col, format);
+    const int numFormat = !date.hasDate ? numFormatTime : date.hasTime ? numFormatMoment : numFormatDate;
+    return sheet.setCellFormatAt(row, col, handle.book().formatLike(sheet.cellFormatAt(row, col), numFormat));
 }
 
 }  // namespace
