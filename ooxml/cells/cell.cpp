@@ -177,6 +177,13 @@ void c_CT_Cell<Family>::setText(std::string_view utf8) {
     _bits |= valuePresent;
 }
 
+/// A text that was read. One blank is marked: one that is set goes out as a no-break space.
+template <class Family>
+void c_CT_Cell<Family>::takeText(std::string_view utf8) {
+    setText(utf8);
+    if (utf8 == " ") makeExtras().isBlankAsRead = true;
+}
+
 template <class Family>
 void c_CT_Cell<Family>::clearValue() {
     if (Rare* const rest = rareOrNull()) {

@@ -209,6 +209,7 @@ private:
     int readChild(bindery::c_xml_reader& reader, std::uint16_t& slot);
     int readValueElement(bindery::c_xml_reader& reader);
     bindery::Extras& makeExtras();
+    void takeText(std::string_view utf8);
     void writeAttributes(std::string& out) const;
     int writeRare(bindery::c_xml_writer& writer) const;
 

@@ -71,7 +71,7 @@ const char* c_CT_Cell<Family>::readPlain(const char* at, const char* end) {
         const char* first = at += 3;
         while (at != end && isPlain(*at)) ++at;
         if (end - at < 8 || std::memcmp(at, "</v></c>", 8) != 0) return nullptr;
-        setText({first, static_cast<std::size_t>(at - first)});
+        takeText({first, static_cast<std::size_t>(at - first)});
         return at + 8;
     }
     return std::memcmp(at, "</c>", 4) == 0 ? at + 4 : nullptr;

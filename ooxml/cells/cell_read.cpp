@@ -165,7 +165,7 @@ int c_CT_Cell<Family>::readValueElement(bindery::c_xml_reader& reader) {
     std::string text;
     bindery::c_atomic_unmarshal_bridge bridge(reader, textSpec, &text);
     if (const int code = readElement(reader, bridge)) return code;
-    setText(text);
+    takeText(text);
     return 0;
 }
 

@@ -40,9 +40,9 @@ void c_CT_Cell<Family>::writeAttributes(std::string& out) const {
 
 namespace {
 
-void appendText(std::string& out, std::string_view text) {
+void appendText(std::string& out, std::string_view text, bool isAsRead = false) {
     if (text == " ")
-        out += "&#160;";  // as every text of one blank
+        out += isAsRead ? " " : "&#160;";  // as every text of one blank
     else
         bindery::appendEscaped(out, text, false);
 }
@@ -98,7 +98,7 @@ int c_CT_Cell<Family>::writeRare(bindery::c_xml_writer& writer) const {
             for (const bindery::PlacedAttr& attr : extras()->childAttrs) writer.keptAttribute(attr.attr);
         if (!text().empty()) {
             writer.closeStartTag();
-            appendText(writer.raw(), text());
+            appendText(writer.raw(), text(), extras() != nullptr && extras()->isBlankAsRead);
         }
         writer.endElement();
     }

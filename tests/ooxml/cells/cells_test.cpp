@@ -63,11 +63,26 @@ TEST(Cells, EachFormOfWriting) {
         {"<c r=\"A1\"><v>1</v><v>2</v></c>", "<c r=\"A1\"><v>2</v></c>"},
         {"<c r=\"A1\"><is><t>1</t></is><is><t>2</t></is></c>", "<c r=\"A1\"><is><t>2</t></is></c>"},
         {"<c r=\" A1 \" s=\" 1\"/>", "<c r=\"A1\" s=\"1\"/>"},
-        {"<c r=\"A1\" t=\"str\"><v> </v></c>", "<c r=\"A1\" t=\"str\"><v>&#160;</v></c>"},
+        {"<c r='A1' t='str'><v> </v></c>", "<c r=\"A1\" t=\"str\"><v> </v></c>"},
         {"<c r=\"A1\" t=\"str\"><v>1\r\n2</v></c>", "<c r=\"A1\" t=\"str\"><v>1\n2</v></c>"},
         {"<c r=\"A1\" t=\"str\"><v>\xE9</v></c>", "<c r=\"A1\" t=\"str\"><v>\xEF\xBF\xBD</v></c>"},
     };
     for (const auto& c : cases) EXPECT_EQ(through(sheetText(row(c.in))), row(c.out)) << c.in;
+}
+
+TEST(Cells, ABlankIsANoBreakSpaceUnlessItWasRead) {
+    const std::string text = sheetText(row("<c r=\"A1\"><v> </v></c><c r=\"B1\"><v>1</v></c><c r=\"C1\"><v> </v></c>"));
+    sheet::c_worksheet root;
+    Reader reader(text);
+    ASSERT_EQ(root.unmarshal(reader), 0);
+    auto& cells = root.sheetData().row()[0].c();
+    cells[1].setText(" ");
+    cells[2].clearContent();
+    cells[2].setText(" ");
+    bindery::c_keeping_writer writer;
+    ASSERT_EQ(root.marshal(writer), 0);
+    EXPECT_NE(writer.buffer().find("<v> </v></c><c r=\"B1\"><v>&#160;</v></c><c r=\"C1\"><v>&#160;</v></c>"),
+              std::string::npos);
 }
 
 TEST(Cells, ValuesThatAreRefused) {
