@@ -48,8 +48,11 @@ const RangeIndex& Merges<Tag>::index() {
     entries.reserve(total());
     if (const auto* const merges = std::as_const(_sheet).find_mergeCells()) {
         std::uint32_t place = 0;
+        _indexed.clear();
+        _indexed.reserve(total());
         for (const auto& element : merges->mergeCell()) {
             if (const auto range = rangeOf(element)) entries.push_back({*range, place});
+            _indexed.push_back(&element);
             ++place;
         }
     }
@@ -70,11 +73,19 @@ void Merges<Tag>::add(const CellRange& range) {
 
 template <class Tag>
 bool Merges<Tag>::removeAt(int row, int col) {
-    const auto wantedRow = static_cast<std::uint32_t>(row), wantedCol = static_cast<std::uint32_t>(col);
-    return removeIf([&](auto& element) {
-        const auto range = rangeOf(element);
-        return range && range->contains(wantedRow, wantedCol);
-    });
+    index();
+    bool removed = false;
+    while (const auto* const found =
+               _index->firstAt(static_cast<std::uint32_t>(row), static_cast<std::uint32_t>(col))) {
+        auto& list = _sheet.mergeCells().mergeCell();
+        auto element = list.begin();
+        while (&*element != _indexed[found->place]) ++element;
+        list.erase(static_cast<std::size_t>(element - list.begin()));
+        _index->drop(*found);
+        removed = true;
+    }
+    if (removed) setCount();
+    return removed;
 }
 
 template <class Tag>
@@ -112,6 +123,11 @@ bool Merges<Tag>::removeIf(IsGone&& isGone) {
 template <class Tag>
 void Merges<Tag>::changed() {
     _index.reset();
+    setCount();
+}
+
+template <class Tag>
+void Merges<Tag>::setCount() {
     if (total() == 0) {
         _sheet.unset_mergeCells();
     } else {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "xlsx/features/moved_range.h"
 #include "xlsx/features/worksheet.h"
@@ -35,9 +36,11 @@ private:
     bool removeIf(IsGone&& isGone);
     std::size_t checked(int index) const;
     void changed();
+    void setCount();
 
     Worksheet<Tag>& _sheet;
-    std::optional<RangeIndex> _index;  // made when first asked for, dropped on change
+    std::optional<RangeIndex> _index;                                // made when first asked for, dropped on change
+    std::vector<const typename Sml<Tag>::c_CT_MergeCell*> _indexed;  // its places
 };
 
 extern template class Merges<ooxml::excelNormal_tag>;

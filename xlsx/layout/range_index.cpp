@@ -71,6 +71,11 @@ auto RangeIndex::firstAt(std::uint32_t row, std::uint32_t col) const -> const En
     return best;
 }
 
+/// The boxes stay as large as they were.
+void RangeIndex::drop(const Entry& entry) {
+    _entries[static_cast<std::size_t>(&entry - _entries.data())].range = {1, 0, 1, 0};
+}
+
 bool RangeIndex::touches(std::size_t level, std::size_t box, std::uint32_t row) const {
     const CellRange& around = _levels[level][box];
     if (row < around.rowFirst || row > around.rowLast) return false;

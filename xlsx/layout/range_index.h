@@ -22,6 +22,8 @@ public:
 
     /// The entry with the smallest place whose range holds the cell.
     [[nodiscard]] const Entry* firstAt(std::uint32_t row, std::uint32_t col) const;
+    /// No longer finds an entry, which it gave.
+    void drop(const Entry& entry);
     /// Whether any range has cells in the row.
     [[nodiscard]] bool touchesRow(std::uint32_t row) const;
 

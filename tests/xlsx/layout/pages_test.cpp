@@ -1,9 +1,13 @@
 // Merges, breaks, views, printing.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <limits>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "tests/xlsx/sheet/sheet_fixture.h"
 
@@ -35,6 +39,32 @@ TEST(Merges, TheListGoesWithItsLastBlock) {
     EXPECT_FALSE(sheet->mergeAt(1, 1, bounds, bounds, bounds, bounds));
     EXPECT_TRUE(sheet->removeMergeByIndex(0));
     EXPECT_EQ(element(sheet, "mergeCells"), "");
+}
+
+// The index of the blocks is kept while they go: beside a plain list of them.
+TEST(Merges, GoAsFromAPlainList) {
+    std::mt19937 random(5);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    TestSheet sheet("");
+    std::vector<std::array<int, 4>> blocks;
+    for (int i = 0; i < 300; ++i) {
+        const int row = below(60), col = below(60);
+        blocks.push_back({row, row + below(6), col, col + 1 + below(6)});
+        ASSERT_TRUE(sheet->addMerge(blocks.back()[0], blocks.back()[1], blocks.back()[2], blocks.back()[3]));
+    }
+    for (int step = 0; step < 400; ++step) {
+        const int row = below(66), col = below(66);
+        const auto holds = [&](const auto& b) { return row >= b[0] && row <= b[1] && col >= b[2] && col <= b[3]; };
+        const auto first = std::find_if(blocks.begin(), blocks.end(), holds);
+        std::array<int, 4> found{};
+        ASSERT_EQ(sheet->mergeAt(row, col, &found[0], &found[1], &found[2], &found[3]), first != blocks.end());
+        if (first != blocks.end()) {
+            EXPECT_EQ(found, *first);
+        }
+        if (step % 3 != 0) continue;
+        ASSERT_EQ(sheet->removeMergeAt(row, col), std::erase_if(blocks, holds) != 0);
+        ASSERT_EQ(sheet->mergeTotal(), static_cast<int>(blocks.size()));
+    }
 }
 
 TEST(PageBreaks, StandInOrderWithTrueCounts) {
