@@ -11,6 +11,7 @@
 #include "biff/names/lbl.h"
 #include "biff/names/links.h"
 #include "biff/names/plain_range.h"
+#include "engine/text/text_hash.h"
 
 namespace vellum::biff {
 
@@ -77,7 +78,7 @@ private:
     struct ByText {
         bool made = false;
         /// First and last name of a text, which is in small letters.
-        std::unordered_map<std::wstring, std::pair<std::uint32_t, std::uint32_t>> ends;
+        std::unordered_map<std::wstring, std::pair<std::uint32_t, std::uint32_t>, TextHash> ends;
         std::vector<std::uint32_t> next;  // of the same text
     };
 

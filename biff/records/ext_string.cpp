@@ -153,10 +153,4 @@ bool sameString(const ExtString& a, const ExtString& b) {
     return ((a.flags ^ b.flags) & (richText | phoneticText)) == 0 && std::ranges::equal(a.runs(), b.runs());
 }
 
-std::uint32_t hashOf(std::wstring_view text) {
-    std::uint32_t hash = 0x811C9DC5;
-    for (const wchar_t c : text) hash = (hash * 16777619U) ^ static_cast<std::uint32_t>(c);
-    return hash;
-}
-
 }  // namespace vellum

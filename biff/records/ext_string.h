@@ -53,7 +53,5 @@ struct ExtString {
 
 /// Both empty, or the same text, runs and kind; a string with phonetic data is equal to none.
 bool sameString(const ExtString& a, const ExtString& b);
-/// 32-bit FNV-1 over whole characters of the text.
-std::uint32_t hashOf(std::wstring_view text);
 
 }  // namespace vellum

@@ -10,6 +10,7 @@
 #include "biff/container/record_ids.h"
 #include "biff/records/ext_string.h"
 #include "biff/strings/throwing_allocator.h"
+#include "engine/text/text_hash.h"
 
 namespace vellum {
 
@@ -76,7 +77,7 @@ private:
     struct Hash {
         // The runs too: a table of one text in many dresses would be one long chain.
         std::size_t operator()(const ExtString& s) const {
-            std::size_t hash = hashOf(s.view());
+            std::size_t hash = textHash(s.view());
             if (s.length == 0) return hash;  // all empty ones are equal
             for (const ExtStringRun& run : s.runs()) hash = (hash * 16777619U ^ run.ich) * 16777619U ^ run.ifnt;
             return hash;

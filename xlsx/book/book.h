@@ -9,6 +9,7 @@
 
 #include "engine/api/iobjects.h"
 #include "engine/base/book_base.h"
+#include "engine/text/text_hash.h"
 #include "ooxml/generated/dialect.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
@@ -154,9 +155,9 @@ private:
     /// What a new sheet has to know of all others, kept while sheets are added one by one.
     struct SheetFacts {
         bool known = false;
-        unsigned renames = 0;                    // of the names that are known
-        std::unordered_set<std::wstring> names;  // folded
-        unsigned lastId = 0, lastFile = 0;       // the highest numbers
+        unsigned renames = 0;                              // of the names that are known
+        std::unordered_set<std::wstring, TextHash> names;  // folded
+        unsigned lastId = 0, lastFile = 0;                 // the highest numbers
     };
 
     class Loader;

@@ -15,6 +15,7 @@
 #include "engine/failure/guarded.h"
 #include "engine/failure/vlerror.h"
 #include "engine/text/file_save.h"
+#include "engine/text/text_hash.h"
 #include "xlsx/book/book.h"
 #include "xlsx/package/content_type_names.h"
 #include "xlsx/package/content_types.h"
@@ -119,7 +120,7 @@ void XMLBookImplT<CharT, Tag>::dropCalcChain() {
 /// a package with such names. A part that is there by another spelling of its name is no such case.
 template <class CharT, class Tag>
 void XMLBookImplT<CharT, Tag>::dropDangling() {
-    std::unordered_set<std::string> names;
+    std::unordered_set<std::string, TextHash> names;
     for (const auto& [path, part] : _parts) names.insert(comparablePath("", path));
     if (_relationships) {
         _relationships->removeIf([&](const auto& element) {

@@ -9,6 +9,7 @@
 #include "engine/facts/sheet_names.h"
 #include "engine/failure/guarded.h"
 #include "engine/failure/vlerror.h"
+#include "engine/text/text_hash.h"
 #include "xlsx/book/book.h"
 #include "xlsx/package/content_type_names.h"
 #include "xlsx/package/content_types.h"
@@ -343,7 +344,7 @@ void XMLBookImplT<CharT, Tag>::removeNamesOfSheet(int index) {
     const auto sheet = static_cast<unsigned>(index);
     const bool isLast = index + 1 >= sheetCount();
     auto& list = names->definedName();
-    std::unordered_set<std::wstring> ofSuccessor;
+    std::unordered_set<std::wstring, TextHash> ofSuccessor;
     for (const auto& name : list) {
         if (name.isset_localSheetId() && name.localSheetId() == sheet + 1) {
             ofSuccessor.insert(foldedSheetName(name.name()));

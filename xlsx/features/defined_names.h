@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "engine/text/text_hash.h"
 #include "ooxml/generated/dialect.h"
 #include "xlsx/features/moved_range.h"
 
@@ -58,7 +59,7 @@ private:
     Workbook& _workbook;
     unsigned _version = 1, _renames = 0;
     bool _indexed = false;
-    std::unordered_map<std::wstring, std::vector<Name*>> _byName;  // in small letters
+    std::unordered_map<std::wstring, std::vector<Name*>, TextHash> _byName;  // in small letters
 };
 
 extern template class DefinedNames<ooxml::excelNormal_tag>;

@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "engine/text/text_hash.h"
 #include "xlsx/filters/filter_value.h"
 
 namespace vellum::xlsx {
@@ -55,11 +56,7 @@ public:
     [[nodiscard]] bool passesDate(double number, bool dates1904) const;
 
 private:
-    struct HashText {
-        using is_transparent = void;
-        std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
-    };
-    std::unordered_set<std::wstring, HashText, std::equal_to<>> _texts;
+    std::unordered_set<std::wstring, TextHash, std::equal_to<>> _texts;
     std::vector<double> _numbers;  // values that are numbers, sorted
     std::vector<DateGroup> _dates;
     bool _blank = false;

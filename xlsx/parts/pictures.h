@@ -8,6 +8,7 @@
 
 #include "engine/api/enums.h"
 #include "engine/facts/image_size.h"
+#include "engine/text/text_hash.h"
 #include "xlsx/package/package_context.h"
 #include "xlsx/package/xfile.h"
 
@@ -53,11 +54,7 @@ public:
     void clear() { *this = {}; }
 
 private:
-    struct ViewHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
-    };
-    using Places = std::unordered_map<std::string, int, ViewHash, std::equal_to<>>;
+    using Places = std::unordered_map<std::string, int, TextHash, std::equal_to<>>;
 
     int append(PictureRecord record);
     std::string freePath(std::string_view extension, PackageContext& package);

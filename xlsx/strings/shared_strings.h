@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "engine/text/text_hash.h"
 #include "ooxml/generated/dialect.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
@@ -61,11 +62,7 @@ private:
     bool isStill(std::size_t position, std::wstring_view text);
     void buildIndex();
 
-    struct HashText {
-        using is_transparent = void;
-        std::size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>()(text); }
-    };
-    std::unordered_map<std::wstring, std::size_t, HashText, std::equal_to<>> _index;  // made by the first addString
+    std::unordered_map<std::wstring, std::size_t, TextHash, std::equal_to<>> _index;  // made by the first addString
     std::size_t _toIndex = 0;  // loaded strings that are not in the index yet
     std::vector<std::unique_ptr<RichString>> _richStrings;
     struct Given {
