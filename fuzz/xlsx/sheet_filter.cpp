@@ -70,7 +70,7 @@ std::string ask(Sheet& sheet) {
     if (filter.sortOrder(at, &descending)) told += std::to_string(at[0]) + (descending ? "down" : "up");
     for (int i = 0, asked = 0; i < filter.filterColumnTotal() && asked < mostAsked; ++i) {
         Column& column = *filter.filterColumnAt(i);
-        if (column.columnId() > lastColumn) continue;
+        if (static_cast<unsigned>(column.columnId()) > static_cast<unsigned>(lastColumn)) continue;
         askColumn(column, told);
         ++asked;
     }
