@@ -7,6 +7,7 @@
 
 #include "cli/backup/backups.h"
 #include "cli/command.h"
+#include "cli/explain/stale_run.h"
 #include "cli/read_script.h"
 #include "refhost/operations/module.h"
 #include "refhost/run/script_run.h"
@@ -16,7 +17,7 @@ namespace {
 
 struct RunArguments {
     std::string script, catalogue, module;
-    bool json = false, backup = false, keep = false;
+    bool json = false, backup = false, keep = false, stale = false;
 };
 
 int run(const RunArguments& arguments) {
@@ -26,13 +27,14 @@ int run(const RunArguments& arguments) {
         return refhost::runNotUnderstood;
     }
     try {
-        const std::string module = arguments.module.empty() ? refhost::findModule() : arguments.module;
-        if (module.empty()) {
+        std::string module = arguments.module;
+        if (module.empty() && !arguments.stale) module = refhost::findModule();
+        if (module.empty() && !arguments.stale) {
             std::cerr << "cannot find quillet.dso beside this program; use --module\n";
             return refhost::runFailed;
         }
         refhost::Host host;
-        host.load(module, arguments.catalogue);
+        if (!arguments.stale) host.load(module, arguments.catalogue);
         refhost::RunOptions options;
         options.json = arguments.json;
         options.progress = !arguments.json && isatty(STDERR_FILENO);
@@ -42,7 +44,8 @@ int run(const RunArguments& arguments) {
                 return backups.keep(path, workbook, why);
             };
         }
-        const refhost::RunStatus status = refhost::runScript(host, script, options, std::cout, std::cerr);
+        const auto runIt = [&] { return refhost::runScript(host, script, options, std::cout, std::cerr); };
+        const refhost::RunStatus status = arguments.stale ? explain::runWatched(host, options, runIt) : runIt();
         const bool good = backups.finish(status == refhost::runOk, arguments.keep, std::cerr);
         return status == refhost::runOk && !good ? refhost::runFailed : status;
     } catch (const std::exception& e) {
@@ -62,9 +65,14 @@ void addRun(CLI::App& program, int& exitStatus) {
                                             "Copies files to NAME.before; puts them back unless all goes well");
     command->add_flag("--keep", arguments->keep, "Leaves the copies after a good run")->needs(backup);
     command->footer("Example: quillet run --backup update.quillet");
-    command->add_option("--catalogue", arguments->catalogue, "Texts for the message catalogue")->type_name("FILE");
+    CLI::Option* stale = command->add_flag("--stale", arguments->stale,
+                                           "Tells of results of formulas that are older than what the script wrote");
+    command->add_option("--catalogue", arguments->catalogue, "Texts for the message catalogue")
+        ->type_name("FILE")
+        ->excludes(stale);
     command->add_option("--module", arguments->module, "The module to load instead of the installed one")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->excludes(stale);
     command->callback([arguments, &exitStatus] { exitStatus = run(*arguments); });
 }
 

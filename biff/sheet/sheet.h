@@ -6,6 +6,7 @@
 
 #include "biff/sheet/book_context.h"
 #include "biff/sheet/sheet_content.h"
+#include "engine/api/iformula_results.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
 #include "engine/api/isheetfacts.h"
@@ -27,7 +28,11 @@ struct MovedLines;
 /// A sheet of 65536 rows by 256 columns. Owned by its book; not to be used from two threads at once.
 /// Strings that it returns live until the next operation on the same sheet that returns one.
 template <class CharT>
-class SheetImplT final : public ISheetT<CharT>, public ISheetCells, public ISheetObjects<CharT>, public ISheetFacts {
+class SheetImplT final : public ISheetT<CharT>,
+                         public ISheetCells,
+                         public ISheetObjects<CharT>,
+                         public ISheetFacts,
+                         public IFormulaResults {
 public:
     using typename ISheetT<CharT>::Format;
 
@@ -258,6 +263,11 @@ public:
     std::vector<SheetComment<CharT>> comments() override;
     std::vector<SheetShape> shapes() override;
     SheetFacts facts() override;  // sheet_facts.cpp
+
+    // Cached results: sheet_results.cpp.
+    bool isCalculated(int row, int col) override;
+    bool setResult(int row, int col, const FormulaResult& result) override;
+    bool arrayArea(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
 
     // View, name, and what a binary sheet has not (sheet_view.cpp).
     bool showsGridlines() override;

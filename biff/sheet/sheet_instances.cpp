@@ -14,6 +14,7 @@
 #include "biff/sheet/sheet_objects.cpp"
 #include "biff/sheet/sheet_pictures.cpp"
 #include "biff/sheet/sheet_print.cpp"
+#include "biff/sheet/sheet_results.cpp"
 #include "biff/sheet/sheet_rows.cpp"
 #include "biff/sheet/sheet_texts.cpp"
 #include "biff/sheet/sheet_view.cpp"

@@ -7,13 +7,11 @@
 #include <vector>
 
 #include "cli/explain/facts/option_list.h"
+#include "cli/explain/linked_module.h"
 #include "cli/explain/observing/collector.h"
 #include "cli/explain/report/statement_record.h"
 #include "cli/explain/rules/rules.h"
 #include "refhost/run/script_run.h"
-
-extern "C" int quillet_init(const HostApi* hostApi, int* hostInterfaceVersion, int* moduleVersion,
-                            void** interfaceBlock);
 
 namespace cli::explain {
 namespace {
@@ -77,15 +75,6 @@ private:
     ExplainReport& _report;
 };
 
-/// The observer, for as long as a script is explained.
-class Observed {
-public:
-    explicit Observed(quillet::Observer& by) { quillet::observer = &by; }
-    ~Observed() { quillet::observer = nullptr; }
-    Observed(const Observed&) = delete;
-    Observed& operator=(const Observed&) = delete;
-};
-
 bool runAll(refhost::Host& host, const std::vector<refhost::Statement>& statements, Narrator& narrator) {
     refhost::Interpreter interpreter(host, narrator, nullptr);
     bool ok = true;
@@ -99,7 +88,7 @@ int explainScript(std::string_view script, const ExplainOptions& options, std::o
     refhost::FileOverlay files;
     refhost::Host host(options.directory);
     host.overlay = &files;
-    host.adopt(quillet_init);
+    adoptModule(host);
     std::vector<refhost::Statement> statements;
     try {
         statements = refhost::parseScript(script, host.types);

@@ -42,13 +42,15 @@ public:
 
     /// A source that was opened, or found open already, under `name`: the whole text that the host gave.
     virtual void sourceOpened(const DriverContext& source, const char* name) = 0;
+    /// Whether workbooks are to be saved into memory, by keepFile.
+    virtual bool keepsFiles() const = 0;
     /// The bytes that stand for a workbook's file; none: the file itself.
     virtual std::optional<std::span<const char>> heldFile(const char* path) = 0;
     /// Takes what would be saved. False when it could not be.
     virtual bool keepFile(const char* path, std::span<const char> bytes) = 0;
 
     /// The item that follows; its label may be null.
-    virtual void itemBegins(int index, const char* label, ItemUse use) = 0;
+    virtual void itemBegins(int index, const DriverContext& source, const char* label, ItemUse use) = 0;
     /// Its options and range are understood.
     virtual void itemOpened(const Item& item, const DriverContext& source) = 0;
     /// Its cells have been read or written.

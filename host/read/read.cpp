@@ -28,7 +28,9 @@ int driverRead(HostContext* context, void* source, int itemCount, const char* co
                HostValue* values, int* counters) {
     for (int i = 0; i < itemCount; ++i) {
         Item item{context, types[i], types, values[i].object};
-        if (observer != nullptr) observer->itemBegins(i, labels[i], ItemUse::read);
+        if (observer != nullptr) {
+            observer->itemBegins(i, *static_cast<DriverContext*>(source), labels[i], ItemUse::read);
+        }
         if (openItem(item, static_cast<DriverContext*>(source), labels[i], ItemUse::read)) return itemCount - i;
         if (observer != nullptr) observer->itemOpened(item, *static_cast<DriverContext*>(source));
         const int failed = readItem(item, &counters[i]);

@@ -40,7 +40,7 @@ bool bookLoadFile(Book* book, const char* path) {
     return asBook(book).loadFile(path, nullptr);
 }
 bool bookSaveFile(Book* book, const char* path) {
-    if (observer != nullptr) {
+    if (observer != nullptr && observer->keepsFiles()) {
         const char* bytes = nullptr;
         std::size_t size = 0;
         return asBook(book).saveMemory(&bytes, &size) && observer->keepFile(path, {bytes, size});

@@ -39,7 +39,9 @@ int driverWrite(HostContext* context, void* source, int itemCount, const char* c
                 HostValue* values) {
     for (int i = 0; i < itemCount; ++i) {
         Item item{context, types[i], types, values[i].object};
-        if (observer != nullptr) observer->itemBegins(i, labels[i], ItemUse::write);
+        if (observer != nullptr) {
+            observer->itemBegins(i, *static_cast<DriverContext*>(source), labels[i], ItemUse::write);
+        }
         if (openItem(item, static_cast<DriverContext*>(source), labels[i], ItemUse::write)) return itemCount - i;
         if (observer != nullptr) observer->itemOpened(item, *static_cast<DriverContext*>(source));
         const int failed = writeItem(item);

@@ -24,6 +24,7 @@ public:
             _line += ']';
         }
         reports(at, report);
+        if (report.stale) stale(*report.stale);
         _line += ",\"close\":";
         _line += result.close ? std::to_string(*result.close) : "null";
         end();
@@ -54,6 +55,15 @@ private:
         _line += "\",\"source\":";
         appendJsonText(_line, source);
         _line += ",\"status\":" + std::to_string(status);
+    }
+
+    void stale(const StaleResults& stale) {
+        _line += ",\"stale\":{\"count\":" + std::to_string(stale.count) + ",\"cells\":[";
+        for (std::size_t i = 0; i < stale.cells.size(); ++i) {
+            if (i) _line += ',';
+            appendJsonText(_line, stale.cells[i]);
+        }
+        _line += "],\"cannotTell\":" + std::to_string(stale.cannotTell) + '}';
     }
 
     void reports(Position at, const Report& report) {

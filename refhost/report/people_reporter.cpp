@@ -69,6 +69,21 @@ private:
             while (!text.empty() && text.back() == '\n') text.pop_back();
             failed(at, shownText(text));
         }
+        if (report.stale) stale(at, *report.stale);
+    }
+
+    void stale(Position at, const StaleResults& stale) {
+        if (stale.count > 0) {
+            std::string cells;
+            for (const std::string& cell : stale.cells) cells.append(cells.empty() ? "" : ", ").append(shownText(cell));
+            if (stale.count > static_cast<long long>(stale.cells.size())) cells.append(", ...");
+            failed(at, std::to_string(stale.count) +
+                           " results are read that are older than what the script wrote: " + cells);
+        }
+        if (stale.cannotTell > 0) {
+            failed(at,
+                   std::to_string(stale.cannotTell) + " results are read that may be older than what the script wrote");
+        }
     }
 
     const TypeRegistry& _types;

@@ -2,6 +2,7 @@
 #pragma once
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,11 +12,18 @@
 
 namespace refhost {
 
+/// Results of formulas that a statement read although the script had written what they depend on.
+struct StaleResults {
+    long long count = 0, cannotTell = 0;  // the latter depend on cells that no text names
+    std::vector<std::string> cells;       // the first of `count`, with their sheets
+};
+
 /// What was reported to a context during a statement.
 struct Report {
     std::vector<std::string> messages;
     std::vector<DriverReport> driver;
     std::vector<std::string> own;  // of the host itself
+    std::optional<StaleResults> stale;
 };
 
 class Reporter {

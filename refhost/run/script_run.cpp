@@ -20,6 +20,7 @@ RunStatus runScript(Host& host, std::string_view script, const RunOptions& optio
     }
     const auto reporter = options.json ? jsonReporter(host.types, out, err) : peopleReporter(host.types, out, err);
     Interpreter interpreter(host, *reporter, options.progress ? &err : nullptr);
+    interpreter.tellStale(options.stale);
     bool ok = true;
     for (const Statement& statement : statements) ok = interpreter.run(statement) && ok;
     ok = interpreter.closeAll() && ok;
@@ -47,8 +48,8 @@ bool Interpreter::run(const Statement& statement) {
 
 Report Interpreter::taken() {
     Context& from = context();
-    return {std::exchange(from.messages, {}), std::exchange(from.driverReports, {}),
-            std::exchange(from.ownReports, {})};
+    return {std::exchange(from.messages, {}), std::exchange(from.driverReports, {}), std::exchange(from.ownReports, {}),
+            _stale ? _stale() : std::nullopt};
 }
 
 const Driver* Interpreter::driverOf(const SourceName& name, Context& context) const {

@@ -1,5 +1,6 @@
 // Runs scripts.
 #pragma once
+#include <functional>
 #include <iosfwd>
 #include <map>
 #include <memory>
@@ -20,6 +21,8 @@ enum RunStatus : int { runOk = 0, runFailed = 1, runNotUnderstood = 2 };
 struct RunOptions {
     bool json = false;
     bool progress = false;  // a line on `err` while a statement takes more than a second
+    /// What the statement that is over read of stale results; may be empty.
+    std::function<std::optional<StaleResults>()> stale;
 };
 
 /// Runs a script on a host that has its module. Results go to `out`, for programs (JSON) or for people; messages for
@@ -34,6 +37,9 @@ public:
     Interpreter(Host& host, Reporter& reporter, std::ostream* progress)
         : _host(host), _reporter(reporter), _progress(progress) {}
     ~Interpreter();
+
+    /// As RunOptions has it.
+    void tellStale(std::function<std::optional<StaleResults>()> take) { _stale = std::move(take); }
 
     /// False when the statement failed.
     bool run(const Statement& statement);
@@ -66,6 +72,7 @@ private:
     Host& _host;
     Reporter& _reporter;
     std::ostream* _progress;
+    std::function<std::optional<StaleResults>()> _stale;
     int _context = 1;
     std::map<std::string, std::unique_ptr<Variable>> _variables;
     std::vector<OpenSource> _open;

@@ -1,6 +1,7 @@
 #include "xlsx/features/validation.h"
 
 #include "engine/failure/vlerror.h"
+#include "engine/text/conversions.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 #include "xlsx/cells/coded_text.h"
@@ -57,11 +58,36 @@ void addValidationRule(Worksheet& worksheet, const ValidationRule& rule) {
 }
 
 template <class Worksheet>
+std::vector<EntryRule> entryRules(const Worksheet& worksheet) {
+    std::vector<EntryRule> found;
+    const auto* const rules = worksheet.find_dataValidations();
+    if (!rules) return found;
+    for (const auto& rule : rules->dataValidation()) {
+        EntryRule entry;
+        entry.type = codeOf(types, rule.type(), 0);
+        entry.op = codeOf(operators, rule.operator_(), 0);
+        entry.allowBlank = rule.allowBlank();
+        if (const auto* const formula = rule.find_formula1()) entry.formula1 = toNarrow(formula->text(), true);
+        if (const auto* const formula = rule.find_formula2()) entry.formula2 = toNarrow(formula->text(), true);
+        for (const auto& text : rule.sqref()) {
+            if (const auto area = readCellRange(std::string_view(text))) {
+                entry.areas.push_back({static_cast<int>(area->rowFirst), static_cast<int>(area->rowLast),
+                                       static_cast<int>(area->colFirst), static_cast<int>(area->colLast)});
+            }
+        }
+        found.push_back(std::move(entry));
+    }
+    return found;
+}
+
+template <class Worksheet>
 void removeValidationRules(Worksheet& worksheet) {
     if (!worksheet.isset_dataValidations()) throw vlerror(msg::validationsNotFound);
     worksheet.unset_dataValidations();
 }
 
+template std::vector<EntryRule> entryRules(const sheet::c_worksheet&);
+template std::vector<EntryRule> entryRules(const strict::c_worksheet&);
 template int validationRuleTotal(const sheet::c_worksheet&);
 template int validationRuleTotal(const strict::c_worksheet&);
 template void addValidationRule(sheet::c_worksheet&, const ValidationRule&);

@@ -2,7 +2,9 @@
 #pragma once
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "engine/api/isheet_rules.h"
 #include "engine/facts/cell_address.h"
 #include "ooxml/generated/dialect.h"
 
@@ -23,6 +25,9 @@ int validationRuleTotal(const Worksheet& worksheet);
 /// Throws for a code that has no text.
 template <class Worksheet>
 void addValidationRule(Worksheet& worksheet, const ValidationRule& rule);
+/// All of them, for reports.
+template <class Worksheet>
+std::vector<EntryRule> entryRules(const Worksheet& worksheet);
 /// Throws when there are none.
 template <class Worksheet>
 void removeValidationRules(Worksheet& worksheet);

@@ -10,8 +10,10 @@
 #include <utility>
 #include <vector>
 
+#include "engine/api/iformula_results.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
+#include "engine/api/isheet_rules.h"
 #include "engine/api/isheetfacts.h"
 #include "engine/facts/cell_address.h"
 #include "engine/failure/guarded.h"
@@ -54,6 +56,8 @@ class XMLSheetImplT final : public ISheetT<CharT>,
                             public XmlFile<typename ooxml::dialect<Tag>::c_worksheet>,
                             public ISheetObjects<CharT>,
                             public ISheetFacts,
+                            public IFormulaResults,
+                            public ISheetRules,
                             private xlsx::CellPixels {
 public:
     using typename ISheetT<CharT>::Format;
@@ -223,6 +227,12 @@ public:
     std::vector<SheetComment<CharT>> comments() override;
     std::vector<SheetShape> shapes() override;
     SheetFacts facts() override;  // sheet_facts.cpp
+
+    // Cached results: sheet_results.cpp.
+    bool isCalculated(int row, int col) override;
+    bool setResult(int row, int col, const FormulaResult& result) override;
+    bool arrayArea(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    std::vector<EntryRule> entryRules() override;  // sheet_rules.cpp
 
     // The sheet in its workbook: sheet_workbook.cpp.
     const CharT* sheetName() override;

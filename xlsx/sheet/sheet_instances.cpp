@@ -16,6 +16,7 @@
 #include "xlsx/sheet/sheet_print.cpp"
 #include "xlsx/sheet/sheet_ranges.cpp"
 #include "xlsx/sheet/sheet_read.cpp"
+#include "xlsx/sheet/sheet_results.cpp"
 #include "xlsx/sheet/sheet_rows.cpp"
 #include "xlsx/sheet/sheet_rules.cpp"
 #include "xlsx/sheet/sheet_shared.cpp"

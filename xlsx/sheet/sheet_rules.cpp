@@ -129,4 +129,9 @@ bool XMLSheetImplT<CharT, Tag>::removeValidationRules() {
     });
 }
 
+template <class CharT, class Tag>
+std::vector<EntryRule> XMLSheetImplT<CharT, Tag>::entryRules() {
+    return guard(std::vector<EntryRule>(), [&] { return xlsx::entryRules(this->_root); });
+}
+
 }  // namespace vellum

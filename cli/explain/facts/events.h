@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/explain/facts/freshness.h"
 #include "host/interface/observer.h"
 #include "host/labels/range_spec.h"
 
@@ -23,6 +24,7 @@ struct ReadCell {
     int kind;
     int row, col;
     const std::string& text;  // of a text cell
+    Freshness freshness;
 };
 
 /// What a cell holds at one time.

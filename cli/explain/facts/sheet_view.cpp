@@ -1,19 +1,15 @@
 #include "cli/explain/facts/sheet_view.h"
 
 #include <charconv>
-#include <cmath>
-#include <optional>
 
-#include "engine/api/enums.h"
+#include "cli/formats/cell_text.h"
 #include "engine/api/iformat.h"
+#include "engine/api/iformula_results.h"
 #include "engine/facts/error_text.h"
 #include "engine/facts/number_format.h"
-#include "host/values/cell_values.h"
 
 namespace cli::explain {
 namespace {
-
-constexpr int percentFormats[] = {9, 10};  // "0%" and "0.00%" of the built-in ones
 
 int formatIdOf(const RangeSpec& range, int row, int col) {
     Sheet* const sheet = worksheetOf(range);
@@ -26,23 +22,9 @@ std::string formatText(const RangeSpec& range, int id) {
     return text ? text : "";
 }
 
-bool showsPercent(const RangeSpec& range, int row, int col) {
-    const int id = formatIdOf(range, row, col);
-    if (id == percentFormats[0] || id == percentFormats[1]) return true;
-    return id >= vellum::firstCustomFormat && formatText(range, id).find('%') != std::string::npos;
-}
-
 std::string digitsOf(double value) {
     char digits[32];
     return {digits, std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 15).ptr};
-}
-
-std::string shownNumber(const RangeSpec& range, int row, int col) {
-    const double value = range.ops.readReal(range.sheet, row, col, nullptr);
-    if (!worksheetOf(range)) return digitsOf(value);
-    char text[quillet::dateTextSize];
-    if (hasDateFormat(range, row, col) && quillet::dateCellText(range.book, value, text)) return text;
-    return showsPercent(range, row, col) ? digitsOf(value * 100) + "%" : digitsOf(value);
 }
 
 }  // namespace
@@ -71,17 +53,16 @@ bool hasDateFormat(const RangeSpec& range, int row, int col) {
 }
 
 std::string shownText(const RangeSpec& range, int row, int col) {
+    if (Sheet* const sheet = worksheetOf(range)) return CellTexts(*workbookOf(range)).at(*sheet, row, col).text;
     switch (range.ops.cellKind(range.sheet, row, col)) {
         case quillet::cellNumber:
-            return shownNumber(range, row, col);
+            return digitsOf(range.ops.readReal(range.sheet, row, col, nullptr));
         case quillet::cellText: {
             const char* const text = range.ops.readText(range.sheet, row, col, nullptr);
             return text ? text : "";
         }
         case quillet::cellBoolean:
-            return range.ops.readBool(range.sheet, row, col, nullptr) != 0 ? "TRUE" : "FALSE";
-        case quillet::cellError:
-            return errorIn(range, row, col);
+            return range.ops.readBoolText(range.sheet, row, col);
         default:
             return {};
     }
@@ -101,6 +82,12 @@ std::string kindName(const RangeSpec& range, int row, int col) {
         default:
             return name + "empty";
     }
+}
+
+bool isUncalculated(const RangeSpec& range, int row, int col) {
+    if (!isFormula(range, row, col)) return false;
+    auto* const results = dynamic_cast<vellum::IFormulaResults*>(worksheetOf(range));
+    return results != nullptr && !results->isCalculated(row, col);
 }
 
 bool isFormula(const RangeSpec& range, int row, int col) {

@@ -22,11 +22,14 @@ std::string errorIn(const RangeSpec& range, int row, int col);
 /// Whether the cell's format shows a date or time, whatever the cell holds.
 bool hasDateFormat(const RangeSpec& range, int row, int col);
 
-/// What a person sees in the cell: dates and percentages by the kind of their format, other numbers in full.
+/// What a person sees in the cell, by its number format.
 std::string shownText(const RangeSpec& range, int row, int col);
 
 /// "number", "text", "boolean", "error", "empty", or "formula" in front of one of these.
 std::string kindName(const RangeSpec& range, int row, int col);
+
+/// A formula cell of which the file has no result.
+bool isUncalculated(const RangeSpec& range, int row, int col);
 
 bool isFormula(const RangeSpec& range, int row, int col);
 

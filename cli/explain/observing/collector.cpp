@@ -76,7 +76,8 @@ bool Collector::keepFile(const char* path, std::span<const char> bytes) {
     return content != nullptr;
 }
 
-void Collector::itemBegins(int, const char* label, quillet::ItemUse use) {
+void Collector::itemBegins(int, const quillet::DriverContext& source, const char* label, quillet::ItemUse use) {
+    _stale.enter(source.path);
     ItemRecord& record = _items.emplace_back();
     record.hasLabel = label != nullptr;
     if (label != nullptr) record.label = label;
@@ -184,7 +185,8 @@ void Collector::cellRead(const RangeSpec& range, CellPart part, HostType type, c
     ++item().cells;
     _rows.add(std::move(_cell));
     seeRow(range, row);
-    judge(&Rule::onRead, ReadCell{range, part, element, value, false, kind, row, col, _text});
+    judge(&Rule::onRead,
+          ReadCell{range, part, element, value, false, kind, row, col, _text, _stale.read(range, row, col)});
 }
 
 void Collector::lookAtPassedOver(const RangeSpec& range, int row, int col) {
@@ -194,7 +196,8 @@ void Collector::lookAtPassedOver(const RangeSpec& range, int row, int col) {
     const int kind = range.ops.cellKind(range.sheet, at, column);
     ++item().cellsPassedOver;
     _rows.add(std::move(_cell));
-    judge(&Rule::onRead, ReadCell{range, CellPart::value, hostTypeAny, nullptr, true, kind, at, column, _text});
+    judge(&Rule::onRead, ReadCell{range, CellPart::value, hostTypeAny, nullptr, true, kind, at, column, _text,
+                                  _stale.read(range, at, column)});
 }
 
 void Collector::cellPassedOver(const RangeSpec& range, int row, int col) {
@@ -233,6 +236,7 @@ void Collector::cellWritten(const RangeSpec& range, int, int, bool done) {
     _cell.fate = done ? Fate::written : Fate::refused;
     if (done && _rows.wants(row)) _cell.value = jsonHeld(*_context, range, row, col);
     if (done) {
+        _stale.wrote(range, row, col);
         ++item().cells;
         ++_written;
         if (part != CellPart::header) _lastWritten = std::max(_lastWritten, row);

@@ -9,6 +9,7 @@
 #include "cli/explain/facts/records.h"
 #include "cli/explain/facts/row_keeper.h"
 #include "cli/explain/rules/rule.h"
+#include "cli/explain/stale/stale_cells.h"
 #include "refhost/operations/host.h"
 
 namespace cli::explain {
@@ -27,9 +28,10 @@ public:
     std::string takeFormat() { return std::exchange(_format, {}); }
 
     void sourceOpened(const quillet::DriverContext& source, const char* name) override;
+    bool keepsFiles() const override { return true; }
     std::optional<std::span<const char>> heldFile(const char* path) override;
     bool keepFile(const char* path, std::span<const char> bytes) override;
-    void itemBegins(int index, const char* label, quillet::ItemUse use) override;
+    void itemBegins(int index, const quillet::DriverContext& source, const char* label, quillet::ItemUse use) override;
     void itemOpened(const quillet::Item& item, const quillet::DriverContext& source) override;
     void itemDone(const quillet::Item& item) override;
     void laidOut(Layout layout, int indexColumns) override;
@@ -59,6 +61,7 @@ private:
     refhost::FileOverlay& _files;
     const RowWishes _wishes;
     RowKeeper _rows;
+    StaleCells _stale;
     std::vector<ItemRecord> _items;
     std::string _format;
     refhost::Context* _context;

@@ -4,10 +4,10 @@ namespace cli::explain {
 
 std::span<const Rule* const> allRules() {
     static constexpr const Rule* rules[] = {
-        &textReadAsNumber, &numberStoredAsText, &nearHeader,     &duplicateHeader, &leftoverOption,
-        &emptyIndex,       &mergedIndex,        &errorCell,      &formulaDate,     &duplicateIndex,
-        &hiddenRows,       &filteredRows,       &nearBuffer,     &lostDigits,      &dataCut,
-        &oldRowsLeft,      &formulaOverwritten, &protectedSheet, &lockedFile,      &nameNotMoved,
+        &textReadAsNumber,   &numberStoredAsText, &nearHeader,     &duplicateHeader, &leftoverOption, &emptyIndex,
+        &mergedIndex,        &errorCell,          &noCachedValue,  &staleResult,     &formulaDate,    &duplicateIndex,
+        &hiddenRows,         &filteredRows,       &nearBuffer,     &lostDigits,      &dataCut,        &oldRowsLeft,
+        &formulaOverwritten, &validationBroken,   &protectedSheet, &lockedFile,      &nameNotMoved,
     };
     return rules;
 }

@@ -7,8 +7,9 @@
 namespace cli::explain {
 
 extern const Rule textReadAsNumber, numberStoredAsText, nearHeader, duplicateHeader, leftoverOption, emptyIndex,
-    mergedIndex, errorCell, formulaDate, duplicateIndex, hiddenRows, filteredRows, nearBuffer, lostDigits, dataCut,
-    oldRowsLeft, formulaOverwritten, protectedSheet, lockedFile, nameNotMoved;
+    mergedIndex, errorCell, formulaDate, duplicateIndex, hiddenRows, noCachedValue, staleResult, validationBroken,
+    filteredRows, nearBuffer, lostDigits, dataCut, oldRowsLeft, formulaOverwritten, protectedSheet, lockedFile,
+    nameNotMoved;
 
 /// In the order in which they are reported.
 std::span<const Rule* const> allRules();

@@ -53,6 +53,7 @@ void fillXlsx(Book& book, Sheet& s) {
     s.writeError(0, 2, vellum::errorNotAvailable);
     s.writeFormula(1, 2, "B1+1");
     s.writeFormulaNumber(2, 2, "B2+1", 2);
+    s.addValidationRule(2, 6, 0, 0, 5, 5, "0.5");
     s.addMerge(5, 6, 0, 0);
     s.writeString(5, 0, "m");
     s.writeNumber(5, 1, 1);
@@ -76,6 +77,7 @@ void fillXls(Book& book, Sheet& s) {
     s.writeFormulaNumber(0, 0, "1+45000", 45001, date);
     s.writeNumber(1, 0, 45001, date);
     s.writeNumber(2, 0, 7);
+    s.writeFormula(0, 3, "1+1");
     s.setProtected(true);
 }
 
@@ -150,6 +152,24 @@ const Case cases[] = {
      R"q(read "xlsx:skiperrcell;book.xlsx" { L from "[C1:C3]" })q",
      R"q(read "xlsx:skiperrcell;book.xlsx" { L from "[C2:C3]" })q",
      {"C1"}},
+    {"no-cached-value",
+     R"q(read "xlsx:book.xlsx" { L from "[C2:C3]" })q",
+     R"q(read "xlsx:book.xlsx" { L from "[C3]" })q",
+     {"C2"}},
+    {"no-cached-value",
+     R"q(read "xls:book.xls" { L from "[D1:D2]" })q",
+     R"q(read "xls:book.xls" { L from "[A1]" })q",
+     {"D1"}},
+    {"stale-result",
+     R"q(write "xlsx:book.xlsx" { r to "[B2]" }
+         read "xlsx:book.xlsx" { L from "[C3]" })q",
+     R"q(write "xlsx:book.xlsx" { r to "[B1]" }
+         read "xlsx:book.xlsx" { L from "[C3]" })q",
+     {"C3"}},
+    {"validation-broken",
+     R"q(write "xlsx:book.xlsx" { Wide to "[F1:F3]" })q",
+     R"q(write "xlsx:book.xlsx" { Wide to "[F2:F3]" })q",
+     {"F1"}},
     {"formula-date",
      R"q(read "xls:book.xls" { L from "[A1:A3]" })q",
      R"q(read "xls:book.xls" { L from "[A2:A3]" })q",

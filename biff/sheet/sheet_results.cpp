@@ -1,0 +1,63 @@
+// The cached results of formulas.
+#include "biff/sheet/sheet.h"
+#include "engine/text/conversions.h"
+
+namespace vellum {
+
+template <class CharT>
+bool SheetImplT<CharT>::isCalculated(int row, int col) {
+    return guard(false, [&] {
+        const auto* const cell = cellAs<FormulaCell>(slotAt(place(row, col)));
+        if (cell == nullptr) return false;
+        return cell->value.kind() != cellEmpty || (cell->grbit & FormulaCell::alwaysCalc) == 0;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::setResult(int row, int col, const FormulaResult& result) {
+    return guard(false, [&] {
+        const CellSlot slot = slotAt(place(row, col));
+        if (cellAs<FormulaCell>(slot) == nullptr) throw vlerror(biff::msg::notFormula);
+        FormulaCell& cell = parts().cells.template get<FormulaCell>(slot);
+        const std::wstring text = toWide(std::string_view(result.text), true);
+        if (text.size() > maxCellText) throw vlerror(biff::msg::stringTooLong);
+        cell.hasText = result.kind == cellString && !text.empty();
+        cell.grbit &= static_cast<std::uint16_t>(~FormulaCell::alwaysCalc);
+        if (cell.tail != nullptr) cell.tail->continues.clear();
+        switch (result.kind) {
+            case cellNumber:
+                cell.value = CachedValue::number(result.number);
+                break;
+            case cellBoolean:
+                cell.value = CachedValue::boolean(result.boolean);
+                break;
+            case cellError:
+                cell.value = CachedValue::error(result.error);
+                break;
+            default:
+                cell.value = cell.hasText ? CachedValue::text() : CachedValue::empty();
+        }
+        if (cell.hasText) {
+            cell.text = XLUnicodeString::twoByte(toPool(text.c_str(), _book.pool(), true), text.size());
+        }
+        return true;
+    });
+}
+
+template <class CharT>
+bool SheetImplT<CharT>::arrayArea(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
+    return guard(false, [&] {
+        const auto* const cell = cellAs<FormulaCell>(slotAt(place(row, col)));
+        if (cell == nullptr || cell->tail == nullptr || cell->tail->followingId != record_id::Array) return false;
+        Cursor in(cell->tail->following);
+        constexpr std::size_t areaSize = 6;
+        if (in.left() < areaSize) return false;
+        *rowFirst = in.get<std::uint16_t>();
+        *rowLast = in.get<std::uint16_t>();
+        *colFirst = in.get<std::uint8_t>();
+        *colLast = in.get<std::uint8_t>();
+        return true;
+    });
+}
+
+}  // namespace vellum
