@@ -18,9 +18,9 @@ bool SheetImplT<CharT>::setResult(int row, int col, const FormulaResult& result)
     return guard(false, [&] {
         const CellSlot slot = slotAt(place(row, col));
         if (cellAs<FormulaCell>(slot) == nullptr) throw vlerror(biff::msg::notFormula);
-        FormulaCell& cell = parts().cells.template get<FormulaCell>(slot);
         const std::wstring text = toWide(std::string_view(result.text), true);
         if (text.size() > maxCellText) throw vlerror(biff::msg::stringTooLong);
+        FormulaCell& cell = edit().cells.template get<FormulaCell>(slot);
         cell.hasText = result.kind == cellString && !text.empty();
         cell.grbit &= static_cast<std::uint16_t>(~FormulaCell::alwaysCalc);
         if (cell.tail != nullptr) cell.tail->continues.clear();
