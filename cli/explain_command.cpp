@@ -40,6 +40,7 @@ void addExplain(CLI::App& program, int& exitStatus) {
         "Exit status: 0 no warnings, 1 warnings, 2 a statement would fail, 3 the script is not understood");
     command->add_option("script", wanted->script, "The script; - for standard input")->required();
     command->add_flag("--json", wanted->options.json, "One JSON object a line instead of text for people");
+    command->add_option("--html", wanted->options.htmlFile, "A page for a browser as well")->type_name("FILE");
     command->add_option("--rows", wanted->options.rows, "Rows of each item that are shown")
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();

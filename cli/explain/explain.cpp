@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <memory>
 #include <ostream>
 #include <utility>
 #include <vector>
@@ -75,6 +77,16 @@ private:
     ExplainReport& _report;
 };
 
+/// A page shows more than what goes to the terminal.
+RowWishes wishesOf(const ExplainOptions& options) {
+    RowWishes wishes;
+    wishes.first = static_cast<std::size_t>(std::max(options.rows, 0));
+    if (options.htmlFile.empty()) return wishes;
+    wishes.last = 5;
+    wishes.warned = 1000;
+    return wishes;
+}
+
 bool runAll(refhost::Host& host, const std::vector<refhost::Statement>& statements, Narrator& narrator) {
     refhost::Interpreter interpreter(host, narrator, nullptr);
     bool ok = true;
@@ -96,11 +108,20 @@ int explainScript(std::string_view script, const ExplainOptions& options, std::o
         err << "line " << e.at.line << ", column " << e.at.column << ": " << e.what() << "\n";
         return explainNotUnderstood;
     }
-    Collector collector(host, {static_cast<std::size_t>(std::max(options.rows, 0)), 0, 0});
-    const auto report = options.json ? jsonExplanation(host.types, out) : peopleExplanation(out, options.colours);
+    std::ofstream page;
+    if (!options.htmlFile.empty()) page.open(options.htmlFile, std::ios::binary);
+    Collector collector(host, wishesOf(options));
+    std::unique_ptr<ExplainReport> report =
+        options.json ? jsonExplanation(host.types, out) : peopleExplanation(out, options.colours);
+    if (!options.htmlFile.empty()) report = bothExplanations(std::move(report), htmlExplanation(page));
     Narrator narrator(host, collector, *report);
     const Observed observed(collector);
     const bool ok = runAll(host, statements, narrator);
+    report.reset();
+    if (!options.htmlFile.empty() && !page.flush()) {
+        err << "cannot write '" << options.htmlFile << "'\n";
+        return explainFails;
+    }
     if (!out.flush()) {
         err << "cannot write the explanation\n";
         return explainFails;

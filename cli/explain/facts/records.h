@@ -38,6 +38,12 @@ struct ColumnRecord {
     std::string header;
 };
 
+/// What the sheet shows in a row around the item's cells.
+struct ContextRow {
+    int row = 0;
+    std::vector<std::string> texts;
+};
+
 struct ItemRecord {
     std::string label;
     bool hasLabel = false, write = false;
@@ -53,6 +59,9 @@ struct ItemRecord {
     long long rows = 0, rowsPassedOver = 0, cells = 0, cellsPassedOver = 0;
     long long rowsCut = 0;
     std::vector<RowRecord> shownRows;  // the first ones, the last ones, and those with warnings; ascending
+    std::size_t firstRows = 0;         // so many of them are the first ones
+    std::vector<ContextRow> context;   // of the rows that are shown, and two beyond; only where last rows are kept
+    int contextCol = 0;                // the column of their first texts
     std::vector<Finding> findings;
 };
 

@@ -1,6 +1,7 @@
 #include "cli/explain/observing/collector.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "cli/explain/facts/json_value.h"
@@ -37,7 +38,7 @@ Held heldAt(const RangeSpec& range, int row, int col) {
 }  // namespace
 
 std::vector<ItemRecord> Collector::take() {
-    if (!_items.empty() && !item().done) item().shownRows = _rows.take();
+    if (!_items.empty() && !item().done) takeRows();
     return std::exchange(_items, {});
 }
 
@@ -97,14 +98,17 @@ void Collector::itemOpened(const quillet::Item& opened, const quillet::DriverCon
     record.opened = true;
     record.options = optionsOf(opened, source, record.hasLabel ? record.label.c_str() : nullptr, &record.rest);
     record.grows = record.write && range.has(quillet::optGrow);
-    if (range.sheet != nullptr) {
-        const char* const name = range.ops.sheetName(range.sheet);
-        if (name != nullptr) record.sheet = name;
-    }
+    takeSheet(range);
     record.firstRow = _firstRow = range.firstRow;
     _height = range.height();
     record.headerRow = range.headerRow;
     takeHeaders(range);
+}
+
+void Collector::takeSheet(const RangeSpec& range) {
+    if (range.sheet == nullptr || !item().sheet.empty()) return;
+    const char* const name = range.ops.sheetName(range.sheet);
+    if (name != nullptr) item().sheet = name;
 }
 
 void Collector::takeHeaders(const RangeSpec& range) {
@@ -131,7 +135,30 @@ void Collector::itemDone(const quillet::Item& opened) {
         record.rowsPassedOver = std::max<long long>(record.rowsPassedOver, range.height() - record.rows);
     }
     if (record.write) judgeEnd(opened);
-    record.shownRows = _rows.take();
+    takeRows();
+    if (_wishes.last > 0 && range.sheet != nullptr) takeContext(range);
+}
+
+void Collector::takeRows() {
+    item().shownRows = _rows.take();
+    item().firstRows = std::min(_wishes.first, item().shownRows.size());
+}
+
+void Collector::takeContext(const RangeSpec& range) {
+    constexpr int around = 2, widest = 60;
+    std::set<int> rows;
+    for (const RowRecord& row : item().shownRows) {
+        for (int r = std::max(row.row - around, 0); r <= row.row + around; ++r) rows.insert(r);
+    }
+    if (range.headerRow >= 0) rows.insert(range.headerRow);
+    const int first = std::max(range.firstCol - around, 0);
+    const int last = std::min(range.lastCol + around, first + widest);
+    item().contextCol = first;
+    for (const int row : rows) {
+        ContextRow& context = item().context.emplace_back();
+        context.row = row;
+        for (int col = first; col <= last; ++col) context.texts.push_back(shownText(range, row, col));
+    }
 }
 
 void Collector::judgeEnd(const quillet::Item& opened) {
@@ -224,6 +251,7 @@ void Collector::cellToBeWritten(const RangeSpec& range, CellPart part, int row, 
     _cell.col = range.firstCol + col;
     _cell.part = part;
     _before = heldAt(range, _cell.row, _cell.col);
+    takeSheet(range);  // a header is written before the item is understood to its end
     if (!_rows.wants(_cell.row)) return;
     _cell.kind = kindName(range, _cell.row, _cell.col);
     _cell.shown = shownText(range, _cell.row, _cell.col);

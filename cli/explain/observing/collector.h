@@ -56,6 +56,9 @@ private:
     void judgeEnd(const quillet::Item& item);
     void seeRow(const RangeSpec& range, int row);
     void lookAtPassedOver(const RangeSpec& range, int row, int col);
+    void takeRows();
+    void takeContext(const RangeSpec& range);
+    void takeSheet(const RangeSpec& range);
     void takeHeaders(const RangeSpec& range);
 
     refhost::FileOverlay& _files;

@@ -1,5 +1,6 @@
 // One JSON object a line: first what `quillet run --json` prints for the statement, then what explains it.
 #include <ostream>
+#include <span>
 
 #include "cli/explain/facts/json_value.h"
 #include "cli/explain/report/names.h"
@@ -152,7 +153,8 @@ private:
         json.key("rows").number(i.rows).key("rowsPassedOver").number(i.rowsPassedOver);
         json.key("cells").number(i.cells).key("cellsPassedOver").number(i.cellsPassedOver);
         json.key("rowsCut").number(i.rowsCut);
-        json.key("firstRows").list(i.shownRows, [&](const RowRecord& r) { row(json, r); });
+        const std::span firstRows(i.shownRows.data(), i.firstRows);
+        json.key("firstRows").list(firstRows, [&](const RowRecord& r) { row(json, r); });
         warnings(json, i.findings);
         json.raw("}");
     }

@@ -1,6 +1,7 @@
 // For people: a page for each item.
 #include <algorithm>
 #include <ostream>
+#include <span>
 
 #include "cli/explain/report/names.h"
 #include "cli/explain/report/statement_record.h"
@@ -165,7 +166,7 @@ private:
     }
 
     void rows(const ItemRecord& i) {
-        for (const RowRecord& row : i.shownRows) {
+        for (const RowRecord& row : std::span(i.shownRows.data(), i.firstRows)) {
             for (const CellRecord& cell : row.cells) {
                 std::string line = joined("    ", cellName(cell.row, cell.col));
                 line.resize(std::max<std::size_t>(line.size() + 1, 12), ' ');

@@ -36,4 +36,9 @@ std::unique_ptr<ExplainReport> jsonExplanation(const refhost::TypeRegistry& type
 /// `colours`: for a terminal.
 std::unique_ptr<ExplainReport> peopleExplanation(std::ostream& out, bool colours);
 
+/// Written to `out` when it goes.
+std::unique_ptr<ExplainReport> htmlExplanation(std::ostream& out);
+/// Tells both.
+std::unique_ptr<ExplainReport> bothExplanations(std::unique_ptr<ExplainReport> a, std::unique_ptr<ExplainReport> b);
+
 }  // namespace cli::explain

@@ -1,0 +1,103 @@
+// Which results are older than what was written: all ways in which a formula refers to a cell.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cli/explain/stale/dependency_index.h"
+#include "cli/explain/stale/row_set.h"
+#include "cli/workbook/book_file.h"
+#include "cli/workbook/cell_name.h"
+#include "engine/factories/factories.h"
+#include "tests/cli/explain/explain_runner.h"
+
+namespace support {
+namespace {
+
+using cli::explain::CellSet;
+using cli::explain::DependencyIndex;
+
+std::vector<std::string> names(const CellSet& cells) {
+    std::vector<std::string> out;
+    for (const auto& [place, rows] : cells) {
+        for (const auto& [first, last] : rows.runs()) {
+            for (int row = first; row <= last; ++row) {
+                out.push_back(std::to_string(place.first) + "!" + cli::cellName(row, place.second));
+            }
+        }
+    }
+    return out;
+}
+
+/// Two sheets, "Sheet1" and "Other sheet", with formulas that all read Sheet1!A3, and some that do not.
+void fill(vellum::IBookT<char>& book, vellum::ISheetT<char>& s) {
+    auto* const other = book.addSheet("Other sheet");
+    book.addSheet("Third");
+    s.setNamedRangeByName("Area", 2, 2, 0, 0);
+    s.writeFormulaNumber(0, 2, "A3", 0);                // C1
+    s.writeFormulaNumber(1, 2, "SUM($A$1:$A$5)", 0);    // C2
+    s.writeFormulaNumber(2, 2, "SUM(A:A)", 0);          // C3
+    s.writeFormulaNumber(3, 2, "SUM(3:3)", 0);          // C4: holds C3, too
+    s.writeFormulaNumber(4, 2, "C1+1", 0);              // C5: by another formula
+    s.writeFormulaNumber(5, 2, "Area*2", 0);            // C6
+    s.writeFormulaNumber(6, 2, "A4+B3", 0);             // C7: not
+    s.writeFormulaNumber(7, 2, "INDIRECT(\"A3\")", 0);  // C8: cannot tell
+    s.writeFormulaNumber(8, 2, "C8&\"A3\"", 0);         // C9: after C8, and no reference in quotes
+    for (int row = 0; row < 5; ++row) {
+        const std::string text = "A" + std::to_string(row + 1) + "*2";
+        s.writeFormulaNumber(row, 4, text.c_str(), 0);  // E1:E5: filled down
+    }
+    other->writeFormulaNumber(0, 0, "Sheet1!A3", 0);
+    other->writeFormulaNumber(1, 0, "A3", 0);  // its own
+    other->writeFormulaNumber(3, 0, "'Other sheet'!A1+1", 0);
+}
+
+class Stale : public testing::TestWithParam<const char*> {};
+
+TEST_P(Stale, FollowsReferences) {
+    TempFolder folder;
+    makeWorkbook(folder.path(GetParam()), fill);
+    std::string error;
+    const cli::BookPtr book = cli::loadBook(folder.path(GetParam()), error);
+    ASSERT_TRUE(book) << error;
+    const DependencyIndex index(*book);
+    CellSet changed;
+    changed[{0, 0}].add({2, 2});
+    EXPECT_THAT(names(index.dependents(changed)),
+                testing::UnorderedElementsAre("0!C1", "0!C2", "0!C3", "0!C4", "0!C5", "0!C6", "0!E3", "1!A1", "1!A4"));
+    EXPECT_THAT(names(index.unsure()), testing::IsSupersetOf({"0!C8", "0!C9"}));
+    EXPECT_THAT(names(index.unsure()), testing::Not(testing::Contains("0!C7")));
+    EXPECT_EQ(index.size(), 9U + 1 + 3);  // E1:E5 is one entry
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, Stale, testing::Values("book.xls", "book.xlsx"));
+
+TEST(StaleResults, ExplainTellsOfCellsOnce) {
+    TempFolder folder;
+    makeWorkbook(folder.path("book.xlsx"), fill);
+    const Explanation told = explain(folder, R"q(
+declare x : real
+declare L : list of real
+write "xlsx:book.xlsx" { x to "[A3]" }
+read "xlsx:book.xlsx" { L from "[C1:C9]" })q");
+    const Json warning = told.warning("stale-result");
+    ASSERT_FALSE(warning.is_null());
+    EXPECT_EQ(warning["details"]["depends on what the script wrote"], 6);
+    EXPECT_EQ(warning["details"]["cannot tell what it depends on"], 2);
+}
+
+TEST(RowSet, KeepsRunsApartAndTellsWhatIsNew) {
+    cli::explain::RowSet rows;
+    rows.add({5, 7});
+    rows.add({10, 12});
+    std::vector<cli::explain::Rows> fresh;
+    rows.add({6, 13}, &fresh);
+    ASSERT_EQ(fresh.size(), 2U);
+    EXPECT_EQ(fresh[0].first, 8);
+    EXPECT_EQ(fresh[0].last, 9);
+    EXPECT_EQ(fresh[1].first, 13);
+    EXPECT_EQ(fresh[1].last, 13);
+    EXPECT_EQ(rows.runs().size(), 1U);
+    EXPECT_TRUE(rows.has(5) && rows.has(13) && !rows.has(4) && !rows.has(14));
+}
+
+}  // namespace
+}  // namespace support
