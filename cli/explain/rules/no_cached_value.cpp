@@ -13,7 +13,7 @@ void look(const ReadCell& cell, Finding& finding) {
 const Rule noCachedValue = {
     .name = "no-cached-value",
     .text = "the result of a formula was never calculated; it reads as 0 or as empty",
-    .advice = "Open and save the workbook in a spreadsheet program, or run 'quillet recalc' on it.",
+    .advice = "Open and save the workbook in a spreadsheet program.",
     .onRead = look,
 };
 
