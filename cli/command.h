@@ -10,6 +10,7 @@ namespace cli {
 
 void addRun(CLI::App& program, int& exitStatus);
 void addExplain(CLI::App& program, int& exitStatus);
+void addRecalc(CLI::App& program, int& exitStatus);
 void addDump(CLI::App& program, int& exitStatus);
 void addResave(CLI::App& program, int& exitStatus);
 void addInfo(CLI::App& program, int& exitStatus);

@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
     int exitStatus = 0;
     cli::addRun(program, exitStatus);
     cli::addExplain(program, exitStatus);
+    cli::addRecalc(program, exitStatus);
     cli::addDump(program, exitStatus);
     cli::addResave(program, exitStatus);
     cli::addInfo(program, exitStatus);

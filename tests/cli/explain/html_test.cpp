@@ -31,7 +31,9 @@ std::size_t count(const std::string& text, const std::string& part) {
 
 TEST(ExplainPage, ColoursCellsByTheirPartAndShortensBigRanges) {
     std::string rows = "key,value,note\n";
-    for (int i = 0; i < 100; ++i) rows += "k" + std::to_string(i) + (i == 50 ? ",12 kg,x\n" : ",1,<b>\n");
+    for (int i = 0; i < 100; ++i) {
+        rows.append("k").append(std::to_string(i)).append(i == 50 ? ",12 kg,x\n" : ",1,<b>\n");
+    }
     const std::string page = pageOf(R"q(
 declare A : dynamic array(text) of real
 read "csv:skiph;big.csv" { A from "[A:B]" })q",

@@ -20,7 +20,7 @@ std::vector<std::string> names(const CellSet& cells) {
     for (const auto& [place, rows] : cells) {
         for (const auto& [first, last] : rows.runs()) {
             for (int row = first; row <= last; ++row) {
-                out.push_back(std::to_string(place.first) + "!" + cli::cellName(row, place.second));
+                out.push_back(std::to_string(place.first).append("!").append(cli::cellName(row, place.second)));
             }
         }
     }
@@ -42,7 +42,7 @@ void fill(vellum::IBookT<char>& book, vellum::ISheetT<char>& s) {
     s.writeFormulaNumber(7, 2, "INDIRECT(\"A3\")", 0);  // C8: cannot tell
     s.writeFormulaNumber(8, 2, "C8&\"A3\"", 0);         // C9: after C8, and no reference in quotes
     for (int row = 0; row < 5; ++row) {
-        const std::string text = "A" + std::to_string(row + 1) + "*2";
+        const std::string text = cli::cellName(row, 0).append("*2");
         s.writeFormulaNumber(row, 4, text.c_str(), 0);  // E1:E5: filled down
     }
     other->writeFormulaNumber(0, 0, "Sheet1!A3", 0);
