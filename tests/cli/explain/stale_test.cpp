@@ -32,10 +32,11 @@ void fill(vellum::IBookT<char>& book, vellum::ISheetT<char>& s) {
     auto* const other = book.addSheet("Other sheet");
     book.addSheet("Third");
     s.setNamedRangeByName("Area", 2, 2, 0, 0);
-    s.writeFormulaNumber(0, 2, "A3", 0);                // C1
-    s.writeFormulaNumber(1, 2, "SUM($A$1:$A$5)", 0);    // C2
-    s.writeFormulaNumber(2, 2, "SUM(A:A)", 0);          // C3
-    s.writeFormulaNumber(3, 2, "SUM(3:3)", 0);          // C4: holds C3, too
+    s.writeFormulaNumber(0, 2, "A3", 0);              // C1
+    s.writeFormulaNumber(1, 2, "SUM($A$1:$A$5)", 0);  // C2
+    // Texts for .xls files name all rows or columns by their corners.
+    if (!s.writeFormulaNumber(2, 2, "SUM(A:A)", 0)) s.writeFormulaNumber(2, 2, "SUM(A1:A65536)", 0);  // C3
+    if (!s.writeFormulaNumber(3, 2, "SUM(3:3)", 0)) s.writeFormulaNumber(3, 2, "SUM(A3:IV3)", 0);  // C4: holds C3, too
     s.writeFormulaNumber(4, 2, "C1+1", 0);              // C5: by another formula
     s.writeFormulaNumber(5, 2, "Area*2", 0);            // C6
     s.writeFormulaNumber(6, 2, "A4+B3", 0);             // C7: not
