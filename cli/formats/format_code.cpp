@@ -118,7 +118,9 @@ private:
     /// Letters of dates and times, in runs; minutes are told from months later.
     bool run(char c) {
         if (c == 'e' && _rest.size() > 1 && (_rest[1] == '+' || _rest[1] == '-')) {
-            add(Part::exponent).letter = _rest[1];
+            FormatPiece& piece = add(Part::exponent);
+            piece.letter = _rest[1];
+            piece.text = _rest[0];
             _rest.remove_prefix(2);
             return true;
         }

@@ -17,7 +17,7 @@ enum class Part {
     point,    // decimal point
     comma,    // groups of three, or thousands left out
     percent,
-    exponent,  // `letter` is + or -
+    exponent,  // `letter` is + or -, `text` the E as it is written
     slash,     // of a fraction
     text,      // @
     general,   // the word General

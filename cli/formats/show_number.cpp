@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "cli/formats/decimal.h"
 
@@ -67,6 +68,7 @@ public:
             digit('0', power, out);
         } else if (letter == '?') {
             out += ' ';
+            if (_grouped && power > 0 && power % 3 == 0) out += ' ';
         }
     }
     /// What no place was there for.
@@ -113,11 +115,13 @@ std::string showNumber(const FormatSection& section, double value) {
     const std::size_t shown = lastDigit == std::string::npos ? 0 : lastDigit + 1;
     std::size_t place = 0;
     bool behindPoint = false, inExponent = false;
+    const char* sign = "";
     std::string out;
     for (const FormatPiece& piece : section.pieces) {
         switch (piece.part) {
             case Part::digit:
                 if (inExponent) {
+                    out += std::exchange(sign, "");  // of the power: right before its digits
                     power.next(piece.letter, out);
                 } else if (!behindPoint) {
                     whole.next(piece.letter, out);
@@ -137,8 +141,8 @@ std::string showNumber(const FormatSection& section, double value) {
                 break;
             case Part::exponent:
                 inExponent = true;
-                out += 'E';
-                if (exponent < 0 || piece.letter == '+') out += exponent < 0 ? '-' : '+';
+                out += piece.text;
+                if (exponent < 0 || piece.letter == '+') sign = exponent < 0 ? "-" : "+";
                 break;
             case Part::percent:
                 out += '%';
