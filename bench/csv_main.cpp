@@ -2,7 +2,6 @@
 //
 // Loads a csv file through the driver's open and visits every cell; loads it and writes it again; or fills a source
 // with the workload's content and writes it at close.
-#include <charconv>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +16,7 @@
 #include "host/sources/driver_context.h"
 #include "host/sources/source_list.h"
 #include "host/sources/table_ops.h"
+#include "refhost/values/format_real.h"
 
 namespace {
 
@@ -67,12 +67,8 @@ void print(HostContext*, const char* format, ...) {
     va_end(args);
 }
 
-/// As the reference host does it: "%.15g" by to_chars, which gives the same characters.
-int formatReal(HostContext*, char* buffer, int size, const char*, double value) {
-    const auto [end, fault] = std::to_chars(buffer, buffer + size - 1, value, std::chars_format::general, 15);
-    if (fault != std::errc{}) return -1;
-    *end = '\0';
-    return static_cast<int>(end - buffer);
+int formatReal(HostContext*, char* buffer, int size, const char* format, double value) {
+    return refhost::formatReal(buffer, size, format, value);
 }
 
 HostApi makeHost() {
