@@ -19,7 +19,9 @@ void addFonts(World& world) {
 }
 
 void addNumberFormats(World& world) {
-    for (int i = 0; i < world.steps; ++i) world.book->newCustomNumFormat(numbered("0.0\" unit \"0", i).c_str());
+    for (int i = 0; i < world.steps; ++i) {
+        world.ids.push_back(world.book->newCustomNumFormat(numbered("0.0\" unit \"0", i).c_str()));
+    }
 }
 
 constexpr Task tasks[] = {
@@ -67,7 +69,7 @@ constexpr Task tasks[] = {
      [](World& w, int i) { return w.book->newCustomNumFormat(numbered("0.0\" unit \"0", i).c_str()) > 0; }},
     {"number format by number",
      {220, 220},
-     [](World& w, int i) { return w.book->customNumFormatText(164 + i) != nullptr; },
+     [](World& w, int i) { return w.book->customNumFormatText(w.ids[static_cast<std::size_t>(i)]) != nullptr; },
      addNumberFormats},
 };
 

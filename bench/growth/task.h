@@ -30,6 +30,7 @@ struct World {
     std::unique_ptr<Book, Release> book;
     Sheet* sheet;
     std::vector<Format*> formats;
+    std::vector<int> ids;
     vellum::IRichStringT<char>* rich = nullptr;
     std::string text;
     int rows, cols;  // of a sheet of the format
