@@ -31,6 +31,7 @@ void addShow(CLI::App& program, int& exitStatus) {
     command->add_flag("--fit", options->fit, "Columns as wide as what they show");
     command->add_option("--rows", options->rows, "At most so many rows")->type_name("N");
     command->add_option("--width", options->width, "Places of a line, for 0 as many as it takes")->type_name("N");
+    command->add_option("--html", options->html, "Writes a page for a browser instead")->type_name("FILE");
     command->footer("Example: quillet show sales.xlsx '[2024$A1:F20]'");
     command->callback([options, &exitStatus] { exitStatus = show(*options, std::cout, std::cerr); });
 }

@@ -9,6 +9,7 @@ struct ShowOptions {
     std::string file, label;
     bool fit = false;  // columns as wide as their content
     int rows = 0;      // at most so many; 0: all
+    std::string html;  // the file of a page for a browser, instead of a picture
     int width = 0;     // places of a line; 0: as many as it takes
 };
 

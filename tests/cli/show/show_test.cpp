@@ -128,7 +128,7 @@ TEST(ShowCsv, ReadByTheModulesRules) {
     const std::string path = testing::TempDir() + "show me.csv";
     std::ofstream(path) << "\xEF\xBB\xBFname;price\n\"a;b\";1,5\n\n;TRUE\n";
     std::ostringstream out, errors;
-    EXPECT_EQ(show({"csv:fsep=;;dsep=,;" + path, "", false, 0, 0}, out, errors), 0) << errors.str();
+    EXPECT_EQ(show({"csv:fsep=;;dsep=,;" + path, "", false, 0, "", 0}, out, errors), 0) << errors.str();
     EXPECT_EQ(out.str(), R"(  |  A   |   B   |
 --+------+-------+
 1 | name | price |
@@ -137,9 +137,22 @@ TEST(ShowCsv, ReadByTheModulesRules) {
 4 |      | TRUE  |
 )");
     out.str("");
-    EXPECT_EQ(show({path + ".none", "", false, 0, 0}, out, errors), 2);
+    EXPECT_EQ(show({path + ".none", "", false, 0, "", 0}, out, errors), 2);
     EXPECT_NE(errors.str(), "");
     EXPECT_EQ(out.str(), "");
+}
+
+TEST(ShowHtml, APageWithEachCell) {
+    const std::string path = testing::TempDir() + "show_html.csv", page = testing::TempDir() + "show.html";
+    std::ofstream(path) << "a<b,12\n";
+    std::ostringstream out, errors;
+    EXPECT_EQ(show({path, "", false, 0, page, 0}, out, errors), 0) << errors.str();
+    std::ifstream in(page);
+    const std::string text((std::istreambuf_iterator<char>(in)), {});
+    EXPECT_NE(text.find("a&lt;b"), std::string::npos);
+    EXPECT_NE(text.find("B1: 12"), std::string::npos);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(show({path, "", false, 0, "/no such folder/x.html", 0}, out, errors), 2);
 }
 
 }  // namespace
