@@ -4,7 +4,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <source_location>
 #include <span>
 #include <string>
 #include <string_view>
@@ -181,9 +180,8 @@ public:
         if (_cur >= _itemsEnd && !_wholeDocument) nextWindow(itemEnd);
     }
 
-    /// Reports to the error state. True when the parse may go on.
-    bool report(int severity, int code, std::string_view text,
-                std::source_location at = std::source_location::current());
+    /// Reports to the error state, as the caller's line of the reader's own sources. True when the parse may go on.
+    bool report(int severity, int code, std::string_view text, int ownLine = __builtin_LINE());
 
 private:
     friend class Prolog;

@@ -37,7 +37,7 @@ int c_xml_reader::fail(int code, std::string_view item) {
     return answer;
 }
 
-bool c_xml_reader::report(int severity, int code, std::string_view text, std::source_location at) {
+bool c_xml_reader::report(int severity, int code, std::string_view text, int ownLine) {
     if (_state.fatal != 0) return false;
     if (severity == 0) ++_state.fatal;
     if (severity <= 1) ++_state.errors;
@@ -50,7 +50,7 @@ bool c_xml_reader::report(int severity, int code, std::string_view text, std::so
     bool goOn = severity >= 2;
     if (_state.report) goOn = _state.report(severity, code, text, _state.lastLine);
     if (severity == 0) goOn = false;
-    if (!goOn) endParse(code, static_cast<int>(at.line()));
+    if (!goOn) endParse(code, ownLine);
     return goOn;
 }
 
