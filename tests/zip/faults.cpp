@@ -63,7 +63,7 @@ void operator delete(void* memory, std::size_t) noexcept {
 extern "C" {
 
 // minizip does not free the header of an entry that could not be written.
-const char* __lsan_default_suppressions();
+[[gnu::visibility("default")]] const char* __lsan_default_suppressions();
 const char* __lsan_default_suppressions() {
     return "leak:zipOpenNewFileInZip4_64";
 }

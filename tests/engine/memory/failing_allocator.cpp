@@ -49,6 +49,12 @@ void* operator new(std::size_t size) {
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return failing::fails(__builtin_return_address(0)) ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
