@@ -12,6 +12,7 @@ A directory order, or references to formats that were wrong in the loaded file, 
 with --loaded ORIGINAL what the original has wrong too is not told. Exit status 1 when there is a fault.
 """
 import argparse
+import functools
 import re
 import struct
 import sys
@@ -407,7 +408,11 @@ DIFAT_OR_FAT = 0xFFFFFFFC
 
 def faults_of(path):
     with open(path, "rb") as f:
-        data = f.read()
+        return faults_in(f.read())
+
+
+@functools.lru_cache(maxsize=2)  # the file that others are made from is asked for again and again
+def faults_in(data):
     try:
         return Lint(data).faults
     except (Fault, struct.error) as e:
