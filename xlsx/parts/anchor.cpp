@@ -49,6 +49,8 @@ struct Line {
         return std::max<std::int64_t>(length, 0);
     }
 };
+template <class SizeOf>
+Line(int, int, SizeOf) -> Line<SizeOf>;  // clang 14 has none for aggregates
 
 auto columnsOf(CellPixels& pixels) {
     return Line{lastColumn, lastColumn, [&](int col) { return pixels.columnPixels(col); }};
