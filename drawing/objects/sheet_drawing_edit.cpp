@@ -75,6 +75,10 @@ void SheetDrawing::prepareChange(DrawingContext& context) {
         return;
     }
     if (_changed) return;
+    const auto [last, offset] = *_groupEnd;
+    const std::size_t rest = last->piece.size() - std::min(offset, last->piece.size());
+    // A piece shorter than a header is no record of the file: a group that ends within one takes nothing.
+    if (rest > 0 && std::min(offset, rest) < ArtHeader::wireSize) throw vlerror(msg::strangeDrawing);
     _shapeTotal = 0;
     for (const DrawingUnit& unit : _units) {
         for (const PlacedShape& shape : unit.shapes) {
@@ -85,7 +89,6 @@ void SheetDrawing::prepareChange(DrawingContext& context) {
     context.group().coverSpid(_highestSpid);
     _changed = true;
     for (DrawingUnit& unit : _units) unit.records = {};
-    const auto [last, offset] = *_groupEnd;
     auto next = std::next(last);
     if (offset < last->piece.size()) {
         next = _units.emplace(next);
