@@ -54,8 +54,11 @@ std::size_t plainBody() {
 }
 
 TYPED_TEST(ArtRecord, ReadsItselfAndItsCopyWritesTheSameBytes) {
-    if (TypeParam::kind.recType == OfficeArtFDGGBlock::kind.recType) GTEST_SKIP() << "counts: see below";
-    const Bytes bytes = record(TypeParam::kind, plainBody<TypeParam>());
+    Bytes bytes = record(TypeParam::kind, plainBody<TypeParam>());
+    if (TypeParam::kind.recType == OfficeArtFDGGBlock::kind.recType) {
+        bytes = record(TypeParam::kind, 16 + 2 * 8);  // numbers, of which the second tells of two clusters and one more
+        storeLe(&bytes[ArtHeader::wireSize + 4], std::uint32_t{3});
+    }
     TypeParam one;
     EXPECT_EQ(one.size(), 0u);
     ASSERT_EQ(readFrom(one, bytes), bytes.size());
