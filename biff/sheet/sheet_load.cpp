@@ -359,7 +359,7 @@ private:
     bool readDrawing(const RecordHeader& header) {
         if (_source.biff5) return readOlderNote(header);
         if (header.id == record_id::Note) {
-            _sheet.notes.read(body(header).rest());
+            _sheet.drawing.nameObject(_sheet.notes.read(body(header).rest()));
             return true;
         }
         if (!drawing::SheetDrawing::isPart(header.id)) return false;

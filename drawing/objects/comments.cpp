@@ -21,8 +21,10 @@ AnchorFields commentAnchor(const DrawingContext& context, PixelPlace place) {
     return anchorFor(context, place, staysInPlace);
 }
 
+/// A damaged note may name an object of another kind, which is not its to take along.
 void removeShapeOf(SheetDrawing& drawing, DrawingContext& context, const Note& note) {
-    if (const auto shape = drawing.shapeOfObject(note.objectId)) drawing.removeShape(context, *shape);
+    const auto shape = drawing.shapeOfObject(note.objectId);
+    if (shape && drawing.objectOf(*shape)->ot() == Obj::note) drawing.removeShape(context, *shape);
 }
 
 }  // namespace

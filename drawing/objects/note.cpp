@@ -36,7 +36,7 @@ void Note::setAuthor(std::wstring_view text) {
 
 namespace drawing {
 
-void Notes::read(std::span<const std::byte> body) {
+std::uint16_t Notes::read(std::span<const std::byte> body) {
     Entry entry;
     if (body.size() < fixedSize) {
         entry.state = State::bytes;
@@ -49,8 +49,10 @@ void Notes::read(std::span<const std::byte> body) {
         entry.note.objectId = in.get<std::uint16_t>();
         entry.note.author.assign(in.rest().begin(), in.rest().end());
     }
+    const std::uint16_t named = entry.note.objectId;
     _notes.push_back(std::move(entry));
     _indexed = false;
+    return named;
 }
 
 void Notes::write(Xls& out) const {

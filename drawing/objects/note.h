@@ -34,8 +34,8 @@ namespace drawing {
 /// In file order. What is too short to be a note is kept among them as bytes.
 class Notes {
 public:
-    /// The body of a record.
-    void read(std::span<const std::byte> body);
+    /// The body of a record. Gives the number of the object that it names, 0 for what is no note.
+    std::uint16_t read(std::span<const std::byte> body);
     void write(Xls& out) const;
 
     /// Of several notes of one cell the first; null when there is none.

@@ -79,6 +79,8 @@ public:
     /// Gives the shape its identifier. Makes the drawing when the sheet has none.
     void addShape(DrawingContext& context, OfficeArtSpContainer shape, std::unique_ptr<Obj> object,
                   std::unique_ptr<TextObject> text);
+    /// A note names this object, whether it is there or not: nothing new gets its number.
+    void nameObject(std::uint16_t objectId) { _named.push_back(objectId); }
     /// An object number that is free on the sheet. Throws when none is.
     std::uint16_t newObjectId() const;
     void removeShape(DrawingContext& context, ShapeRef shape);
@@ -135,7 +137,8 @@ private:
 
     mutable bool _objectsIndexed = false;
     mutable std::unordered_map<std::uint16_t, Units::const_iterator> _unitOfObject;
-    mutable std::uint16_t _highestObject = 0;
+    mutable std::uint16_t _highestObject = 0;  // with those that notes name
+    std::vector<std::uint16_t> _named;         // by notes
     mutable std::optional<std::vector<ShapeRef>> _pictures;
 };
 

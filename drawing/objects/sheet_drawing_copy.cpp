@@ -12,6 +12,7 @@ void SheetDrawing::copyWithin(DrawingContext& context, const SheetDrawing& sourc
     std::vector<std::byte> bytes;
     for (const DrawingUnit& unit : source._units) bytes.insert(bytes.end(), unit.piece.begin(), unit.piece.end());
     const std::uint32_t used = std::max(context.largestDgid(), source.dgid());
+    _named = source._named;
     if (source._hasTree) renumberDrawing(bytes, context.group(), used);
     auto rest = std::span<const std::byte>(bytes);
     for (const DrawingUnit& unit : source._units) {

@@ -151,8 +151,10 @@ Units::iterator SheetDrawing::unitForNewShape() {
 std::uint16_t SheetDrawing::newObjectId() const {
     indexObjects();
     if (_highestObject < 0xFFFF) return static_cast<std::uint16_t>(_highestObject + 1);
+    std::vector<bool> taken(0x10000);
+    for (const std::uint16_t id : _named) taken[id] = true;
     for (std::uint16_t id = 1; id != 0; ++id) {
-        if (!_unitOfObject.contains(id)) return id;
+        if (!taken[id] && !_unitOfObject.contains(id)) return id;
     }
     throw vlerror(msg::tooManyObjects);
 }

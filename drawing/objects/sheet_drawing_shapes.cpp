@@ -46,7 +46,7 @@ const TextObject* SheetDrawing::textBehind(Units::const_iterator unit, std::size
 void SheetDrawing::indexObjects() const {
     if (_objectsIndexed) return;
     _unitOfObject.clear();
-    _highestObject = 0;
+    _highestObject = _named.empty() ? 0 : *std::max_element(_named.begin(), _named.end());
     for (auto unit = _units.begin(); unit != _units.end(); ++unit) {
         for (const auto& object : unit->objects) {
             const auto* const obj = dynamic_cast<const Obj*>(object.get());
