@@ -10,7 +10,6 @@
 #include <functional>
 #include <iostream>
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -18,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/workbook/book_file.h"
 #include "engine/api/iautofilter.h"
 #include "engine/api/ibook.h"
 #include "engine/api/ifiltercolumn.h"
@@ -173,11 +173,8 @@ int applyLines(Book& book) {
 int main(int argc, char** argv) {
     std::string load, save;
     for (int i = 1; i + 1 < argc; i += 2) (std::string_view(argv[i]) == "--load" ? load : save) = argv[i + 1];
-    struct Release {
-        void operator()(Book* book) const { book->release(); }
-    };
     const bool binary = (load.empty() ? save : load).ends_with(".xls");
-    const std::unique_ptr<Book, Release> book(binary ? vellum::vlCreateBook<char>() : vellum::vlCreateXMLBook<char>());
+    const cli::BookPtr book(binary ? vellum::vlCreateBook<char>() : vellum::vlCreateXMLBook<char>());
     book->setLocale("UTF-8");
     if (load.empty()) {
         book->addSheet("Sheet1");

@@ -8,10 +8,10 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "cli/workbook/book_file.h"
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
@@ -19,10 +19,6 @@
 namespace {
 
 using Book = vellum::IBookT<char>;
-
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
 
 bool add(Book& book) {
     auto* const sheet = book.addSheet("Added", nullptr);
@@ -60,11 +56,11 @@ bool names(Book& book) {
            sheet->setNamedRangeByName("Quillet_Own", 2, 2, 2, 2, 0);
 }
 
-std::unique_ptr<Book, Release> load(const char* path) {
+cli::BookPtr load(const char* path) {
     char first[2] = {};
     std::ifstream(path, std::ios::binary).read(first, sizeof first);
     const bool isPackage = first[0] == 'P' && first[1] == 'K';
-    std::unique_ptr<Book, Release> book(isPackage ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
+    cli::BookPtr book(isPackage ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
     book->setLocale("UTF-8");
     if (!book->loadFile(path)) throw std::runtime_error(book->errorMessage());
     return book;

@@ -4,11 +4,11 @@
 // B3, C10 and E20 with sizes, offsets and the three ways of following the cells. A binary workbook has comments
 // besides: on the first sheet one with umlauts and line breaks, and one as long as a cell's text can be.
 #include <cstdio>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "cli/workbook/book_file.h"
 #include "engine/api/enums.h"
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
@@ -18,10 +18,6 @@ namespace {
 
 using Book = vellum::IBookT<char>;
 using Sheet = vellum::ISheetT<char>;
-
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
 
 void require(bool ok, Book& book) {
     if (!ok) throw std::runtime_error(book.errorMessage());
@@ -70,8 +66,7 @@ int main(int argc, char** argv) {
             return 2;
         }
         const bool isPackage = std::string_view(argv[1]).ends_with(".xlsx");
-        const std::unique_ptr<Book, Release> book(isPackage ? vellum::vlCreateXMLBook<char>()
-                                                            : vellum::vlCreateBook<char>());
+        const cli::BookPtr book(isPackage ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
         book->setLocale("UTF-8");
         fill(*book, argc - 2, argv + 2);
         require(book->saveFile(argv[1], false), *book);

@@ -4,72 +4,15 @@
 // (70,000 different ones), edges (the last row and column, all kinds of cell) or rich (rich strings). What a reader
 // must see goes to standard output: per line sheet, row, column (from 0), kind (n, s, b, e) and value, separated by
 // tabs.
-#include <cmath>
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <stdexcept>
 #include <string>
 
 #include "engine/api/enums.h"
-#include "engine/api/ibook.h"
-#include "engine/api/ifont.h"
-#include "engine/api/iformat.h"
-#include "engine/api/irichstring.h"
-#include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
+#include "tools/listed_book.h"
 
 namespace {
 
-using Book = vellum::IBookT<char>;
-using Sheet = vellum::ISheetT<char>;
-using Format = vellum::IFormatT<char>;
-using Font = vellum::IFontT<char>;
-
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-
-/// Writes cells, and to standard output what was written.
-class Writer {
-public:
-    explicit Writer(Book& book) : _book(book) {}
-
-    void sheet(const char* name) {
-        _sheet = _book.addSheet(name);
-        require(_sheet != nullptr);
-        ++_index;
-    }
-    Sheet& sheet() { return *_sheet; }
-
-    void number(int row, int col, double value, Format* format = nullptr) {
-        require(_sheet->writeNumber(row, col, value, format));
-        std::printf("%d\t%d\t%d\tn\t%.17g\n", _index, row, col, value);
-    }
-    void text(int row, int col, const std::string& value, Format* format = nullptr) {
-        require(_sheet->writeString(row, col, value.c_str(), format));
-        expectText(row, col, value);
-    }
-    void boolean(int row, int col, bool value) {
-        require(_sheet->writeBool(row, col, value));
-        std::printf("%d\t%d\t%d\tb\t%d\n", _index, row, col, int{value});
-    }
-    void error(int row, int col, int code, const char* value) {
-        require(_sheet->writeError(row, col, code));
-        std::printf("%d\t%d\t%d\te\t%s\n", _index, row, col, value);
-    }
-    void expectText(int row, int col, const std::string& value) {
-        std::printf("%d\t%d\t%d\ts\t%s\n", _index, row, col, value.c_str());
-    }
-    void require(bool ok) {
-        if (!ok) throw std::runtime_error(_book.errorMessage());
-    }
-
-private:
-    Book& _book;
-    Sheet* _sheet = nullptr;
-    int _index = -1;
-};
+using namespace tools;
 
 void numberFormats(Book& book, Writer& out) {
     out.sheet("Number formats");
@@ -124,40 +67,10 @@ void fonts(Book& book, Writer& out) {
     }
 }
 
-// One row for each value of each property.
-const struct {
-    const char* name;
-    int first, last;
-    void (*set)(Format&, int);
-} formatsProperties[] = {
-    {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }},
-    {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }},
-    {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }},
-    {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }},
-    {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }},
-    {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }},
-    {"border", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }},
-    {"border colour", 8, 63, [](Format& f, int v) { f.setBorderAll(1), f.setBorderColorAll(v); }},
-    {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
-    {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
-    {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
-    {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
-    {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
-    {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
-};
-
 void formats(Book& book, Writer& out) {
     out.sheet("Formats");
-    int row = 0;
-    for (const auto& p : formatsProperties) {
-        for (int v = p.first; v <= p.last; ++v, ++row) {
-            Format* const format = book.newFormat();
-            out.require(format != nullptr);
-            p.set(*format, v);
-            out.text(row, 0, p.name);
-            out.number(row, 1, v, format);
-        }
-    }
+    const int row = listFormats(book, out, formatProperties, 0, 1);
+    listFormats(book, out, protectionProperties, row, 1);
     numberFormats(book, out);
     fonts(book, out);
 }
@@ -199,44 +112,14 @@ void edges(Book&, Writer& out) {
 
 void rich(Book& book, Writer& out) {
     out.sheet("Rich");
-    for (int row = 0; row < 3000; ++row) {
-        auto* const text = book.newRichString();
-        out.require(text != nullptr);
-        std::string all;
-        for (int run = 0; run <= row % 5; ++run) {
-            Font* const font = book.fontAt(run % 5);
-            const std::string part = "run " + std::to_string(row) + "/" + std::to_string(run) + " ";
-            out.require(text->addRun(part.c_str(), font));
-            all += part;
-        }
-        out.require(out.sheet().writeRichText(row, 0, text));
-        out.expectText(row, 0, all);
-    }
+    const auto fontOf = [&](auto&, int run) { return book.fontAt(run % 5); };
+    for (int row = 0; row < 3000; ++row) listRichText(book, out, row, 0, fontOf);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const struct {
-        const char* name;
-        void (*make)(Book&, Writer&);
-    } kinds[] = {{"formats", formats}, {"strings", strings}, {"edges", edges}, {"rich", rich}};
-    if (argc == 3) {
-        for (const auto& kind : kinds) {
-            if (std::strcmp(argv[1], kind.name) != 0) continue;
-            try {
-                const std::unique_ptr<Book, Release> book(vellum::vlCreateBook<char>());
-                book->setLocale("UTF-8");
-                Writer out(*book);
-                kind.make(*book, out);
-                out.require(book->saveFile(argv[2]));
-                return 0;
-            } catch (const std::exception& e) {
-                std::fprintf(stderr, "%s\n", e.what());
-                return 1;
-            }
-        }
-    }
-    std::fputs("usage: make_xls_book formats|strings|edges|rich OUT\n", stderr);
-    return 2;
+    constexpr Maker makers[] = {{"formats", formats}, {"strings", strings}, {"edges", edges}, {"rich", rich}};
+    return runMaker(makers, cli::BookPtr(vellum::vlCreateBook<char>()), argc, argv,
+                    "usage: make_xls_book formats|strings|edges|rich OUT\n");
 }

@@ -4,101 +4,29 @@
 // rows (1,048,576), columns (16,384) or kinds (all kinds of cell, rich strings). What a reader must see goes to
 // standard output: per line sheet, row, column (from 0), kind (n, s, b, e, f) and value, separated by tabs; for a
 // property of a format its name, and the value that the cell beside holds.
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <stdexcept>
 #include <string>
+#include <utility>
 
-#include "engine/api/enums.h"
-#include "engine/api/ibook.h"
-#include "engine/api/ifont.h"
-#include "engine/api/iformat.h"
-#include "engine/api/irichstring.h"
-#include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
+#include "tools/listed_book.h"
 
 namespace {
 
-using Book = vellum::IBookT<char>;
-using Sheet = vellum::ISheetT<char>;
-using Format = vellum::IFormatT<char>;
-using Font = vellum::IFontT<char>;
+using namespace tools;
 
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-
-/// Writes cells, and to standard output what was written.
-class Writer {
-public:
-    explicit Writer(Book& book) : _book(book) {}
-
-    Sheet& sheet(const char* name) {
-        _sheet = _book.addSheet(name, nullptr);
-        require(_sheet != nullptr);
-        ++_index;
-        return *_sheet;
-    }
-    void number(int row, int col, double value, Format* format = nullptr) {
-        require(_sheet->writeNumber(row, col, value, format));
-        std::printf("%d\t%d\t%d\tn\t%.17g\n", _index, row, col, value);
-    }
-    void text(int row, int col, const std::string& value, Format* format = nullptr) {
-        require(_sheet->writeString(row, col, value.c_str(), format));
-        expect(row, col, 's', value);
-    }
-    void expect(int row, int col, char kind, const std::string& value) {
-        std::printf("%d\t%d\t%d\t%c\t%s\n", _index, row, col, kind, value.c_str());
-    }
-    void require(bool ok) {
-        if (!ok) throw std::runtime_error(_book.errorMessage());
-    }
-
-private:
-    Book& _book;
-    Sheet* _sheet = nullptr;
-    int _index = -1;
-};
-
-// One row for each value of each property: its name, and the value in a cell that has it.
-const struct {
-    const char* name;
-    int first, last;
-    void (*set)(Format&, int);
-} formatsProperties[] = {
-    {"horizontal", 0, 7, [](Format& f, int v) { f.setAlignHorizontal(v); }},
-    {"vertical", 0, 4, [](Format& f, int v) { f.setAlignVertical(v); }},
-    {"wrap", 0, 1, [](Format& f, int v) { f.setWrapsText(v != 0); }},
-    {"rotation", 0, 180, [](Format& f, int v) { f.setRotation(v); }},
-    {"indent", 0, 15, [](Format& f, int v) { f.setIndent(v); }},
-    {"shrink", 0, 1, [](Format& f, int v) { f.setShrinksToFit(v != 0); }},
-    {"border", 0, 13, [](Format& f, int v) { f.setBorderAll(v); }},
-    {"border colour", 8, 63, [](Format& f, int v) { f.setBorderAll(1), f.setBorderColorAll(v); }},
-    {"diagonal", 0, 3, [](Format& f, int v) { f.setBorderDiagonalStyle(1), f.setBorderDiagonal(v); }},
-    {"pattern", 0, 18, [](Format& f, int v) { f.setFillPattern(v); }},
-    {"fore colour", 8, 63, [](Format& f, int v) { f.setFillPattern(1), f.setPatternForeColor(v); }},
-    {"back colour", 8, 63, [](Format& f, int v) { f.setFillPattern(2), f.setPatternBackColor(v); }},
+constexpr FormatProperty borderProperties[] = {
     {"left", 0, 13, [](Format& f, int v) { f.setBorderLeft(v); }},
     {"right", 0, 13, [](Format& f, int v) { f.setBorderRight(v); }},
     {"top", 0, 13, [](Format& f, int v) { f.setBorderTop(v); }},
     {"bottom", 0, 13, [](Format& f, int v) { f.setBorderBottom(v); }},
-    {"locked", 0, 1, [](Format& f, int v) { f.setLocked(v != 0); }},
-    {"hidden", 0, 1, [](Format& f, int v) { f.setFormulaHidden(v != 0); }},
 };
 
 void formats(Book& book, Writer& out) {
     out.sheet("Formats");
-    int row = 0;
-    for (const auto& p : formatsProperties) {
-        for (int v = p.first; v <= p.last; ++v, row += 2) {  // lines between two rows belong to both
-            Format* const format = book.newFormat(nullptr);
-            out.require(format != nullptr);
-            p.set(*format, v);
-            out.text(row, 0, p.name);
-            out.number(row, 1, v, format);
-        }
-    }
+    constexpr int rowsApart = 2;  // lines between two rows belong to both
+    int row = listFormats(book, out, formatProperties, 0, rowsApart);
+    row = listFormats(book, out, borderProperties, row, rowsApart);
+    listFormats(book, out, protectionProperties, row, rowsApart);
     out.sheet("Fonts");
     const struct {
         const char* name;
@@ -167,14 +95,12 @@ void kinds(Book& book, Writer& out) {
     int row = 0;
     for (const double value : numbers) out.number(row++, 0, value);
     for (const bool value : {true, false}) {
-        out.require(sheet.writeBool(row, 0, value));
-        out.expect(row++, 0, 'b', value ? "1" : "0");
+        out.boolean(row++, 0, value);
     }
     const std::pair<int, const char*> errors[] = {{0, "#NULL!"},  {7, "#DIV/0!"}, {15, "#VALUE!"}, {23, "#REF!"},
                                                   {29, "#NAME?"}, {36, "#NUM!"},  {42, "#N/A"}};
     for (const auto& [code, text] : errors) {
-        out.require(sheet.writeError(row, 0, code, nullptr));
-        out.expect(row++, 0, 'e', text);
+        out.error(row++, 0, code, text);
     }
     for (const char* text : {" outer blanks ", "a\"b'c<d>&e", "\xE4\xB8\xAD\xF0\x9F\x98\x80"}) out.text(row++, 0, text);
     out.require(sheet.writeFormulaNumber(row, 0, "A1+A2", 1, nullptr));
@@ -183,20 +109,13 @@ void kinds(Book& book, Writer& out) {
     out.expect(row++, 0, 'f', "=UPPER(\"a\")&\",\"");  // a ";" separates arguments wherever it stands
     out.require(sheet.writeFormulaBoolean(row, 0, "AND(A1;A2)", false, nullptr));
     out.expect(row++, 0, 'f', "=AND(A1,A2)");
-    for (int i = 0; i < 500; ++i) {
-        auto* const text = book.newRichString();
-        std::string all;
-        for (int run = 0; run <= i % 5; ++run) {
-            Font* const font = text->addFont(nullptr);
-            font->setBold(run % 2 == 1);
-            font->setSize(10 + run);
-            const std::string part = "run " + std::to_string(i) + "/" + std::to_string(run) + " ";
-            out.require(text->addRun(part.c_str(), font));
-            all += part;
-        }
-        out.require(sheet.writeRichText(i, 2, text, nullptr));
-        out.expect(i, 2, 's', all);
-    }
+    const auto fontOf = [](auto& text, int run) {
+        Font* const font = text.addFont(nullptr);
+        font->setBold(run % 2 == 1);
+        font->setSize(10 + run);
+        return font;
+    };
+    for (row = 0; row < 500; ++row) listRichText(book, out, row, 2, fontOf);
     out.sheet("\xC3\x84\xE4\xB8\xAD");
     out.text(0, 0, "a sheet with another name");
 }
@@ -204,24 +123,8 @@ void kinds(Book& book, Writer& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const struct {
-        const char* name;
-        void (*make)(Book&, Writer&);
-    } makers[] = {{"formats", formats}, {"strings", strings}, {"rows", rows}, {"columns", columns}, {"kinds", kinds}};
-    for (const auto& maker : makers) {
-        if (argc != 3 || std::strcmp(argv[1], maker.name) != 0) continue;
-        try {
-            const std::unique_ptr<Book, Release> book(vellum::vlCreateXMLBook<char>());
-            book->setLocale("UTF-8");
-            Writer out(*book);
-            maker.make(*book, out);
-            out.require(book->saveFile(argv[2], false));
-            return 0;
-        } catch (const std::exception& e) {
-            std::fprintf(stderr, "%s\n", e.what());
-            return 1;
-        }
-    }
-    std::fputs("usage: make_xlsx_book formats|strings|rows|columns|kinds OUT\n", stderr);
-    return 2;
+    constexpr Maker makers[] = {
+        {"formats", formats}, {"strings", strings}, {"rows", rows}, {"columns", columns}, {"kinds", kinds}};
+    return runMaker(makers, cli::BookPtr(vellum::vlCreateXMLBook<char>()), argc, argv,
+                    "usage: make_xlsx_book formats|strings|rows|columns|kinds OUT\n");
 }

@@ -6,10 +6,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "cli/workbook/book_file.h"
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
@@ -19,10 +19,7 @@ namespace {
 using Book = vellum::IBookT<char>;
 using Sheet = vellum::ISheetT<char>;
 
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-using BookPtr = std::unique_ptr<Book, Release>;
+using cli::BookPtr;
 
 class Maker {
 public:

@@ -8,10 +8,10 @@
 #include <cstring>
 #include <fstream>
 #include <functional>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "cli/workbook/book_file.h"
 #include "engine/api/ibook.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
@@ -22,10 +22,7 @@ namespace {
 using Book = vellum::IBookT<char>;
 using Sheet = vellum::ISheetT<char>;
 
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-using BookPtr = std::unique_ptr<Book, Release>;
+using cli::BookPtr;
 
 constexpr unsigned char png[] = {0x89, 'P', 'N', 'G', 13, 10, 26, 10, 0,  0, 0, 13, 'I', 'H', 'D',
                                  'R',  0,   0,   0,   32, 0,  0,  0,  16, 8, 2, 0,  0,   0};
