@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,10 +21,6 @@ namespace {
 
 using Book = vellum::IBookT<char>;
 using Sheet = vellum::ISheetT<char>;
-
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
 
 constexpr int columns = 10;
 
@@ -76,9 +71,8 @@ std::string imagePath(const std::string& folder, int number) {
     return folder + "/" + std::to_string(number) + ".png";
 }
 
-std::unique_ptr<Book, Release> newBook(const std::string& out) {
-    std::unique_ptr<Book, Release> book(out.ends_with(".xlsx") ? vellum::vlCreateXMLBook<char>()
-                                                               : vellum::vlCreateBook<char>());
+cli::BookPtr newBook(const std::string& out) {
+    cli::BookPtr book(out.ends_with(".xlsx") ? vellum::vlCreateXMLBook<char>() : vellum::vlCreateBook<char>());
     book->setLocale("UTF-8");
     return book;
 }

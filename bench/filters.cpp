@@ -1,44 +1,22 @@
 // Times of filters, names, links, rules and function names, each beside what bounds it: bench_filters
 #include <cstdio>
-#include <ctime>
-#include <memory>
 #include <string>
 
+#include "bench/new_book.h"
 #include "engine/api/enums.h"
 #include "engine/api/iautofilter.h"
-#include "engine/api/ibook.h"
 #include "engine/api/ifiltercolumn.h"
 #include "engine/api/isheet.h"
-#include "engine/factories/factories.h"
 
 namespace {
 
-using Book = vellum::IBookT<char>;
+using bench::newBook;
+using bench::seconds;
+using bench::tell;
+using cli::BookPtr;
 using Sheet = vellum::ISheetT<char>;
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-using BookPtr = std::unique_ptr<Book, Release>;
 
 constexpr int rows = 1'000'000, columns = 4;
-
-template <class Work>
-double seconds(Work&& work) {
-    const std::clock_t begin = std::clock();
-    work();
-    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
-
-void tell(const char* what, double took, double against) {
-    std::printf("%-44s %8.4f s  %6.2f times\n", what, took, against > 0 ? took / against : 1.0);
-}
-
-BookPtr newBook() {
-    BookPtr book(vellum::vlCreateXMLBook<char>());
-    book->setLocale("UTF-8");
-    book->addSheet("S");
-    return book;
-}
 
 /// A well spread number for each cell.
 unsigned spread(int row, int col) {
@@ -69,7 +47,7 @@ double visit(Sheet& sheet) {
 }
 
 void filters() {
-    const BookPtr book = newBook();
+    const BookPtr book = newBook(false);
     Sheet& sheet = *book->getSheet(0);
     fill(sheet);
     const double visited = visit(sheet);
@@ -89,7 +67,7 @@ template <class Work>
 void growth(const char* what, Work&& work) {
     constexpr int few = 1000, many = 10'000;
     const auto time = [&](int count) {
-        const BookPtr book = newBook();
+        const BookPtr book = newBook(false);
         Sheet& sheet = *book->getSheet(0);
         return seconds([&] {
             for (int i = 0; i < count; ++i) work(sheet, i);
@@ -102,7 +80,7 @@ void growth(const char* what, Work&& work) {
 
 void functionNames() {
     const auto write = [](const char* head) {
-        const BookPtr book = newBook();
+        const BookPtr book = newBook(false);
         Sheet& sheet = *book->getSheet(0);
         return seconds([&] {
             for (int row = 0; row < 200'000; ++row) {

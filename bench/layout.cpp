@@ -1,42 +1,20 @@
 // Times of operations on the layout of sheets, beside a walk over the same cells: bench_layout [xls|xlsx]
 #include <cstdio>
 #include <cstring>
-#include <ctime>
-#include <memory>
 #include <string>
 
+#include "bench/new_book.h"
 #include "engine/api/enums.h"
-#include "engine/api/ibook.h"
 #include "engine/api/iformat.h"
 #include "engine/api/isheet.h"
-#include "engine/factories/factories.h"
 
 namespace {
 
-using Book = vellum::IBookT<char>;
+using bench::newBook;
+using bench::seconds;
+using bench::tell;
+using cli::BookPtr;
 using Sheet = vellum::ISheetT<char>;
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-using BookPtr = std::unique_ptr<Book, Release>;
-
-template <class Work>
-double seconds(Work&& work) {
-    const std::clock_t begin = std::clock();
-    work();
-    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
-
-void tell(const char* what, double took, double against) {
-    std::printf("%-44s %8.4f s  %6.2f times\n", what, took, against > 0 ? took / against : 1.0);
-}
-
-BookPtr newBook(bool binary) {
-    BookPtr book(binary ? vellum::vlCreateBook<char>() : vellum::vlCreateXMLBook<char>());
-    book->setLocale("UTF-8");
-    book->addSheet("S");
-    return book;
-}
 
 long walk(Sheet& sheet) {
     auto* const cells = dynamic_cast<vellum::ISheetCells*>(&sheet);

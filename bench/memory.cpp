@@ -1,5 +1,5 @@
-// bench_memory [--json FILE]: bytes that a cell of each kind takes in a book, its share of the row included: what the
-// allocator has in use and in maps of its own after 200,000 cells in ten columns, less what it had before.
+// bench_memory [--json FILE]: bytes that a cell of each kind takes in a book, its share of the row included: how much
+// more memory of the process is resident after 200,000 cells in ten columns than before.
 #include <malloc.h>
 
 #include <unistd.h>

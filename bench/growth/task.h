@@ -1,10 +1,10 @@
 // What bench_growth repeats: operations of books, sheets, formats, texts and drivers.
 #pragma once
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "cli/workbook/book_file.h"
 #include "engine/api/ibook.h"
 #include "engine/api/ifont.h"
 #include "engine/api/iformat.h"
@@ -17,17 +17,13 @@ using Book = vellum::IBookT<char>;
 using Sheet = vellum::ISheetT<char>;
 using Format = vellum::IFormatT<char>;
 
-struct Release {
-    void operator()(Book* book) const { book->release(); }
-};
-
 /// A new book with one sheet, and what a task keeps beside it.
 struct World {
     World(bool isBinary, int stepCount);
 
     bool binary;
     int steps;
-    std::unique_ptr<Book, Release> book;
+    cli::BookPtr book;
     Sheet* sheet;
     std::vector<Format*> formats;
     std::vector<int> ids;
