@@ -1,10 +1,9 @@
 #include "host/sources/csv_load.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
+#include "host/interface/c_memory.h"
 #include "host/interface/driver_messages.h"
 #include "host/interface/host.h"
 #include "host/sources/csv_scan.h"
@@ -16,17 +15,6 @@ namespace {
 
 constexpr long streamBlock = 1 << 18;  // bytes asked of the host at a time
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <class T>
-using Memory = std::unique_ptr<T[], Free>;
-
-template <class T>
-Memory<T> allocate(std::size_t count) {
-    return Memory<T>(static_cast<T*>(std::malloc(count * sizeof(T))));
-}
-
 /// The state machine of a csv text. Fields that lie whole in a stream block go from mark to mark of its scan and are
 /// typed where they stand; what crosses its end, holds a NUL, or goes on behind a closing quote is gathered in the
 /// line buffer one character at a time.
@@ -36,13 +24,12 @@ public:
         : _scan(separatesPlainly(table.fieldSep) ? scan : nullptr), _table(table), _allText(allText) {}
 
     bool run() {
-        _block = allocate<char>(streamBlock + 1 + scanSlack);
-        _marks = allocate<std::uint32_t>(streamBlock + 1);
+        _block = allocateArray<char>(streamBlock + 1 + scanSlack);
+        _marks = allocateArray<std::uint32_t>(streamBlock + 1);
         if (!_block || !_marks) {
             hostApi().hostError(_table.hostContext, msg::storeOutOfMemory);
             return false;
         }
-        std::memset(_block.get() + streamBlock, 0, 1 + scanSlack);
         for (;;) {
             if (_at == _end && !refill()) return false;
             if (_at == _end) return endStretch();  // all texts were kept before the last read
@@ -292,8 +279,8 @@ private:
     CsvTexts::Arriving _arriving[2 * columnsPerBlock];
     int _arrivingCount = 0;
     int _placedCount = 0;  // of those, whose texts a block wants; the others are wanted by the stretch
-    Memory<char> _block;
-    Memory<std::uint32_t> _marks;
+    CArray<char> _block;
+    CArray<std::uint32_t> _marks;
     char* _at = nullptr;
     char* _end = nullptr;
     const std::uint32_t* _mark = nullptr;  // the first at or behind _at
