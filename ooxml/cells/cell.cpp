@@ -154,6 +154,7 @@ template <class Family>
 void c_CT_Cell<Family>::setText(std::string_view utf8) {
     if (Rare* const rest = rareOrNull()) {
         rest->text = std::string(utf8);
+        if (rest->extras) rest->extras->isBlankAsRead = false;
         _bits |= valuePresent;
         return;
     }

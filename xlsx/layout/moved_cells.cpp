@@ -104,10 +104,11 @@ template <class Tag>
 void MovedCells<Tag>::moveRows(const CellMove& move) {
     auto row = _rows.firstFrom(move.first);
     if (!move.isInsert) row = _rows.erase(row, _rows.firstFrom(move.last + 1));
-    const std::uint32_t count = move.isInsert ? move.count() : 0 - move.count();
+    const std::int64_t count = move.isInsert ? std::int64_t{move.count()} : -std::int64_t{move.count()};
     for (; row != _rows.end(); ++row) {
-        row->r(row->r() + count);
-        if (row->r() > sheetRows) break;
+        const std::int64_t number = row->r() + count;  // a file may number rows up to the last of 32 bits
+        if (number > sheetRows) break;
+        row->r(static_cast<std::uint32_t>(number));
         for (Cell& cell : row->c()) cell.setReference(row->r() - 1, cell.column());
     }
     _rows.erase(row, _rows.end());

@@ -14,7 +14,13 @@ auto PartMap::findIgnoringCase(std::string_view path) -> iterator {
 
 void PartMap::insert_or_assign(const std::string& path, std::unique_ptr<XFile> part) {
     const auto [place, isNew] = _parts.insert_or_assign(path, std::move(part));
-    if (isNew) _inAnyCase.emplace(place->first, place);
+    if (!isNew) return;
+    try {
+        _inAnyCase.emplace(place->first, place);
+    } catch (...) {
+        _parts.erase(place);
+        throw;
+    }
 }
 
 auto PartMap::erase(iterator part) -> iterator {

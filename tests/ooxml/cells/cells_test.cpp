@@ -71,7 +71,9 @@ TEST(Cells, EachFormOfWriting) {
 }
 
 TEST(Cells, ABlankIsANoBreakSpaceUnlessItWasRead) {
-    const std::string text = sheetText(row("<c r=\"A1\"><v> </v></c><c r=\"B1\"><v>1</v></c><c r=\"C1\"><v> </v></c>"));
+    const std::string text =
+        sheetText(row("<c r=\"A1\"><v> </v></c><c r=\"B1\"><v>1</v></c><c r=\"C1\"><v> </v></c>"
+                      "<c r=\"D1\" t=\"str\"><f>E1</f><v> </v></c>"));
     sheet::c_worksheet root;
     Reader reader(text);
     ASSERT_EQ(root.unmarshal(reader), 0);
@@ -79,9 +81,11 @@ TEST(Cells, ABlankIsANoBreakSpaceUnlessItWasRead) {
     cells[1].setText(" ");
     cells[2].clearContent();
     cells[2].setText(" ");
+    cells[3].setText(" ");  // beside its formula
     bindery::c_keeping_writer writer;
     ASSERT_EQ(root.marshal(writer), 0);
-    EXPECT_NE(writer.buffer().find("<v> </v></c><c r=\"B1\"><v>&#160;</v></c><c r=\"C1\"><v>&#160;</v></c>"),
+    EXPECT_NE(writer.buffer().find("<v> </v></c><c r=\"B1\"><v>&#160;</v></c><c r=\"C1\"><v>&#160;</v></c>"
+                                   "<c r=\"D1\" t=\"str\"><f>E1</f><v>&#160;</v></c>"),
               std::string::npos);
 }
 

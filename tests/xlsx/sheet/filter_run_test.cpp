@@ -220,6 +220,30 @@ TEST(FilterSorts, FormulasAndTheirGroups) {
     EXPECT_EQ(sheet->readNumber(1, 0, nullptr), 1);  // only an application knows that order
 }
 
+/// A file may number a row far behind the sheet: an insertion in front does not bring it back around, which would leave
+/// the rows out of order for whoever looks for one.
+TEST(Filters, JudgeRowsInOrderWhateverTheFileNumbers) {
+    constexpr int count = 300;
+    std::string rows;
+    for (int row = 1; row <= count; ++row) {
+        const std::string number = std::to_string(row);
+        rows += "<row r=\"" + number + "\"><c r=\"A" + number + "\"><v>" + number + "</v></c></row>";
+    }
+    TestSheet sheet(rows + R"(<row r="4294967295" ht="20"/>)");
+    sheet.book.workbook().sheets().sheet().append().name(L"S");
+    ASSERT_TRUE(sheet->insertRows(0, 1, false)) << sheet.error();
+    auto* const filter = sheet->filterObject();
+    ASSERT_TRUE(filter->setFilterRange(2, count + 1, 0, 0));
+    ASSERT_TRUE(filter->filterColumn(0)->addValueFilter("7"));
+    ASSERT_TRUE(sheet->applyFilter()) << sheet.error();
+    std::uint32_t last = 2;
+    for (const auto& row : sheet->root().sheetData().row()) {
+        EXPECT_EQ(row.r(), ++last);
+        EXPECT_EQ(row.hidden(), row.r() != 3 && row.r() != 9) << row.r();
+    }
+    EXPECT_EQ(last, count + 2U);
+}
+
 TEST(Filters, ThatWereNeverFilledAreNotWritten) {
     TestSheet sheet("");
     sheet.book.workbook().sheets().sheet().append().name(L"S");
