@@ -16,11 +16,14 @@ Workbooks themselves, cell by cell or area by area, with their formulas, names, 
 ...     book["Demand"].values("A2:C9")
 ...     book.save()
 """
-from ._book import Book, BookError, Cell, CellError, Format, Hyperlink, Name, Picture, PlacedPicture, Sheet, Table, open
+from ._book import Book, BookError, Format, open
+from ._cell import Cell
 from ._containers import ArrayData, ListData, ScalarData, SetData
 from ._errors import StatementError, StatementWarning
+from ._objects import CellError, Hyperlink, Name, Picture, PlacedPicture, Table
 from ._quillet import ModuleError
 from ._session import Data, Session, Source, into
+from ._sheet import Sheet
 from ._specs import Array, Arrays, Frame, List, Range, Scalar, Set
 from ._types import Alias, Record
 from ._writing import to
