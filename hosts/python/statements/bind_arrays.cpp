@@ -27,9 +27,9 @@ std::optional<std::vector<int>> tupleOf(Container& self, py::handle key) {
     if (PyTuple_Check(key.ptr()) && PyTuple_GET_SIZE(key.ptr()) != dims) return std::nullopt;
     const py::tuple parts = partsOf(key, dims);
     std::vector<int> tuple;
-    for (int d = 0; d < dims; ++d) {
-        const auto index =
-            self.find(*arrayOf(self.read()).sets()[static_cast<std::size_t>(d)], parts[static_cast<std::size_t>(d)]);
+    for (std::size_t d = 0; d < parts.size(); ++d) {
+        const ContainerPtr set = self.sets()[d];  // alive, whatever the key's code does
+        const auto index = self.find(setOf(set->read()), parts[d]);
         if (!index) return std::nullopt;
         tuple.push_back(*index);
     }
@@ -38,6 +38,7 @@ std::optional<std::vector<int>> tupleOf(Container& self, py::handle key) {
 
 py::object get(Container& self, py::handle key) {
     const auto tuple = tupleOf(self, key);
+    const Container::Pin pin(self);  // records within records are made by Python's code
     Array& array = arrayOf(self.read());
     if (!tuple || !array.exists(tuple->data())) {
         PyErr_SetObject(PyExc_KeyError, key.ptr());

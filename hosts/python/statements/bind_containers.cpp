@@ -4,6 +4,7 @@ namespace pyhost {
 namespace {
 
 py::object scalarValue(Container& self) {
+    const Container::Pin pin(self);
     const refhost::Variable& variable = self.read();
     if (variable.form != refhost::Form::scalar) throw py::type_error("this is no scalar");
     return self.core()->maker().make(variable.elementType(), variable.value);

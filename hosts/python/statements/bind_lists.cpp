@@ -30,7 +30,7 @@ void appendContainer(Container& self, const ContainerPtr& item) {
     const bool scalar = variable.form == refhost::Form::scalar;
     const HostValue slot = scalar ? variable.value : variable.slot();
     if (!listOf(self.change()).append(variable.word(), slot)) throw py::type_error("the list does not take this");
-    self.items().push_back(item);
+    self.addItem(item);
 }
 
 /// Numbers of an array of NumPy, of any strides, in one go.

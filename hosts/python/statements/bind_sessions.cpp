@@ -21,9 +21,7 @@ public:
                 container->read();
                 continue;
             }
-            container->change();
-            for (const ContainerPtr& set : container->sets()) set->change();
-            for (const ContainerPtr& item : container->items()) item->change();
+            changeAll(*container);
         }
         for (const auto& [label, container] : items) _transfer.push_back({&container->enter(), label});
     }
@@ -35,6 +33,13 @@ public:
     const std::vector<refhost::TransferItem>& items() const { return _transfer; }
 
 private:
+    /// Refuses what something still looks at: the container, its index sets, and what a list of arrays holds.
+    static void changeAll(const Container& container) {
+        container.change();
+        for (const ContainerPtr& set : container.sets()) set->change();
+        for (const ContainerPtr& item : container.items()) changeAll(*item);
+    }
+
     const std::vector<Labelled>& _items;
     std::vector<refhost::TransferItem> _transfer;
 };

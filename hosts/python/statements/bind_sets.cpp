@@ -27,6 +27,7 @@ py::list elements(Container& self) {
 }
 
 py::object element(Container& self, int place) {
+    const Container::Pin pin(self);
     const Set& set = setOf(self.read());
     if (place < 0 || place >= set.size()) throw py::index_error("the set has no element of this number");
     return self.core()->maker().make(set.elementType(), set.element(set.first() + place));

@@ -21,8 +21,9 @@ ContainerPtr Container::set(const SessionCorePtr& core, HostType type, bool dyna
 }
 
 ContainerPtr Container::range(const SessionCorePtr& core, int first, int last, bool dynamic) {
-    return made(core,
-                refhost::Variable::ofSet("", std::make_unique<refhost::Set>(core->types(), first, last, dynamic)));
+    auto set = std::make_unique<refhost::Set>(core->types(), first, last, dynamic);
+    if (first <= last && set->size() == 0) throw py::value_error("a range has less than 2**31 - 1 integers");
+    return made(core, refhost::Variable::ofSet("", std::move(set)));
 }
 
 ContainerPtr Container::list(const SessionCorePtr& core, HostType word, bool dynamic) {

@@ -42,7 +42,8 @@ public:
 
     const SessionCorePtr& core() const { return _core; }
     const std::vector<ContainerPtr>& sets() const { return _sets; }
-    std::vector<ContainerPtr>& items() { return _items; }
+    const std::vector<ContainerPtr>& items() const { return _items; }
+    void addItem(ContainerPtr item) { _items.push_back(std::move(item)); }
     HostType elementType() const { return _variable->elementType(); }
     refhost::Form form() const { return _variable->form; }
     refhost::TextArena& texts() { return _texts; }
