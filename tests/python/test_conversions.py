@@ -71,6 +71,7 @@ def test_values_that_fit(session, type_, value, expected):
     (DATE, "2024-03-01", TypeError), (DATE, 45000, TypeError),
     (DATE, datetime.datetime(2024, 3, 1, tzinfo=UTC), ValueError), (DATE, datetime.time(1, 2, tzinfo=UTC), ValueError),
     (DATE, np.datetime64("20000-01-01"), ValueError), (DATE, np.datetime64("-0500-01-01"), ValueError),
+    (DATE, np.datetime64(2**62, "s"), ValueError), (DATE, np.datetime64(300_000, "Y"), ValueError),
     (object, "\udfff", UnicodeEncodeError), (object, "\0", ValueError), (object, b"x", TypeError),
     (object, 2**53 + 1, OverflowError), (object, object(), TypeError), (object, [1], TypeError),
     (Record(a=int, b=str), (1,), ValueError), (Record(a=int, b=str), {"a": 1}, KeyError),
@@ -138,6 +139,22 @@ def test_matrices(session):
         back = session.new(Array((Range(1, 2), Range(1, 3)), kind, dynamic=False))
         session.read("xlsx:noindex;m.xlsx", x=into(back, "[S$A1:C2]"))
         assert (back.to_grid() == matrix).all()
+
+
+def test_masked_arrays_have_empty_places(session, tmp_path):
+    days = np.array(["2024-03-01", "2024-03-02T08:30"], dtype="M8[ns]")
+    for values, expected in ((np.array([1.5, 2]), [1.5, None]), (np.array([2**40, 1]), [2.0**40, None]),
+                             (days, ["2024-03-01T00:00:00", ""]), (np.array(["a", "b"]), ["a", ""])):
+        masked = np.ma.array(values, mask=[False, True])
+        for written in (masked, np.ma.stack([masked]).T):
+            session.write("xlsx:m.xlsx", to("[S$A1:A2]", np.array(["x", "x"])), to("[S$A1:A2]", written))
+            with quillet.open(tmp_path / "m.xlsx") as book:
+                assert [book["S"][cell].value for cell in ("A1", "A2")] == expected
+    moments = np.stack([days, days[::-1]])
+    session.write("csv:d.csv", to("[A1:B2]", moments))
+    back = session.new(Array((Range(1, 2), Range(1, 2)), DATE, dynamic=False))
+    session.read("csv:noindex;d.csv", x=into(back, "[A1:B2]"))
+    assert (back.to_grid() == moments.astype("M8[ms]")).all()
 
 
 @pytest.mark.parametrize("value, error", [
@@ -307,7 +324,8 @@ def test_arguments_of_wrong_kinds(session):
     with pytest.raises(ValueError):
         session.write("csv:out.csv", to("[A1]\0", 1))
     for make in (lambda: Record(), lambda: Array((), float), lambda: quillet.Session(contexts=0),
-                 lambda: session.context(2), lambda: session.context(0)):
+                 lambda: session.context(2), lambda: session.context(0),
+                 lambda: session.new(Range(-2**31, 2**31 - 1))):
         with pytest.raises(ValueError):
             make()
     with pytest.raises(quillet.ModuleError):

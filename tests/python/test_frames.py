@@ -98,7 +98,7 @@ def test_containers_as_tables(session, csv):
     (pd.DataFrame({"a": [2**53 + 1]}), OverflowError), (pd.DataFrame({"a": [object()]}), TypeError),
     (pd.DataFrame([[1, 2]], columns=["a", "a"]), ValueError), (pd.DataFrame({"a\0": [1]}), ValueError),
     (pd.DataFrame({"a": ["\ud800", "b"]}), UnicodeEncodeError), (pd.DataFrame({"a": pd.period_range("2024", periods=1)}), TypeError),
-    (pd.Series([1, object()]), TypeError),
+    (pd.Series([1, object()]), TypeError), (pd.Series([1, 2], index=["a", "a"]), ValueError),
 ])
 def test_tables_that_do_not_fit(session, tmp_path, table, error):
     with pytest.raises(error):

@@ -60,7 +60,13 @@ def container_of(session: Any, item: To) -> Tuple[Optional[str], Any]:
     if _frames.is_frame(value):
         return _frame(session, item.label, value)
     if _frames.is_series(value):
+        if not value.index.is_unique:
+            raise ValueError("an index of a Series that is written has no label twice")
         return item.label, _mapping(session, value.to_dict(), item.type)
+    if isinstance(value, np.ma.MaskedArray) and value.dtype.names is None:
+        plain = np.empty(value.size, dtype=object)
+        plain[:] = _elements(value.ravel())
+        return _numpy(session, item, plain.reshape(value.shape))
     if isinstance(value, np.ndarray):
         return _numpy(session, item, value)
     if isinstance(item.type, Record) and _is_row(item.type, value):
@@ -150,10 +156,11 @@ def _numpy(session: Any, item: To, value: np.ndarray) -> Tuple[Optional[str], An
     label = "noindex;" + (item.label or "")
     if item.type is None and value.ndim == 2 and value.dtype.kind in "fiu":
         made = native.Container.array(session._core, sets, native.TYPE_REAL, False)
-        made.array_fill_matrix(_exact(value), False)
+        made.array_fill_matrix(exact(value), False)
         return label, made
-    cells = value.tolist() if value.dtype.kind != "M" else value.astype("datetime64[us]").tolist()
-    flat = [(place, _cell(cells, place)) for place in np.ndindex(*value.shape)]
+    cells = value.tolist()
+    flat = [(place, value[place] if value.dtype.kind == "M" else _cell(cells, place))
+            for place in np.ndindex(*value.shape)]
     type_ = item.type if item.type is not None else infer([cell for _, cell in flat])
     made = native.Container.array(session._core, sets, session._types.number(type_), False)
     made.array_fill((tuple(i + 1 for i in place), cell) for place, cell in flat)
@@ -179,11 +186,17 @@ def _column(session: Any, value: np.ndarray, type_: Any) -> Any:
             return made
         if wanted is None:
             made = new_list(session, float, True)
-            made.list_extend_reals(_exact(value))
+            made.list_extend_reals(exact(value))
             return made
-    if value.dtype.kind == "M":
-        return _list(session, list(value), type_)
-    return _list(session, value.tolist(), type_)
+    return _list(session, _elements(value), type_)
+
+
+def _elements(value: np.ndarray) -> List[Any]:
+    """An array of one dimension as Python's values: moments as NumPy's, which are exact, and None for what is masked."""
+    cells = list(np.asarray(value)) if value.dtype.kind == "M" else np.asarray(value).tolist()
+    if isinstance(value, np.ma.MaskedArray):
+        return [None if hidden else cell for cell, hidden in zip(cells, np.ma.getmaskarray(value))]
+    return cells
 
 
 def fits_integers(value: np.ndarray) -> bool:
@@ -191,7 +204,7 @@ def fits_integers(value: np.ndarray) -> bool:
     return value.size == 0 or (int(value.min()) >= -2**31 and int(value.max()) < 2**31)
 
 
-def _exact(value: np.ndarray) -> np.ndarray:
+def exact(value: np.ndarray) -> np.ndarray:
     """Numbers as doubles; OverflowError for integers that are not exact."""
     if value.dtype.kind in "iu" and value.size and max(abs(int(value.min())), abs(int(value.max()))) > 2**53:
         raise OverflowError("an integer beyond 2**53 is not exact as a number of a sheet")
@@ -202,8 +215,7 @@ def _structured(session: Any, value: np.ndarray) -> Any:
     if value.ndim != 1:
         raise ValueError("an array of records has one dimension")
     assert value.dtype.names is not None
-    columns = [value[name].tolist() if value[name].dtype.kind != "M" else list(value[name])
-               for name in value.dtype.names]
+    columns = [_elements(value[name]) for name in value.dtype.names]
     record = Record(**{name: infer(column) for name, column in zip(value.dtype.names, columns)})
     made = new_list(session, record, True)
     made.list_extend(list(zip(*columns)))
@@ -213,12 +225,12 @@ def _structured(session: Any, value: np.ndarray) -> Any:
 def infer(values: Sequence[Any]) -> Any:
     """The element type for some values. Raises TypeError for what no sheet can hold."""
     kinds = {kind_of(value_type) for value_type in set(map(type, values))}
+    empty = None in kinds
     kinds.discard(None)
     if Record in kinds:
         if len(kinds) > 1:
             raise TypeError("records and other values have no type in common")
         return _record_type(values)
-    empty = any(value is None for value in values) or any(type(v).__name__ in _MISSING_NAMES for v in values)
     if not kinds:
         return object if empty else str
     if kinds == {int}:
@@ -327,7 +339,7 @@ def _cells(column: Any) -> Any:
         if kind == "b":
             return column.tolist()
         if kind in "fiu":
-            return _exact(column.to_numpy())
+            return exact(column.to_numpy())
         if kind in "mc":
             raise TypeError(f"a sheet has no place for '{column.dtype}'")
     values: List[Any] = column.astype(object).tolist()

@@ -2,22 +2,13 @@
 
 #include <datetime.h>
 
+#include <chrono>
 #include <string>
 
 namespace pyhost {
 namespace {
 
 constexpr std::uint32_t msPerSecond = 1000, msPerMinute = 60 * msPerSecond, msPerHour = 60 * msPerMinute;
-
-/// Days since 1970 of a day of the Gregorian calendar: eras of 400 years that begin in March.
-std::int64_t daysSinceEpoch(int year, int month, int day) {
-    const int y = month <= 2 ? year - 1 : year;
-    const int era = (y >= 0 ? y : y - 399) / 400;
-    const int yearOfEra = y - era * 400;
-    const int dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    const int dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return std::int64_t{era} * 146097 + dayOfEra - 719468;
-}
 
 std::uint32_t millisecondOf(int hour, int minute, int second, int microsecond) {
     return static_cast<std::uint32_t>(hour) * msPerHour + static_cast<std::uint32_t>(minute) * msPerMinute +
@@ -72,7 +63,10 @@ std::optional<refhost::Date> dateFrom(py::handle object) {
     }
     if (std::string_view(Py_TYPE(o)->tp_name) == "numpy.datetime64") {
         const py::object moment = object.attr("astype")("datetime64[us]").attr("item")();
-        if (!moment.is_none() && !PyDateTime_Check(moment.ptr()))
+        if (moment.is_none()) return refhost::Date{};
+        // Microseconds of years far off come out as those of other years.
+        const auto year = py::cast<std::int64_t>(object.attr("astype")("datetime64[Y]").attr("astype")("int64"));
+        if (year < 1 - 1970 || year > 9999 - 1970)
             throw py::value_error("this date lies outside of the years 1 to 9999");
         return dateFrom(moment);
     }
@@ -97,8 +91,10 @@ py::object pythonDate(const refhost::Date& date) {
 }
 
 std::int64_t epochMilliseconds(const refhost::Date& date) {
-    constexpr std::int64_t msPerDay = 24 * std::int64_t{msPerHour};
-    return daysSinceEpoch(date.year, date.month, date.day) * msPerDay + (date.hasTime ? date.millisecond : 0);
+    const std::chrono::year_month_day day{std::chrono::year(date.year), std::chrono::month(date.month),
+                                          std::chrono::day(date.day)};
+    return std::chrono::milliseconds(std::chrono::sys_days(day).time_since_epoch()).count() +
+           (date.hasTime ? date.millisecond : 0);
 }
 
 }  // namespace pyhost
