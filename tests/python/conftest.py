@@ -22,6 +22,7 @@ def csv(tmp_path):
 
 _MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"
 _OFFICE = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
+_STRICT = "http://purl.oclc.org/ooxml/"
 _PACKAGE = "http://schemas.openxmlformats.org/package/2006"
 _TYPE = "application/vnd.openxmlformats-officedocument.spreadsheetml"
 _PARTS = {
@@ -40,11 +41,13 @@ _PARTS = {
 
 @pytest.fixture
 def workbook(tmp_path):
-    """Writes a workbook with one sheet, S, made of these rows of XML."""
-    def write(name, rows):
+    """Writes a workbook with one sheet, S, made of these rows of XML; in the strict dialect on demand."""
+    def write(name, rows, strict=False):
+        sheet = f'<worksheet xmlns="{_MAIN}"><sheetData>{rows}</sheetData></worksheet>'
         with zipfile.ZipFile(tmp_path / name, "w") as package:
-            for part, content in _PARTS.items():
+            for part, content in [*_PARTS.items(), ("xl/worksheets/sheet1.xml", sheet)]:
+                if strict:
+                    content = content.replace(_MAIN, _STRICT + "spreadsheetml/main")
+                    content = content.replace(_OFFICE, _STRICT + "officeDocument/relationships")
                 package.writestr(part, content)
-            package.writestr("xl/worksheets/sheet1.xml",
-                             f'<worksheet xmlns="{_MAIN}"><sheetData>{rows}</sheetData></worksheet>')
     return write

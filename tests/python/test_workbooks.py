@@ -1,6 +1,7 @@
 """Workbooks themselves, of both kinds: what is written comes back after a save, and what is wrong is an exception."""
 import datetime
 import gc
+import math
 import struct
 import threading
 import zipfile
@@ -75,6 +76,23 @@ def test_errors_of_cells(workbook, tmp_path):
     sheet = quillet.open(tmp_path / "e.xlsx")[0]
     assert isinstance(sheet["A1"].value, CellError) and sheet["A1"].value == "#DIV/0!"
     assert sheet.values().tolist() == [["#DIV/0!", 2.0]]
+
+
+def test_dates_as_texts_that_python_has_or_has_not(workbook, tmp_path):
+    cells = zip("AB", ("2024-03-01", "0000-01-01"))
+    workbook("d.xlsx", '<row r="1">' + "".join(f'<c r="{c}1" t="d"><v>{text}</v></c>' for c, text in cells) + "</row>",
+             strict=True)
+    sheet = quillet.open(tmp_path / "d.xlsx")[0]
+    assert sheet.values().tolist() == [[datetime.date(2024, 3, 1), "0000-01-01"]]
+
+
+def test_a_look_that_changes_is_not_that_of_later_dates(kind):
+    book = Book(kind)
+    sheet = book.add_sheet("S")
+    sheet["A1"] = datetime.date(2024, 3, 1)
+    sheet["A1"].format.bold = True
+    sheet["A2"] = datetime.date(2024, 3, 2)
+    assert sheet["A1"].format.bold and not sheet["A2"].format.bold
 
 
 def test_sheets(kind, tmp_path):
@@ -219,7 +237,18 @@ def test_what_does_not_fit(kind):
                        (datetime.date(1066, 1, 1), ValueError)):
         with pytest.raises(error):
             sheet["A1"] = bad
-    assert sheet["A1"].value is None
+    for cells in (np.array([[1, np.inf]]), np.array([[2**53 + 1]]), [[1, math.inf]]):
+        with pytest.raises((ValueError, OverflowError)):
+            sheet.set_values("B1", cells)
+    for bad in (math.inf, b"x", datetime.date(2024, 3, 1), [1], 2**63 + 1, "\ud800"):
+        with pytest.raises((ValueError, TypeError, OverflowError)):
+            sheet["A1"].set_formula("1+1", bad)
+    sheet["Z1"].set_formula("1+1", np.float32(2))
+    assert sheet["A1"].value is None and sheet["A1"].formula is None and sheet["Z1"].value == 2
+    for area in ((5, 2, 0, 0), (0, 0, -1, 0), (-3, 5, 0, 0)):
+        for use in (sheet.values, sheet.formulas, sheet.clear):
+            with pytest.raises(ValueError):
+                use(area)
     for bad in ("", "A", "1", "A0", "AAAA1", "A1:", "A1:B2", "A1:C3:D4", "🙂1"):
         with pytest.raises(ValueError):
             sheet[bad]

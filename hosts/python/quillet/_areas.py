@@ -21,6 +21,11 @@ def corners_of(area: Area) -> Tuple[int, ...]:
     raise TypeError("an area is a text, (row, column), or (first row, last row, first column, last column)")
 
 
+def is_whole(corners: Tuple[int, ...]) -> bool:
+    """Whether an area is one of whole rows or columns."""
+    return corners[:2] == (0, 1048575) or corners[2:] == (0, 16383)
+
+
 def cell_of(cell: Area) -> Tuple[int, int]:
     """Row and column from 0; ValueError for more than one cell."""
     corners = corners_of(cell)

@@ -1,19 +1,24 @@
 """Worksheets."""
 from __future__ import annotations
 
+import decimal
 from typing import TYPE_CHECKING, Any, List, Optional, Tuple
 
 import numpy as np
 
-from ._areas import Area, cell_of, corners_of
+from ._areas import Area, cell_of, corners_of, is_whole
 from ._cell import Cell
 from ._objects import CellError, Hyperlink, PlacedPicture, Table
-from ._writing import columns_of
+from ._writing import columns_of, exact
 
 if TYPE_CHECKING:
     from ._book import Book
 
 _VISIBILITIES = ("visible", "hidden", "very hidden")
+
+
+def _is_nan(value: Any) -> bool:
+    return isinstance(value, (float, np.floating, decimal.Decimal)) and value != value
 
 
 class Sheet:
@@ -61,11 +66,11 @@ class Sheet:
         cell blank; formats stay."""
         row, column = cell_of(cell)
         if isinstance(values, np.ndarray) and values.ndim == 2 and values.dtype.kind in "fiu":
-            self._native.set_numbers(row, column, np.asarray(values, dtype=np.float64))
+            self._native.set_numbers(row, column, exact(values))
             return
         for i, line in enumerate(values):
             for j, value in enumerate(line):
-                self._native.set_value(row + i, column + j, None if value != value else value)
+                self._native.set_value(row + i, column + j, None if _is_nan(value) else value)
 
     def write_frame(self, cell: Area, frame: Any) -> None:
         """Writes a DataFrame of pandas with its header from a cell on: dates as dates in cells that show them, categories as
@@ -188,9 +193,7 @@ class Sheet:
         if area is None:
             return self._native.used_of((0, 2**31 - 1, 0, 2**31 - 1))
         corners = corners_of(area)
-        if isinstance(area, str) and (corners[1] == 1048575 or corners[3] == 16383):
-            return self._native.used_of(corners)
-        return corners
+        return self._native.used_of(corners) if isinstance(area, str) and is_whole(corners) else corners
 
     def __repr__(self) -> str:
         return f"<quillet sheet {self.name}>"

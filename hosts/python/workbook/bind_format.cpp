@@ -16,7 +16,7 @@ void formatProperty(Bound& bound, const char* name, const char* doc) {
     using Value = decltype((std::declval<Format&>().*Get)());
     bound.def_property(
         name, [](FormatHandle& self) { return (self.use().*Get)(); },
-        [](FormatHandle& self, Value value) { (self.use().*Set)(value); }, doc);
+        [](FormatHandle& self, Value value) { (self.change().*Set)(value); }, doc);
 }
 
 Font& fontOf(FormatHandle& self) {
@@ -29,7 +29,7 @@ Font& fontOf(FormatHandle& self) {
 Font& ownFont(FormatHandle& self) {
     Font* const made = self.book().use().newFont(&fontOf(self));
     self.book().check(made != nullptr);
-    self.book().check(self.use().setFont(made));
+    self.book().check(self.change().setFont(made));
     return *made;
 }
 
@@ -74,7 +74,7 @@ void bindLook(Bound& bound) {
         bound, "formula_hidden", "Whether the formula is hidden on a protected sheet.");
     bound.def_property(
         "rotation", [](FormatHandle& self) { return self.use().rotation(); },
-        [](FormatHandle& self, int rotation) { self.book().check(self.use().setRotation(rotation)); },
+        [](FormatHandle& self, int rotation) { self.book().check(self.change().setRotation(rotation)); },
         "Degrees up, 91 to 180 for 1 to 90 degrees down, 255 for letters one below the other.");
 }
 

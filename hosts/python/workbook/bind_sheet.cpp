@@ -2,7 +2,8 @@
 #include <pybind11/stl.h>
 
 #include <array>
-#include <optional>
+#include <cmath>
+#include <limits>
 
 #include "hosts/python/values/texts.h"
 #include "hosts/python/workbook/cell_values.h"
@@ -21,8 +22,11 @@ Corners cornersOf(const std::string& text) {
     return {area.rowFirst, area.rowLast, area.colFirst, area.colLast};
 }
 
-Area fromCorners(const Corners& corners) {
-    return {corners[0], corners[1], corners[2], corners[3]};
+/// An area, which may be empty as that of a sheet without cells is. Throws ValueError for one outside of all sheets.
+Area fromCorners(const Corners& c) {
+    if (c[0] < 0 || c[1] < c[0] - 1 || c[2] < 0 || c[3] < c[2] - 1)
+        throw py::value_error("an area ends behind its begin, and rows and columns count from 0");
+    return {c[0], c[1], c[2], c[3]};
 }
 
 Corners used(SheetHandle& self) {
@@ -46,6 +50,12 @@ py::array formulas(SheetHandle& self, const Corners& corners) {
 void setNumbers(SheetHandle& self, int row, int col, const py::array_t<double>& numbers) {
     Sheet& sheet = self.use();
     const auto view = numbers.unchecked<2>();
+    constexpr py::ssize_t most = std::numeric_limits<int>::max();
+    if (view.shape(0) > most - row || view.shape(1) > most - col)
+        throw py::value_error("these cells lie outside of the sheet");
+    for (py::ssize_t i = 0; i < view.shape(0); ++i)
+        for (py::ssize_t j = 0; j < view.shape(1); ++j)
+            if (std::isinf(view(i, j))) throw py::value_error("a cell holds no infinity and no not-a-number");
     for (py::ssize_t i = 0; i < view.shape(0); ++i)
         for (py::ssize_t j = 0; j < view.shape(1); ++j) {
             const int r = row + static_cast<int>(i), c = col + static_cast<int>(j);
@@ -61,22 +71,6 @@ py::object formula(SheetHandle& self, int row, int col) {
     const char* text = sheet.readFormula(row, col);
     self.book().check(text != nullptr);
     return pythonText(text);
-}
-
-/// With the value that readers show until they calculate; None for none.
-void setFormula(SheetHandle& self, int row, int col, const py::str& text, const py::object& value) {
-    const std::string words = plain(text);
-    Sheet& sheet = self.use();
-    bool done = false;
-    if (value.is_none())
-        done = sheet.writeFormula(row, col, words.c_str());
-    else if (py::isinstance<py::bool_>(value))
-        done = sheet.writeFormulaBoolean(row, col, words.c_str(), py::cast<bool>(value));
-    else if (py::isinstance<py::str>(value))
-        done = sheet.writeFormulaText(row, col, words.c_str(), plain(value).c_str());
-    else
-        done = sheet.writeFormulaNumber(row, col, words.c_str(), py::cast<double>(value));
-    self.book().check(done);
 }
 
 /// None for a cell without one.
@@ -151,7 +145,7 @@ void bindCells(Bound& bound) {
         .def("set_numbers", setNumbers)
         .def("formula", formula)
         .def("formulas", formulas)
-        .def("set_formula", setFormula)
+        .def("set_formula", setCellFormula)
         .def("format", format)
         .def("set_format",
              [](SheetHandle& self, int row, int col, FormatHandle& value) {
@@ -163,7 +157,8 @@ void bindCells(Bound& bound) {
         .def("remove_comment",
              [](SheetHandle& self, int row, int col) { self.book().check(self.use().removeComment(row, col)); })
         .def("clear", [](SheetHandle& self, const Corners& c) {
-            self.book().check(self.use().clearRange(c[0], c[1], c[2], c[3]));
+            const Area a = fromCorners(c);
+            self.book().check(self.use().clearRange(a.rowFirst, a.rowLast, a.colFirst, a.colLast));
         });
 }
 
@@ -208,7 +203,9 @@ void bindPlaced(Bound& bound) {
              [](SheetHandle& self, int index) { self.book().check(self.use().removePictureByIndex(index)); })
         .def("set_name_area",
              [](SheetHandle& self, const py::str& name, const Corners& c, int scope) {
-                 self.book().check(self.use().setNamedRangeByName(plain(name).c_str(), c[0], c[1], c[2], c[3], scope));
+                 const Area a = fromCorners(c);
+                 self.book().check(self.use().setNamedRangeByName(plain(name).c_str(), a.rowFirst, a.rowLast,
+                                                                  a.colFirst, a.colLast, scope));
              })
         .def("remove_name", [](SheetHandle& self, const py::str& name, int scope) {
             self.book().check(self.use().removeNamedRange(plain(name).c_str(), scope));

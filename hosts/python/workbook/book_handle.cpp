@@ -24,13 +24,17 @@ template <class Work>
 void BookHandle::unlocked(Work&& work) {
     Book& book = use();
     refusePinned();
+    struct Busy {
+        bool& busy;
+        explicit Busy(bool& flag) : busy(flag) { busy = true; }
+        ~Busy() { busy = false; }
+    };
     bool done = false;
-    _busy = true;
     {
+        const Busy busy(_busy);
         const py::gil_scoped_release released;
         done = work(book);
     }
-    _busy = false;
     check(done);
 }
 
@@ -145,6 +149,11 @@ int SheetHandle::index() {
 Format& FormatHandle::use() {
     _book->use();
     return *_format;
+}
+
+Format& FormatHandle::change() {
+    _book->forgetFormatsLike();
+    return use();
 }
 
 Format* FormatHandle::of(const BookHandle& other) {

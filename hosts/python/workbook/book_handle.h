@@ -77,6 +77,8 @@ public:
     /// A format as another one, null for none, but with a number format: the same one each time, since a workbook has
     /// room for few.
     Format* formatLike(Format* format, int numFormat);
+    /// Those that formatLike made may look otherwise now.
+    void forgetFormatsLike() { _formatsLike.clear(); }
     /// Throws BookError with the book's last text when an operation answered false.
     void check(bool done);
     /// The same for operations that answer a value: only their text tells of a failure.
@@ -118,6 +120,8 @@ class FormatHandle {
 public:
     FormatHandle(BookPtr book, Format* format) : _book(std::move(book)), _format(format) {}
     Format& use();
+    /// The same for a change of its look.
+    Format& change();
     BookHandle& book() { return *_book; }
     /// The format for a cell of a book; ValueError when it is another book's.
     Format* of(const BookHandle& book);

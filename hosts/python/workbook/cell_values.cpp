@@ -30,17 +30,23 @@ refhost::Date dateOf(Book& book, double number, bool& isDate) {
     return date;
 }
 
-/// A number in a date format. What Python has no date for, such as the 29th of February 1900, stays a number.
-py::object dateOrNumber(Book& book, double number) {
-    bool isDate = false;
-    const refhost::Date date = dateOf(book, number, isDate);
-    if (!isDate) return py::float_(number);
+/// A date, or what `otherwise()` gives where Python has none, as for the 29th of February 1900 and the year 0.
+template <class Otherwise>
+py::object dateOr(const refhost::Date& date, Otherwise&& otherwise) {
     try {
         return pythonDate(date);
     } catch (py::error_already_set& error) {
         if (!error.matches(PyExc_ValueError)) throw;
-        return py::float_(number);
+        return otherwise();
     }
+}
+
+/// A number in a date format.
+py::object dateOrNumber(Book& book, double number) {
+    bool isDate = false;
+    const refhost::Date date = dateOf(book, number, isDate);
+    if (!isDate) return py::float_(number);
+    return dateOr(date, [&]() -> py::object { return py::float_(number); });
 }
 
 py::object errorOf(Sheet& sheet, int row, int col, const py::object& errorClass) {
@@ -51,13 +57,11 @@ py::object errorOf(Sheet& sheet, int row, int col, const py::object& errorClass)
 py::object isoDate(Sheet& sheet, int row, int col) {
     const char* text = sheet.readString(row, col);
     if (text == nullptr) return py::none();
-    if (const auto date = refhost::parseDate(text)) return pythonDate(*date);
-    return pythonText(text);
+    const auto date = refhost::parseDate(text);
+    return date ? dateOr(*date, [&] { return pythonText(text); }) : pythonText(text);
 }
 
-py::array objectArray(const Area& area, std::vector<py::object>& cells) {
-    const std::vector<py::ssize_t> shape{static_cast<py::ssize_t>(area.rows()),
-                                         static_cast<py::ssize_t>(area.columns())};
+py::array objectArray(const std::vector<py::ssize_t>& shape, std::vector<py::object>& cells) {
     py::array made(py::dtype("O"), shape);
     auto** const out = static_cast<PyObject**>(made.mutable_data());
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -68,7 +72,7 @@ py::array objectArray(const Area& area, std::vector<py::object>& cells) {
     return made;
 }
 
-/// Visits the cells of an area that are there.
+/// Visits the cells of an area that are there, until `visit(row, col)` answers false.
 template <class Visit>
 void forEachCell(Sheet& sheet, const Area& area, Visit&& visit) {
     auto* const cells = dynamic_cast<vellum::ISheetCells*>(&sheet);
@@ -83,28 +87,37 @@ void forEachCell(Sheet& sheet, const Area& area, Visit&& visit) {
             col = area.colFirst;
             continue;
         }
-        visit(row, col);
+        if (!visit(row, col)) return;
         ++col;
     }
 }
 
-/// Which kinds of cells an area has, and its numbers.
+std::size_t placeIn(const Area& area, int row, int col) {
+    return static_cast<std::size_t>(row - area.rowFirst) * area.columns() +
+           static_cast<std::size_t>(col - area.colFirst);
+}
+
+std::vector<py::ssize_t> shapeOf(const Area& area) {
+    if (area.rows() > 0 && area.columns() > mostCells / area.rows()) throw std::bad_alloc();
+    return {static_cast<py::ssize_t>(area.rows()), static_cast<py::ssize_t>(area.columns())};
+}
+
+/// Which kinds of cells an area has. Its numbers, and booleans as numbers, as long as there are no others.
 struct Numbers {
-    std::vector<double> values;
+    py::array_t<double> values;
     bool numbers = false, others = false, booleans = false;
     std::size_t cells = 0;
 };
 
 Numbers numbersOf(Sheet& sheet, const Area& area, bool dates) {
-    Numbers found;
-    found.values.assign(area.rows() * area.columns(), std::numeric_limits<double>::quiet_NaN());
+    Numbers found{py::array_t<double>(shapeOf(area))};
+    double* const values = found.values.mutable_data();
+    std::fill_n(values, found.values.size(), std::numeric_limits<double>::quiet_NaN());
     forEachCell(sheet, area, [&](int row, int col) {
-        if (found.others) return;
         const int kind = sheet.cellType(row, col);
-        if (kind == vellum::cellEmpty || kind == vellum::cellBlank) return;
+        if (kind == vellum::cellEmpty || kind == vellum::cellBlank) return true;
         ++found.cells;
-        double& value = found.values[static_cast<std::size_t>(row - area.rowFirst) * area.columns() +
-                                     static_cast<std::size_t>(col - area.colFirst)];
+        double& value = values[placeIn(area, row, col)];
         if (kind == vellum::cellNumber && !(dates && sheet.isDate(row, col))) {
             value = sheet.readNumber(row, col);
             found.numbers = true;
@@ -114,6 +127,7 @@ Numbers numbersOf(Sheet& sheet, const Area& area, bool dates) {
         } else {
             found.others = true;
         }
+        return !found.others && !(found.numbers && found.booleans);
     });
     return found;
 }
@@ -132,6 +146,17 @@ bool writeDate(SheetHandle& handle, int row, int col, const refhost::Date& date)
     if (sheet.isDate(row, col)) return true;
     const int numFormat = !date.hasDate ? numFormatTime : date.hasTime ? numFormatMoment : numFormatDate;
     return sheet.setCellFormatAt(row, col, handle.book().formatLike(sheet.cellFormatAt(row, col), numFormat));
+}
+
+/// A value of the type `any`.
+MadeValue anyFrom(refhost::TextArena& texts, const py::object& value) {
+    static const refhost::TypeRegistry types;
+    return valueFrom(types, texts, hostTypeAny, value);
+}
+
+double finite(double number) {
+    if (!std::isfinite(number)) throw py::value_error("a cell holds no infinity and no not-a-number");
+    return number;
 }
 
 }  // namespace
@@ -170,9 +195,8 @@ py::object cellValue(SheetHandle& handle, int row, int col, bool dates, const py
 }
 
 void setCellValue(SheetHandle& handle, int row, int col, const py::object& value) {
-    static const refhost::TypeRegistry types;
     refhost::TextArena texts;
-    const MadeValue made = valueFrom(types, texts, hostTypeAny, value);
+    const MadeValue made = anyFrom(texts, value);
     const auto& any = static_cast<const refhost::UnionObject&>(*made.object);
     Sheet& sheet = handle.use();
     bool done = false;
@@ -184,8 +208,7 @@ void setCellValue(SheetHandle& handle, int row, int col, const py::object& value
             done = sheet.writeNumber(row, col, any.value.integer);
             break;
         case hostTypeReal:
-            if (!std::isfinite(any.value.real)) throw py::value_error("a cell holds no infinity and no not-a-number");
-            done = sheet.writeNumber(row, col, any.value.real);
+            done = sheet.writeNumber(row, col, finite(any.value.real));
             break;
         case hostTypeText:
             done = sheet.writeString(row, col, any.value.text);
@@ -199,43 +222,66 @@ void setCellValue(SheetHandle& handle, int row, int col, const py::object& value
     handle.book().check(done);
 }
 
+void setCellFormula(SheetHandle& handle, int row, int col, const py::str& text, const py::object& value) {
+    const std::string words(textOf(text));
+    refhost::TextArena texts;
+    const MadeValue made = anyFrom(texts, value);
+    const auto& any = static_cast<const refhost::UnionObject&>(*made.object);
+    Sheet& sheet = handle.use();
+    bool done = false;
+    switch (any.holds) {
+        case hostTypeAny:
+            done = sheet.writeFormula(row, col, words.c_str());
+            break;
+        case hostTypeInteger:
+            done = sheet.writeFormulaNumber(row, col, words.c_str(), any.value.integer);
+            break;
+        case hostTypeReal:
+            done = sheet.writeFormulaNumber(row, col, words.c_str(), finite(any.value.real));
+            break;
+        case hostTypeText:
+            done = sheet.writeFormulaText(row, col, words.c_str(), any.value.text);
+            break;
+        case hostTypeBoolean:
+            done = sheet.writeFormulaBoolean(row, col, words.c_str(), any.value.integer != 0);
+            break;
+        default:
+            throw py::type_error("a formula's value is a number, a text or a boolean");
+    }
+    handle.book().check(done);
+}
+
 py::array areaValues(SheetHandle& handle, const Area& area, bool dates, const py::object& errorClass) {
     const BookHandle::Pin pin(handle.book());
     Sheet& sheet = handle.use();
-    if (area.rows() > 0 && area.columns() > mostCells / area.rows()) throw std::bad_alloc();
-    const std::vector<py::ssize_t> shape{static_cast<py::ssize_t>(area.rows()),
-                                         static_cast<py::ssize_t>(area.columns())};
-    const Numbers found = numbersOf(sheet, area, dates);
-    if (!found.others && !found.booleans) {
-        py::array_t<double> made(shape);
-        std::copy(found.values.begin(), found.values.end(), made.mutable_data());
-        return made;
-    }
-    if (!found.others && !found.numbers && found.cells == found.values.size()) {
-        py::array_t<bool> made(shape);
-        std::transform(found.values.begin(), found.values.end(), made.mutable_data(),
+    Numbers found = numbersOf(sheet, area, dates);
+    if (!found.others && !found.booleans) return std::move(found.values);
+    const auto size = static_cast<std::size_t>(found.values.size());
+    if (!found.others && !found.numbers && found.cells == size) {
+        py::array_t<bool> made(shapeOf(area));
+        std::transform(found.values.data(), found.values.data() + size, made.mutable_data(),
                        [](double value) { return value != 0; });
         return made;
     }
-    std::vector<py::object> cells(area.rows() * area.columns());
+    found.values = {};
+    std::vector<py::object> cells(size);
     forEachCell(sheet, area, [&](int row, int col) {
-        cells[static_cast<std::size_t>(row - area.rowFirst) * area.columns() +
-              static_cast<std::size_t>(col - area.colFirst)] = cellValue(handle, row, col, dates, errorClass);
+        cells[placeIn(area, row, col)] = cellValue(handle, row, col, dates, errorClass);
+        return true;
     });
-    return objectArray(area, cells);
+    return objectArray(shapeOf(area), cells);
 }
 
 py::array areaFormulas(SheetHandle& handle, const Area& area) {
     const BookHandle::Pin pin(handle.book());
     Sheet& sheet = handle.use();
-    if (area.rows() > 0 && area.columns() > mostCells / area.rows()) throw std::bad_alloc();
+    const std::vector<py::ssize_t> shape = shapeOf(area);
     std::vector<py::object> cells(area.rows() * area.columns());
     forEachCell(sheet, area, [&](int row, int col) {
-        if (sheet.isFormulaCell(row, col))
-            cells[static_cast<std::size_t>(row - area.rowFirst) * area.columns() +
-                  static_cast<std::size_t>(col - area.colFirst)] = pythonText(sheet.readFormula(row, col));
+        if (sheet.isFormulaCell(row, col)) cells[placeIn(area, row, col)] = pythonText(sheet.readFormula(row, col));
+        return true;
     });
-    return objectArray(area, cells);
+    return objectArray(shape, cells);
 }
 
 }  // namespace pyhost

@@ -10,9 +10,14 @@ namespace pyhost {
 struct Area {
     int rowFirst = 0, rowLast = -1, colFirst = 0, colLast = -1;
 
-    std::size_t rows() const { return static_cast<std::size_t>(rowLast - rowFirst + 1); }
-    std::size_t columns() const { return static_cast<std::size_t>(colLast - colFirst + 1); }
+    std::size_t rows() const { return extent(rowFirst, rowLast); }
+    std::size_t columns() const { return extent(colFirst, colLast); }
     bool isEmpty() const { return rowLast < rowFirst || colLast < colFirst; }
+
+private:
+    static std::size_t extent(int first, int last) {
+        return last < first ? 0 : static_cast<std::size_t>(std::int64_t{last} - first + 1);
+    }
 };
 
 /// An area from the text "B2", "A1:C9", "A:C" or "2:5". Throws ValueError.
@@ -24,6 +29,9 @@ Area usedPart(Sheet& sheet, const Area& area);
 py::object cellValue(SheetHandle& handle, int row, int col, bool dates, const py::object& errorClass);
 /// Writes None as a blank cell, dates with a date format where the cell has none. Throws as valueFrom does.
 void setCellValue(SheetHandle& handle, int row, int col, const py::object& value);
+
+/// Writes a formula with the value that readers show until they calculate: a number, text or boolean, None for none.
+void setCellFormula(SheetHandle& handle, int row, int col, const py::str& text, const py::object& value);
 
 /// Two dimensions: float64 with not-a-number for empty cells when there are numbers alone, bool for booleans alone,
 /// otherwise objects.
