@@ -150,9 +150,12 @@ def test_failures_tell_messages_codes_and_counts(session, csv, tmp_path):
 def test_messages_of_statements_that_succeed_are_warnings(session, workbook, capfd):
     line = Record(a=float, b=float)
     workbook("e.xlsx", '<row r="1"><c r="A1" t="e"><v>#DIV/0!</v></c><c r="B1"><v>2</v></c></row>')
-    with pytest.warns(quillet.StatementWarning, match=r"\[R1C1\]"):
+    with pytest.warns(quillet.StatementWarning, match=r"\[R1C1\]") as warned:
         data = session.read("xlsx:e.xlsx", rows=List(line, "[S$A1:B1]"))
+        with session.open("xlsx:e.xlsx") as source:
+            source.read(self=List(line, "[S$A1:B1]"))
     assert list(data.rows) == [(0.0, 2.0)]
+    assert len(warned) == 2 and {warning.filename for warning in warned} == {__file__}
     assert capfd.readouterr() == ("", "")
 
 
@@ -165,6 +168,19 @@ def test_one_save_for_several_statements(session, tmp_path):
     with session.open("xlsx:plan.xlsx") as plan, pytest.raises(quillet.StatementError) as raised:
         plan.write(to("[S$A1]", 2.5))
     assert raised.value.driver == ((2, "file already open for reading only"),)
+
+
+def test_closing_a_session_closes_all_its_sources(session, tmp_path):
+    (tmp_path / "gone").mkdir()
+    sources = [session.open(f"csv:{name}.csv", update=True) for name in ("a", "gone/b", "c")]
+    for source in sources:
+        source.write(to("[A1]", 1))
+    (tmp_path / "gone" / "b.csv").unlink(missing_ok=True)
+    (tmp_path / "gone").rmdir()
+    with pytest.raises(quillet.StatementError):
+        session.close()
+    assert session.closed and all(source.closed for source in sources)
+    assert (tmp_path / "a.csv").read_text() == (tmp_path / "c.csv").read_text() == "1\n"
 
 
 def test_parameters_and_rules(session, csv, tmp_path):

@@ -1,7 +1,9 @@
 """Sessions: reading and writing files by statements."""
 from __future__ import annotations
 
+import contextlib
 import os
+import sys
 import types
 import warnings
 from typing import Any, Dict, Iterable, Iterator, List as ListOf, Optional, Tuple
@@ -176,11 +178,10 @@ class Session:
         read stays usable."""
         if self._shared.closed:
             return
-        try:
-            while self._shared.sources:
-                self._shared.sources[-1].close()
-        finally:
-            self._shared.closed = True
+        with contextlib.ExitStack() as closing:  # all of them, whatever one raises
+            closing.callback(setattr, self._shared, "closed", True)
+            for source in self._shared.sources:
+                closing.callback(source.close)
 
     @property
     def closed(self) -> bool:
@@ -205,12 +206,10 @@ class Session:
         return StatementError(source, told.messages, told.driver, told.host, told.status, told.counts, told.close)
 
     def _warn(self, told: "_Told") -> None:
-        for text in told.messages:
-            warnings.warn(text.rstrip("\n"), StatementWarning, stacklevel=3)
-        for code, text in told.driver:
-            warnings.warn(f"{text} ({code})", StatementWarning, stacklevel=3)
-        for text in told.host:
-            warnings.warn(text, StatementWarning, stacklevel=3)
+        texts = [text.rstrip("\n") for text in told.messages]
+        texts += [f"{text} ({code})" for code, text in told.driver]
+        for text in texts + list(told.host):
+            warnings.warn(text, StatementWarning, stacklevel=_caller())
 
 
 class Source:
@@ -219,7 +218,7 @@ class Source:
     def __init__(self, session: Session, source: str, opened: Any) -> None:
         self._session, self._source, self._opened = session, source, opened
 
-    def read(self, **items: Any) -> Data:
+    def read(self, /, **items: Any) -> Data:
         """Reads items, as :meth:`Session.read`."""
         self._check_open()
         return self._session.read(self._source, **items)
@@ -259,6 +258,14 @@ class Source:
 
     def __exit__(self, *raised: object) -> None:
         self.close()
+
+
+def _caller() -> int:
+    """How far up the stack the statement of whoever uses this package stands, for a warning of the calling function."""
+    frame, level = sys._getframe(1), 1
+    while frame.f_back is not None and frame.f_code.co_filename == __file__:
+        frame, level = frame.f_back, level + 1
+    return level
 
 
 class _Told:
