@@ -20,7 +20,10 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
-find_program(CCACHE_PROGRAM ccache)
+# Looked for once: with a compiler cache that is installed later every command differs, and all is built anew.
+if(NOT DEFINED CCACHE_PROGRAM)
+  find_program(CCACHE_PROGRAM ccache)
+endif()
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
