@@ -83,6 +83,15 @@ TEST(ForPeople, MessagesNameTheLine) {
         "line 4: cannot open 'none' for reading: No such file or directory\nline 4: 'csv:none' could not be opened\n");
 }
 
+TEST(ForPeople, NothingIsWrittenWhereTheCloseFails) {
+    const Told result = told("declare x : real = 5\nwrite \"xlsx:new.xlsx\" { x to \"A1\" }");
+    EXPECT_EQ(result.out, "");
+    EXPECT_TRUE(
+        result.err.ends_with("line 2: 1 of 1 item not done\n"
+                             "line 2: 'xlsx:new.xlsx' could not be closed: its data may be lost\n"))
+        << result.err;
+}
+
 TEST(ForPeople, TextsCannotLeaveTheirLine) {
     EXPECT_EQ(shownText("a\x1b[31m\r\xC2\x9B\xFFz"), "a\\x1b[31m\\r\\xc2\\x9b\\xffz");
     EXPECT_EQ(shownWidth("e\xCC\x81\xE2\x82\xAC"), 2u);

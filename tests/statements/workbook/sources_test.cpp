@@ -32,6 +32,21 @@ write 1 "SHEET: A new sheet cannot be added.\n" "SHEET: Invalid range or name no
 )s");
 }
 
+// The workbook cuts such a name: the first statement makes the sheet, and no later one finds it by the long name.
+TEST_P(Sources, ASheetNameThatIsTooLongWritesOnce) {
+    EXPECT_EQ(run(R"s(
+        declare x : real = 1
+        write "$D:t.$E" { x to "[A_name_of_more_than_31_characters$A1]" }
+        write "$D:t.$E" { x to "[A_name_of_more_than_31_characters$A1]" }
+        read "$D:t.$E" { x from "[A_name_of_more_than_31_characters$A1]" }
+        read "$D:t.$E" { x from "[A_name_of_more_than_31_characte$A1]" })s"),
+              R"s(write
+write 1 "SHEET: A new sheet cannot be added.\n" "SHEET: Invalid range or name not found.\n"
+read 1 [0] "SHEET: Sheet not found.\n" "SHEET: Invalid range or name not found.\n"
+read [1]
+)s");
+}
+
 // What a write whose close failed leaves behind.
 TEST_P(Sources, AnEmptyFileIsANewOne) {
     EXPECT_EQ(
