@@ -3,6 +3,7 @@
 option(QUILLET_TESTS "Build tests, fuzz targets, benchmarks and tools" ON)
 option(QUILLET_WERROR "Treat warnings as errors" OFF)
 option(QUILLET_FUZZ "Build the libFuzzer targets (clang) instead of their replay programs" OFF)
+option(QUILLET_PRECOMPILE "Precompile standard headers: quicker, but a compiler cache has little use of it" OFF)
 set(QUILLET_SANITIZE "" CACHE STRING "Value of -fsanitize= for all code, empty for none")
 
 set(CMAKE_CXX_STANDARD 20)
@@ -55,6 +56,20 @@ if(QUILLET_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# Headers of libraries that most sources use, compiled once for libraries and once for programs, whose code differs. A
+# source includes what it uses all the same: builds without this, and check-odr's is one, would not compile otherwise.
+if(QUILLET_PRECOMPILE)
+  add_library(quillet_std STATIC ${CMAKE_CURRENT_LIST_DIR}/empty.cpp)
+  target_precompile_headers(quillet_std PRIVATE ${CMAKE_CURRENT_LIST_DIR}/std.h)
+  target_link_libraries(quillet_std PRIVATE quillet_build)
+endif()
+if(QUILLET_PRECOMPILE AND QUILLET_TESTS)
+  find_package(GTest REQUIRED)
+  add_executable(quillet_test_std ${CMAKE_CURRENT_LIST_DIR}/empty.cpp)
+  target_precompile_headers(quillet_test_std PRIVATE ${CMAKE_CURRENT_LIST_DIR}/std.h <gmock/gmock.h> <gtest/gtest.h>)
+  target_link_libraries(quillet_test_std PRIVATE quillet_build GTest::gmock GTest::gtest_main)
+endif()
+
 # quillet_sources(VARIABLE folder...)
 #   The sources of folders of the calling directory: a new file needs no line here. A source that a file named
 #   "..._instances.cpp" includes is a piece of that one, which compiles a class template once for each form of it.
@@ -83,6 +98,9 @@ function(quillet_library name)
   add_library(${name} STATIC ${arg_SOURCES})
   target_link_libraries(${name} PUBLIC ${arg_DEPENDS} PRIVATE quillet_build)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  if(QUILLET_PRECOMPILE)
+    target_precompile_headers(${name} REUSE_FROM quillet_std)
+  endif()
 endfunction()
 
 # quillet_test(NAME SOURCES file... DEPENDS target... [ENVIRONMENT var=value...])
@@ -110,6 +128,9 @@ function(quillet_test name)
   endforeach()
   target_link_libraries(${name} PRIVATE quillet_build ${arg_DEPENDS} GTest::gmock GTest::gtest_main Threads::Threads)
   target_compile_options(${name} PRIVATE -Wno-conversion)
+  if(QUILLET_PRECOMPILE AND NOT arg_SOURCES MATCHES "\\.c(;|$)")
+    target_precompile_headers(${name} REUSE_FROM quillet_test_std)
+  endif()
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
                        PROPERTIES TIMEOUT 300 ENVIRONMENT "${arg_ENVIRONMENT}")
 endfunction()
