@@ -95,71 +95,73 @@ std::string firstEntry(const std::string& bytes) {
     }
 }
 
+const std::string longText = std::string(100000, 'x') + "y";
+
+const struct {
+    const char* what;
+    std::function<void(Archive&)> change;
+    std::string content;
+} takesEveryFormOfEntryCases[] = {
+    {"stored", [](Archive&) {}, "hello"},
+    {"with a comment", [](Archive& a) { a.comment = "PK\5\6 not the end"; }, "hello"},
+    {"with the end of another archive in its comment",
+     [](Archive& a) {
+         a.comment = "PK\5\6" + little(0, 4) + little(1, 2) + little(1, 2) + little(50, 4) + little(0, 4) +
+                     little(0, 2) + " and more";
+     },
+     "hello"},
+    {"with the end of an empty archive in its comment", [](Archive& a) { a.comment = "PK\5\6" + little(0, 18); },
+     "hello"},
+    {"behind a foreign head", [](Archive& a) { a.prefix = "#!/bin/sh\n"; }, "hello"},
+    {"with a data descriptor", [](Archive& a) { a.flags = 8; }, "hello"},
+    {"deflate",
+     [](Archive& a) {
+         a.method = 8;
+         a.content = longText;
+         a.store(deflated(longText));
+         a.uncompressedSize = static_cast<std::uint32_t>(longText.size());
+     },
+     longText},
+    {"bzip2",
+     [](Archive& a) {
+         a.method = 12;
+         a.content = longText;
+         a.store(bzip2(longText));
+         a.uncompressedSize = static_cast<std::uint32_t>(longText.size());
+     },
+     longText},
+    {"empty",
+     [](Archive& a) {
+         a.content = "";
+         a.store("");
+         a.uncompressedSize = 0;
+     },
+     ""},
+    {"empty, without the stream of its method",
+     [](Archive& a) {
+         a.method = 8;
+         a.content = "";
+         a.store("");
+         a.uncompressedSize = 0;
+     },
+     ""},
+    {"Zip64 sizes",
+     [](Archive& a) {
+         a.uncompressedSize = a.compressedSize = 0xFFFFFFFF;
+         a.entryExtra =
+             little(0x5455, 2) + little(1, 2) + "x" + little(1, 2) + little(16, 2) + little(5, 8) + little(5, 8);
+     },
+     "hello"},
+    {"Zip64 directory",
+     [](Archive& a) {
+         a.zip64 = true;
+         a.endEntries = 0xFFFF;
+     },
+     "hello"},
+};
+
 TEST(ZipReader, TakesEveryFormOfEntry) {
-    const std::string text = std::string(100000, 'x') + "y";
-    const struct {
-        const char* what;
-        std::function<void(Archive&)> change;
-        std::string content;
-    } cases[] = {
-        {"stored", [](Archive&) {}, "hello"},
-        {"with a comment", [](Archive& a) { a.comment = "PK\5\6 not the end"; }, "hello"},
-        {"with the end of another archive in its comment",
-         [](Archive& a) {
-             a.comment = "PK\5\6" + little(0, 4) + little(1, 2) + little(1, 2) + little(50, 4) + little(0, 4) +
-                         little(0, 2) + " and more";
-         },
-         "hello"},
-        {"with the end of an empty archive in its comment", [](Archive& a) { a.comment = "PK\5\6" + little(0, 18); },
-         "hello"},
-        {"behind a foreign head", [](Archive& a) { a.prefix = "#!/bin/sh\n"; }, "hello"},
-        {"with a data descriptor", [](Archive& a) { a.flags = 8; }, "hello"},
-        {"deflate",
-         [&](Archive& a) {
-             a.method = 8;
-             a.content = text;
-             a.store(deflated(text));
-             a.uncompressedSize = static_cast<std::uint32_t>(text.size());
-         },
-         text},
-        {"bzip2",
-         [&](Archive& a) {
-             a.method = 12;
-             a.content = text;
-             a.store(bzip2(text));
-             a.uncompressedSize = static_cast<std::uint32_t>(text.size());
-         },
-         text},
-        {"empty",
-         [](Archive& a) {
-             a.content = "";
-             a.store("");
-             a.uncompressedSize = 0;
-         },
-         ""},
-        {"empty, without the stream of its method",
-         [](Archive& a) {
-             a.method = 8;
-             a.content = "";
-             a.store("");
-             a.uncompressedSize = 0;
-         },
-         ""},
-        {"Zip64 sizes",
-         [](Archive& a) {
-             a.uncompressedSize = a.compressedSize = 0xFFFFFFFF;
-             a.entryExtra =
-                 little(0x5455, 2) + little(1, 2) + "x" + little(1, 2) + little(16, 2) + little(5, 8) + little(5, 8);
-         },
-         "hello"},
-        {"Zip64 directory",
-         [](Archive& a) {
-             a.zip64 = true;
-             a.endEntries = 0xFFFF;
-         },
-         "hello"},
-    };
-    for (const auto& c : cases) {
+    for (const auto& c : takesEveryFormOfEntryCases) {
         Archive archive;
         c.change(archive);
         EXPECT_EQ(firstEntry(archive.bytes()), c.content) << c.what;

@@ -178,80 +178,95 @@ TEST(Printing, ElementsAreCompleteAndKeepTheirOtherAttributes) {
     EXPECT_FALSE(plain->isLandscape());
 }
 
-template <class Tag>
-class Failures : public testing::Test {};
-using Dialects = testing::Types<excelNormal_tag, excelStrict_tag>;
-TYPED_TEST_SUITE(Failures, Dialects);
+const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
 
-TYPED_TEST(Failures, OfRowsColumnsAndPages) {
-    using Sheet = XMLSheetImplT<char, TypeParam>;
+template <class Tag>
+class Failures : public testing::Test {
+protected:
+    using Tested = XMLSheetImplT<char, Tag>;
+    struct Case {
+        std::function<bool(Tested&)> fails;
+        std::string text;
+    };
+
+    static void expectEach(std::initializer_list<Case> cases) {
+        for (const Case& c : cases) {
+            SCOPED_TRACE(c.text);
+            TestSheet<Tag> sheet("");
+            EXPECT_TRUE(c.fails(*sheet));
+            EXPECT_EQ(sheet.error(), c.text);
+            EXPECT_EQ(element(sheet, "pageMargins") + element(sheet, "headerFooter") + element(sheet, "cols"), "");
+        }
+    }
+
     const std::string row = "row must be in range 0-1048575", col = "col must be in range 0-16383";
     const std::string rows = "rowLast must be greater than or equal to rowFirst";
     const std::string cols = "colLast must be greater than or equal to colFirst";
-    const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
-    const struct {
-        std::function<bool(Sheet&)> fails;
-        std::string text;
-    } cases[] = {
-        {[](Sheet& s) { return s.columnWidth(16384) == -1.0; }, col},
-        {[](Sheet& s) { return s.columnWidthPixels(-1) == -1; }, col},
-        {[](Sheet& s) { return s.rowHeight(1048576) == -1.0; }, row},
-        {[](Sheet& s) { return s.rowHeightPixels(-1) == -1; }, row},
-        {[](Sheet& s) { return !s.setColumn(0, 16384, 1, nullptr, false); }, col},
-        {[](Sheet& s) { return !s.setColumn(2, 1, 1, nullptr, false); }, cols},
-        {[&](Sheet& s) { return !s.setColumn(0, 1, nan, nullptr, false); }, "width must be a finite number"},
-        {[&](Sheet& s) { return !s.setColumn(0, 1, 1e308, nullptr, false); }, "width must be a finite number"},
-        {[](Sheet& s) { return !s.setRow(1048576, 1, nullptr, false); }, row},
-        {[&](Sheet& s) { return !s.setRow(0, inf, nullptr, false); }, "height must be a finite number"},
-        {[&](Sheet& s) { return !s.setDefaultRowHeightValue(nan); }, "height must be a finite number"},
-        {[](Sheet& s) { return !s.setRowHidden(-1, true); }, row},
-        {[](Sheet& s) { return !s.isRowHidden(2147483647); }, row},
-        {[](Sheet& s) { return !s.setColumnHidden(2147483647, true); }, col},
-        {[](Sheet& s) { return !s.isColumnHidden(-1); }, col},
+};
+using Dialects = testing::Types<excelNormal_tag, excelStrict_tag>;
+TYPED_TEST_SUITE(Failures, Dialects);
+
+TYPED_TEST(Failures, OfRowsColumnsAndBlocks) {
+    using Sheet = typename TestFixture::Tested;
+    this->expectEach({
+        {[](Sheet& s) { return s.columnWidth(16384) == -1.0; }, this->col},
+        {[](Sheet& s) { return s.columnWidthPixels(-1) == -1; }, this->col},
+        {[](Sheet& s) { return s.rowHeight(1048576) == -1.0; }, this->row},
+        {[](Sheet& s) { return s.rowHeightPixels(-1) == -1; }, this->row},
+        {[](Sheet& s) { return !s.setColumn(0, 16384, 1, nullptr, false); }, this->col},
+        {[](Sheet& s) { return !s.setColumn(2, 1, 1, nullptr, false); }, this->cols},
+        {[](Sheet& s) { return !s.setColumn(0, 1, nan, nullptr, false); }, "width must be a finite number"},
+        {[](Sheet& s) { return !s.setColumn(0, 1, 1e308, nullptr, false); }, "width must be a finite number"},
+        {[](Sheet& s) { return !s.setRow(1048576, 1, nullptr, false); }, this->row},
+        {[](Sheet& s) { return !s.setRow(0, inf, nullptr, false); }, "height must be a finite number"},
+        {[](Sheet& s) { return !s.setDefaultRowHeightValue(nan); }, "height must be a finite number"},
+        {[](Sheet& s) { return !s.setRowHidden(-1, true); }, this->row},
+        {[](Sheet& s) { return !s.isRowHidden(2147483647); }, this->row},
+        {[](Sheet& s) { return !s.setColumnHidden(2147483647, true); }, this->col},
+        {[](Sheet& s) { return !s.isColumnHidden(-1); }, this->col},
         {[](Sheet& s) { return !s.groupRowRange(2, 1, true); }, "must be rowFirst <= rowLast"},
-        {[](Sheet& s) { return !s.groupRowRange(0, 1048576, true); }, row},
+        {[](Sheet& s) { return !s.groupRowRange(0, 1048576, true); }, this->row},
         {[](Sheet& s) { return !s.groupColumnRange(2, 1, true); }, "must be colFirst <= colLast"},
-        {[](Sheet& s) { return !s.groupColumnRange(-1, 1, true); }, col},
+        {[](Sheet& s) { return !s.groupColumnRange(-1, 1, true); }, this->col},
         {[](Sheet& s) { return !s.addMerge(0, 0, 0, 16384); }, "col must be less than 16384"},
-        {[](Sheet& s) { return !s.addMerge(0, 1048576, 0, 1); }, row},
-        {[](Sheet& s) { return !s.addMerge(1, 0, 0, 0); }, rows},
-        {[](Sheet& s) { return !s.addMerge(0, 0, 1, 0); }, cols},
+        {[](Sheet& s) { return !s.addMerge(0, 1048576, 0, 1); }, this->row},
+        {[](Sheet& s) { return !s.addMerge(1, 0, 0, 0); }, this->rows},
+        {[](Sheet& s) { return !s.addMerge(0, 0, 1, 0); }, this->cols},
         {[](Sheet& s) { return !s.mergeAt(-1, 2147483647, nullptr, nullptr, nullptr, nullptr); },
          "this cell isn't in merging block"},
         {[](Sheet& s) { return !s.removeMergeAt(0, 0); }, "this cell isn't in merging block"},
         {[](Sheet& s) { return !s.mergeByIndex(0, nullptr, nullptr, nullptr, nullptr); }, "index is out of range"},
         {[](Sheet& s) { return !s.removeMergeByIndex(2147483647); }, "index is out of range"},
+        {[](Sheet& s) { return !s.insertRows(5, 4, true); }, this->rows},
+        {[](Sheet& s) { return !s.removeRows(0, 1048576, true); }, this->row},
+        {[](Sheet& s) { return !s.insertColumns(-1, 4, true); }, this->col},
+        {[](Sheet& s) { return !s.removeColumns(5, 4, true); }, this->cols},
+    });
+}
+
+TYPED_TEST(Failures, OfBreaksViewsAndPages) {
+    using Sheet = typename TestFixture::Tested;
+    this->expectEach({
         {[](Sheet& s) { return s.rowBreakAt(0) == -1; }, "index is out of range"},
         {[](Sheet& s) { return s.columnBreakAt(-1) == -1; }, "index is out of range"},
         {[](Sheet& s) { return s.setRowBreak(1, true) && !s.setRowBreak(1, true); }, "pagebreak already exists"},
         {[](Sheet& s) { return !s.setRowBreak(2, false); }, "pagebreak not found"},
         {[](Sheet& s) { return !s.setColumnBreak(2, false); }, "pagebreak not found"},
-        {[](Sheet& s) { return !s.setRowBreak(1048576, true); }, row},
-        {[](Sheet& s) { return !s.setColumnBreak(16384, true); }, col},
+        {[](Sheet& s) { return !s.setRowBreak(1048576, true); }, this->row},
+        {[](Sheet& s) { return !s.setColumnBreak(16384, true); }, this->col},
         {[](Sheet& s) { return !s.splitPosition(nullptr, nullptr); }, "worksheet is not splitted"},
-        {[](Sheet& s) { return !s.splitAt(-1, 0); }, row},
-        {[](Sheet& s) { return !s.setTopLeftCell(0, -1); }, col},
+        {[](Sheet& s) { return !s.splitAt(-1, 0); }, this->row},
+        {[](Sheet& s) { return !s.setTopLeftCell(0, -1); }, this->col},
         {[](Sheet& s) { return !s.setZoomPercent(-1); }, "zoom can't be negative"},
         {[](Sheet& s) { return !s.setTabPaletteColor(-1); }, "color index can't be negative"},
         {[](Sheet& s) { return !s.setTabRgbColor(0, 256, 0); }, "red, green and blue must be in range 0-255"},
         {[](Sheet& s) { return !s.setPaperCode(-1); }, "paper code can't be negative"},
         {[](Sheet& s) { return !s.setPrintZoomPercent(-1); }, "zoom can't be negative"},
         {[](Sheet& s) { return !s.setPrintFitPages(1, -1); }, "number of pages can't be negative"},
-        {[&](Sheet& s) { return !s.setMarginTop(nan); }, "margin must be a finite number"},
+        {[](Sheet& s) { return !s.setMarginTop(nan); }, "margin must be a finite number"},
         {[](Sheet& s) { return !s.setHeaderText(nullptr, 0); }, "text is NULL"},
-        {[&](Sheet& s) { return !s.setFooterText("x", inf); }, "margin must be a finite number"},
-        {[](Sheet& s) { return !s.insertRows(5, 4, true); }, rows},
-        {[](Sheet& s) { return !s.removeRows(0, 1048576, true); }, row},
-        {[](Sheet& s) { return !s.insertColumns(-1, 4, true); }, col},
-        {[](Sheet& s) { return !s.removeColumns(5, 4, true); }, cols},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.text);
-        TestSheet<TypeParam> sheet("");
-        EXPECT_TRUE(c.fails(*sheet));
-        EXPECT_EQ(sheet.error(), c.text);
-        EXPECT_EQ(element(sheet, "pageMargins") + element(sheet, "headerFooter") + element(sheet, "cols"), "");
-    }
+        {[](Sheet& s) { return !s.setFooterText("x", inf); }, "margin must be a finite number"},
+    });
 }
 
 }  // namespace

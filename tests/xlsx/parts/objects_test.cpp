@@ -133,22 +133,58 @@ IBookT<CharT>* loaded(const ObjectPackage& package) {
 }
 
 template <class CharT>
-void expectEveryProperty(bool strict) {
+class EveryProperty {
     using C = IFormControlT<CharT>;
-    ObjectPackage package(strict);
-    package.inSheet = "<controls>" + control(1) + "</controls>";
-    package.addControl(1, "");
-    const std::unique_ptr<IBookT<CharT>, Release> book(loaded<CharT>(package));
-    C* const c = book->getSheet(0)->formControlAt(0);
-    ASSERT_NE(c, nullptr) << book->errorMessage();
-    const auto text = [](const std::string& t) { return Texts<CharT>::of(t); };
 
-    const struct {
+public:
+    explicit EveryProperty(bool strict) {
+        ObjectPackage package(strict);
+        package.inSheet = "<controls>" + control(1) + "</controls>";
+        package.addControl(1, "");
+        book.reset(loaded<CharT>(package));
+        c = book->getSheet(0)->formControlAt(0);
+    }
+
+    void expectReadAndWritten() {
+        ASSERT_NE(c, nullptr) << book->errorMessage();
+        for (const Text& p : texts) expectText(p);
+        int value = firstNumber;
+        for (const Number& p : numbers) {
+            EXPECT_EQ((c->*p.get)(), p.absent) << value;
+            EXPECT_TRUE((c->*p.set)(value++));
+        }
+        for (const Flag& p : flags) {
+            EXPECT_FALSE((c->*p.get)());
+            EXPECT_TRUE((c->*p.set)(true));
+        }
+    }
+
+    void expectNoneInThePlaceOfAnother() {
+        for (const Text& p : texts) EXPECT_EQ((c->*p.get)(), of(p.value));
+        int value = firstNumber;
+        for (const Number& p : numbers) EXPECT_EQ((c->*p.get)(), value++);
+        for (const Flag& p : flags) EXPECT_TRUE((c->*p.get)());
+        EXPECT_STREQ(book->errorMessage(), "ok");
+    }
+
+private:
+    struct Text {
         const CharT* (C::*get)();
         bool (C::*set)(const CharT*);
         const char *absent, *value;
         bool listed;
-    } texts[] = {
+    };
+    struct Number {
+        int (C::*get)();
+        bool (C::*set)(int);
+        int absent;
+    };
+    struct Flag {
+        bool (C::*get)();
+        bool (C::*set)(bool);
+    };
+    static constexpr int firstNumber = 101;
+    static constexpr Text texts[] = {
         {&C::objectType, &C::setObjectType, nullptr, "Drop", true},
         {&C::checked, &C::setChecked, "Unchecked", "Mixed", true},
         {&C::dropStyle, &C::setDropStyle, nullptr, "simple", true},
@@ -162,59 +198,50 @@ void expectEveryProperty(bool strict) {
         {&C::textHAlign, &C::setTextHAlign, "left", "right", true},
         {&C::textVAlign, &C::setTextVAlign, "top", "bottom", true},
     };
-    for (const auto& p : texts) {
+    static constexpr Number numbers[] = {{&C::dropLines, &C::setDropLines, 8},
+                                         {&C::dx, &C::setDx, 0},
+                                         {&C::inc, &C::setInc, 1},
+                                         {&C::max, &C::setMax, 0},
+                                         {&C::min, &C::setMin, 0},
+                                         {&C::page, &C::setPage, 0},
+                                         {&C::sel, &C::setSel, 0},
+                                         {&C::val, &C::setVal, 0},
+                                         {&C::widthMin, &C::setWidthMin, 0}};
+    static constexpr Flag flags[] = {{&C::colored, &C::setColored},
+                                     {&C::firstButton, &C::setFirstButton},
+                                     {&C::horiz, &C::setHoriz},
+                                     {&C::justLastX, &C::setJustLastX},
+                                     {&C::lockText, &C::setLockText},
+                                     {&C::multiLine, &C::setMultiLine},
+                                     {&C::noThreeD, &C::setNoThreeD},
+                                     {&C::noThreeD2, &C::setNoThreeD2},
+                                     {&C::passwordEdit, &C::setPasswordEdit},
+                                     {&C::verticalBar, &C::setVerticalBar}};
+
+    static std::basic_string<CharT> of(const std::string& text) { return Texts<CharT>::of(text); }
+
+    void expectText(const Text& p) {
         SCOPED_TRACE(p.value);
         const CharT* const before = (c->*p.get)();
-        EXPECT_EQ(before ? std::basic_string<CharT>(before) : text(""), text(p.absent ? p.absent : ""));
+        EXPECT_EQ(before ? std::basic_string<CharT>(before) : of(""), of(p.absent ? p.absent : ""));
         EXPECT_EQ(before == nullptr, p.absent == nullptr);
         EXPECT_FALSE((c->*p.set)(nullptr));
         EXPECT_STREQ(book->errorMessage(), "text is NULL");
-        EXPECT_EQ((c->*p.set)(text("anything").c_str()), !p.listed);
+        EXPECT_EQ((c->*p.set)(of("anything").c_str()), !p.listed);
         EXPECT_STREQ(book->errorMessage(), p.listed ? "the control property has no such value" : "ok");
-        EXPECT_TRUE((c->*p.set)(text(p.value).c_str()));
-        EXPECT_EQ((c->*p.get)(), text(p.value));
+        EXPECT_TRUE((c->*p.set)(of(p.value).c_str()));
+        EXPECT_EQ((c->*p.get)(), of(p.value));
     }
-    const struct {
-        int (C::*get)();
-        bool (C::*set)(int);
-        int absent;
-    } numbers[] = {{&C::dropLines, &C::setDropLines, 8},
-                   {&C::dx, &C::setDx, 0},
-                   {&C::inc, &C::setInc, 1},
-                   {&C::max, &C::setMax, 0},
-                   {&C::min, &C::setMin, 0},
-                   {&C::page, &C::setPage, 0},
-                   {&C::sel, &C::setSel, 0},
-                   {&C::val, &C::setVal, 0},
-                   {&C::widthMin, &C::setWidthMin, 0}};
-    int value = 100;
-    for (const auto& p : numbers) {
-        EXPECT_EQ((c->*p.get)(), p.absent) << value;
-        EXPECT_TRUE((c->*p.set)(++value));
-    }
-    const struct {
-        bool (C::*get)();
-        bool (C::*set)(bool);
-    } flags[] = {{&C::colored, &C::setColored},
-                 {&C::firstButton, &C::setFirstButton},
-                 {&C::horiz, &C::setHoriz},
-                 {&C::justLastX, &C::setJustLastX},
-                 {&C::lockText, &C::setLockText},
-                 {&C::multiLine, &C::setMultiLine},
-                 {&C::noThreeD, &C::setNoThreeD},
-                 {&C::noThreeD2, &C::setNoThreeD2},
-                 {&C::passwordEdit, &C::setPasswordEdit},
-                 {&C::verticalBar, &C::setVerticalBar}};
-    for (const auto& p : flags) {
-        EXPECT_FALSE((c->*p.get)());
-        EXPECT_TRUE((c->*p.set)(true));
-    }
-    // None of them was written in the place of another one.
-    for (const auto& p : texts) EXPECT_EQ((c->*p.get)(), text(p.value));
-    value = 100;
-    for (const auto& p : numbers) EXPECT_EQ((c->*p.get)(), ++value);
-    for (const auto& p : flags) EXPECT_TRUE((c->*p.get)());
-    EXPECT_STREQ(book->errorMessage(), "ok");
+
+    std::unique_ptr<IBookT<CharT>, Release> book;
+    C* c = nullptr;
+};
+
+template <class CharT>
+void expectEveryProperty(bool strict) {
+    EveryProperty<CharT> properties(strict);
+    properties.expectReadAndWritten();
+    if (!testing::Test::HasFatalFailure()) properties.expectNoneInThePlaceOfAnother();
 }
 
 TEST(Controls, EveryPropertyIsReadAndWritten) {

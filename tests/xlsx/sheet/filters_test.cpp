@@ -133,7 +133,7 @@ TYPED_TEST(Filters, SortsKeepTheHeaderOut) {
     EXPECT_EQ(sheet.error(), "sort condition is not found");
 }
 
-TYPED_TEST(Filters, OneChoiceAColumn) {
+TYPED_TEST(Filters, AColumnWithoutAChoice) {
     auto& sheet = this->_sheet;
     ASSERT_TRUE(this->filter->setFilterRange(0, 9, 0, 0));
     auto* const column = this->filter->filterColumn(0);
@@ -151,7 +151,12 @@ TYPED_TEST(Filters, OneChoiceAColumn) {
     EXPECT_EQ(sheet.error(), "custom filter is not found");
     EXPECT_FALSE(column->addValueFilter(nullptr));
     EXPECT_EQ(sheet.error(), "text is NULL");
+}
 
+TYPED_TEST(Filters, OneChoiceAColumn) {
+    auto& sheet = this->_sheet;
+    ASSERT_TRUE(this->filter->setFilterRange(0, 9, 0, 0));
+    auto* const column = this->filter->filterColumn(0);
     EXPECT_TRUE(column->addValueFilter(" ") && column->addValueFilter("\xC3\xA9"));
     EXPECT_EQ(column->filterKind(), filterValues);
     EXPECT_EQ(column->valueFilterTotal(), 2);
@@ -167,6 +172,8 @@ TYPED_TEST(Filters, OneChoiceAColumn) {
         EXPECT_EQ(sheet.error(), "setTop10: value is out of range");
     }
     EXPECT_EQ(column->filterKind(), filterValues);
+    double value = 0;
+    bool flag = true, other = true;
     EXPECT_TRUE(column->setTop10(500, false, true) && column->setTop10(1, false, true));
     EXPECT_EQ(column->filterKind(), filterTop10);
     EXPECT_TRUE(column->top10(&value, &flag, &other));
@@ -186,6 +193,8 @@ TYPED_TEST(Filters, OneChoiceAColumn) {
               "<autoFilter ref=\"A1:A10\"><filterColumn colId=\"0\"><customFilters and=\"true\">"
               "<customFilter operator=\"notEqual\" val=\" \"/><customFilter val=\"a*\"/></customFilters>"
               "</filterColumn>");
+    const char *one = nullptr, *two = nullptr;
+    int op1 = -1, op2 = -1;
     EXPECT_TRUE(column->customFilter(&op1, &one, &op2, &two, &flag));
     EXPECT_STREQ(one, " ");
     EXPECT_STREQ(two, "a*");
