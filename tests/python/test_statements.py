@@ -218,23 +218,51 @@ def test_sessions_on_threads_run_side_by_side(tmp_path):
     assert not failed
 
 
-def test_the_interpreter_goes_on_during_a_statement(tmp_path):
+@pytest.mark.parametrize("work", ["read", "write", "load", "save"])
+def test_the_interpreter_goes_on_meanwhile(tmp_path, work):
     session = quillet.Session(directory=tmp_path)
-    session.write("xlsx:big.xlsx", to("grow;[S$A1:T1]", np.arange(400_000.0).reshape(20_000, 20)))
+    numbers = session.new(Array((Range(1, 20_000), Range(1, 20)), float, dynamic=False),
+                          {(i, j): i + j for i in range(1, 20_001) for j in range(1, 21)})
+    session.write("xlsx:noindex;big.xlsx", to("grow;[S$A1:T1]", numbers))
+    book = quillet.open(tmp_path / "big.xlsx")
+    works = {"read": lambda: session.read("xlsx:big.xlsx", x=List(float, "[S$]")),
+             "write": lambda: session.write("xlsx:noindex;new.xlsx", to("grow;[S$A1:T1]", numbers)),
+             "load": lambda: quillet.open(tmp_path / "big.xlsx"), "save": lambda: book.save(tmp_path / "again.xlsx")}
     done, ticks = threading.Event(), []
 
-    def read():
+    def run():
         try:
-            session.read("xlsx:big.xlsx", x=List(float, "[S$]"))
+            works[work]()
         finally:
             done.set()
 
-    thread = threading.Thread(target=read)
+    thread = threading.Thread(target=run)
     thread.start()
     while not done.wait(0.002):
         ticks.append(None)
     thread.join()
     assert len(ticks) >= 3
+
+
+def test_a_plan_is_read_and_written_as_people_would(tmp_path):
+    session = quillet.Session(directory=tmp_path, contexts=1, realformat="%.6g", deny=["secret"])
+    session.write("xlsx:plan.xlsx", to("grow;[Products$A1]", ["products", "anvil", "bolt"]),
+                  to("grow;[Demand$A1:C1]", [("product", "year", 0.0)], type=Record(a=str, b=str, c=float)),
+                  to("grow;[Demand$A2:C2]", {("anvil", 2024): 12.5, ("bolt", 2023): 3.0}),
+                  to("grow;[Lines$A2:C2]", [("anvil", 2, 1.5)], type=Record(a=str, b=int, c=float)), to("[Lines$E1]", 15.5))
+    with quillet.open(tmp_path / "plan.xlsx") as book:
+        book["Lines"].define_name("Total", "E1")
+        book.save()
+    data = session.read("xlsx:skiph;plan.xlsx", products=Set(str, "[Products$A:A]"),
+                        demand=Array(("product", "year"), float, "[Demand$A:C]"),
+                        lines=List(Record(product=str, qty=int, price=float), "[Lines$A:C]"))
+    assert data.demand["anvil", 2024] == 12.5 and dict(data.demand.items())["bolt", 2023] == 3
+    assert list(data.products) == ["anvil", "bolt"] and data.lines[0] == ("anvil", 2, 1.5)
+    session.write("xlsx:grow;plan.xlsx", to("[Result$A2:C2]", data.demand))
+    with session.open("xlsx:plan.xlsx", update=True) as plan:
+        plan.write(to("Total", plan.read(total=Scalar(float, "Total")).total + 1))
+        assert plan.read(result=Array(("product", "year"), float, "[Result$A2:C3]")).result == data.demand
+    assert session.read("xlsx:plan.xlsx", total=Scalar(float, "Total")).total == 16.5
 
 
 def test_nothing_warns_when_all_is_well(session, file):

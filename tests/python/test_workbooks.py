@@ -3,6 +3,7 @@ import datetime
 import gc
 import math
 import struct
+import sys
 import threading
 import zipfile
 import zlib
@@ -272,6 +273,39 @@ def test_what_does_not_fit(kind):
         Book("ods")
     with pytest.raises((BookError, ValueError)):
         sheet.define_name("1 bad name", "A1")
+
+
+def test_reference_counts_stay_over_a_thousand_rounds(kind):
+    book = Book(kind)
+    sheet = book.add_sheet("S")
+    moment, text, known = datetime.datetime(2024, 3, 1, 8, 30), "a text of its own", np.arange(4.0).reshape(2, 2)
+    sheet.set_values("A1", [[text, 1.5, moment], [True, text, None]])
+    saved = book.to_bytes()
+
+    def round_():
+        sheet.set_values("A5", known)
+        sheet["B3"], sheet["C3"] = moment, text
+        sheet["A3"].set_formula("1+1", 2)
+        sheet["A3"].format = sheet["B3"].format
+        sheet.values(), sheet.values("A5:B6"), sheet.formulas(), list(book), book.names, repr(sheet["A1"])
+        for bad in (object(), "\ud800", math.inf):
+            with pytest.raises((TypeError, ValueError)):
+                sheet["A9"] = bad
+        with quillet.open(saved) as other:
+            assert other["S"].values()[0, 0] == text
+        with pytest.raises(BookError):
+            quillet.open(b"PK\3\4junk")
+
+    watched = (moment, text, known, saved, sheet, book, book._native, CellError)
+    for _ in range(20):
+        round_()
+    gc.collect()
+    before, objects = [sys.getrefcount(thing) for thing in watched], len(gc.get_objects())
+    for _ in range(1000):
+        round_()
+    gc.collect()
+    assert [sys.getrefcount(thing) for thing in watched] == before
+    assert abs(len(gc.get_objects()) - objects) < 200
 
 
 def test_things_of_a_closed_workbook(kind):
