@@ -41,7 +41,21 @@ class Command:
         return entries
 
     def flags(self):
-        return [word for words, _ in self.options for word in re.findall(r"(?<![\w-])--?[\w-]+", words.split(" Needs:")[0].split(" Excludes:")[0])]
+        return [flag for words, _ in self.options for flag in Option(words).flags]
+
+
+class Option:
+    """An option by the words in front of its description: "--keep Needs: --backup", "--rows INT:NONNEGATIVE=5"."""
+
+    def __init__(self, words):
+        names, *self.notes = re.split(r" (?=(?:Needs|Excludes): )", words)
+        names, _, value = names.partition(" ")
+        self.flags = names.split(",")
+        self.value = "N" if value.startswith("INT") else value
+        self.default = value.partition("=")[2]
+
+    def described(self, description):
+        return " ".join([description] + [f"({note})" for note in self.notes + [f"Default: {self.default}"] * bool(self.default)])
 
 
 def commands(program):
@@ -68,13 +82,18 @@ def command_page(list_of, version):
     out = [f'.TH QUILLET 1 "" "quillet {version}" "User Commands"', ".SH NAME",
            "quillet \\- moves data between spreadsheets and models", ".SH SYNOPSIS"]
     for command in list_of:
-        words = " ".join(f"\\fI{roff(words.split()[0])}\\fR" for words, _ in command.positionals)
+        words = " ".join(("\\fI{}\\fR" if words.endswith(" REQUIRED") else "[\\fI{}\\fR]").format(roff(words.split()[0]))
+                         for words, _ in command.positionals)
         out += [f".B quillet {roff(command.name)}", f"[\\fIoptions\\fR] {words}", ".br"]
     out += [".SH COMMANDS"]
     for command in list_of:
         out += [f".SS {roff(command.name)}", guarded(roff(command.summary)) + "."]
-        for words, description in command.positionals + command.options:
-            out += [".TP", f".B {roff(words)}", guarded(roff(description))]
+        for words, description in command.positionals:
+            out += [".TP", f".I {roff(words.split()[0])}", guarded(roff(description))]
+        for words, description in command.options:
+            option = Option(words)
+            value = f" \\fI{roff(option.value)}\\fR" if option.value else ""
+            out += [".TP", f"\\fB{roff(', '.join(option.flags))}\\fR{value}", guarded(roff(option.described(description)))]
         if command.status:
             out += [".PP", guarded(roff(command.status)) + "."]
         if command.example:
@@ -141,8 +160,9 @@ def zsh_completion(list_of):
     for command in list_of:
         specs = []
         for words, description in command.options:
-            for flag in re.findall(r"(?<![\w-])--[\w-]+", words.split(" Needs:")[0].split(" Excludes:")[0]):
-                specs.append(f"'{flag}[{zsh_text(description)}]'")
+            option = Option(words)
+            value = {"": "", "FILE": ":file:_files"}.get(option.value, ":" + option.value)
+            specs += [f"'{flag}[{zsh_text(description)}]{value}'" for flag in option.flags if flag.startswith("--")]
         cases += f"        {command.name}) _arguments {' '.join(specs)} '*:file:_files' ;;\n"
     return f"""#compdef quillet
 # Completion of quillet for zsh.
