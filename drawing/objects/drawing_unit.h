@@ -42,6 +42,7 @@ struct PlacedContainer {
     PieceOffset place;                            // of its header
     int parent = -1;                              // 0 is the drawing, 1 its top group
     const OfficeArtSpContainer* shape = nullptr;  // of a group
+    std::size_t bytesBehindShapes = 0;            // of a group within another one, as loaded
 };
 
 }  // namespace vellum::drawing

@@ -102,7 +102,7 @@ public:
 
     void add(OfficeArtSpgrContainer& group, int parent) {
         const int self = static_cast<int>(_containers.size());
-        _containers.push_back({placeOf(group.position), parent, nullptr});
+        _containers.push_back({placeOf(group.position), parent, nullptr, parent > 0 ? group.rest.size() : 0});
         if (!group.shape.absent) {
             auto shape = std::make_unique<OfficeArtSpContainer>(std::move(group.shape));
             _containers.back().shape = shape.get();

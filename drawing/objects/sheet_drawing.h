@@ -98,6 +98,7 @@ private:
     void writeAsLoaded(Xls& out, const DrawingUnit& unit) const;
     void writeAnew(Xls& out, const DrawingUnit& unit, std::size_t& bytesBefore) const;
 
+    [[nodiscard]] bool isCutWithinHeaders() const;
     void prepareChange(DrawingContext& context);
     void makeDrawing(DrawingContext& context);
     [[nodiscard]] Units::iterator unitForNewShape();

@@ -66,6 +66,30 @@ void SheetDrawing::noteSpid(std::uint32_t spid) {
     setNumber({drawing.unit, drawing.offset + lastSpidAt}, spid);
 }
 
+// A piece shorter than a header is no record of the file: a drawing of which such a piece could be left takes nothing.
+bool SheetDrawing::isCutWithinHeaders() const {
+    const auto isPartOfHeader = [](std::size_t bytes) { return bytes > 0 && bytes < ArtHeader::wireSize; };
+    const auto [last, end] = *_groupEnd;
+    const std::size_t behindGroup = last->piece.size() - std::min(end, last->piece.size());
+    if (behindGroup > 0 && (isPartOfHeader(end) || isPartOfHeader(behindGroup))) return true;
+    for (auto unit = _units.begin(); unit != _units.end(); ++unit) {
+        if (isPartOfHeader(unit->piece.size())) return true;
+        for (const PlacedShape& shape : unit->shapes) {
+            const std::size_t here = unit->piece.size() - shape.offset;
+            if (isPartOfHeader(here)) return true;
+            std::size_t left = shape.size - std::min(here, shape.size);
+            for (auto later = std::next(unit); left > 0 && later != _units.end(); ++later) {
+                if (isPartOfHeader(left)) return true;
+                left -= std::min(left, later->piece.size());
+            }
+        }
+    }
+    return std::ranges::any_of(_containers, [&](const PlacedContainer& container) {
+        return isPartOfHeader(container.bytesBehindShapes) ||
+               isPartOfHeader(container.place.unit->piece.size() - container.place.offset);
+    });
+}
+
 // From the first change on pieces are what this class says they are.
 void SheetDrawing::prepareChange(DrawingContext& context) {
     if (!_hasTree) {
@@ -75,10 +99,8 @@ void SheetDrawing::prepareChange(DrawingContext& context) {
         return;
     }
     if (_changed) return;
+    if (isCutWithinHeaders()) throw vlerror(msg::strangeDrawing);
     const auto [last, offset] = *_groupEnd;
-    const std::size_t rest = last->piece.size() - std::min(offset, last->piece.size());
-    // A piece shorter than a header is no record of the file: a group that ends within one takes nothing.
-    if (rest > 0 && std::min(offset, rest) < ArtHeader::wireSize) throw vlerror(msg::strangeDrawing);
     _shapeTotal = 0;
     for (const DrawingUnit& unit : _units) {
         for (const PlacedShape& shape : unit.shapes) {
