@@ -26,6 +26,7 @@ import libreoffice  # noqa: E402
 import xlslint  # noqa: E402
 
 SECONDS = 120
+LEAST_NAMES = 1289  # of the corpus
 OPERATIONS = ("names", "copy", "move", "remove")
 
 # A name of xlrd: its scope is -1 for the workbook; coordinates end one past the last.
@@ -141,7 +142,7 @@ def check_corpus(rows, args):
             failed += 1
             print("%s: only xlrd: %s, only quillet: %s" % (row["file"], missing[:2], more[:2]))
     print("crosscheck xls_names: %d names equal, %d files with differences" % (equal, failed))
-    return failed or not equal
+    return failed or equal < LEAST_NAMES
 
 
 def check_changes(rows, args):

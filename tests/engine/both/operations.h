@@ -20,20 +20,23 @@ namespace vellum {
 using Numbers = std::vector<int>;
 
 template <class T>
-T argument(const Numbers& numbers, std::size_t& used) {
+T argument(const Numbers& numbers, const char* text, std::size_t& used) {
     if constexpr (std::is_same_v<T, int> || std::is_same_v<T, double>) {
         return static_cast<T>(numbers[used++ % numbers.size()]);
+    } else if constexpr (std::is_same_v<T, const char*>) {
+        return text;
     } else {
         return T{};
     }
 }
 
-/// Calls an operation with these numbers and nothing else in hand: false, null pointers. The result as text.
+/// Calls an operation with these numbers, this text and nothing else in hand: false, null pointers. The result as text.
 template <class Object, class Result, class... Args>
-std::string answer(Object& object, const Numbers& numbers, Result (Object::*operation)(Args...)) {
+std::string answer(Object& object, const Numbers& numbers, [[maybe_unused]] const char* given,
+                   Result (Object::*operation)(Args...)) {
     std::ostringstream text;
     [[maybe_unused]] std::size_t used = 0;
-    const std::tuple<Args...> arguments{argument<Args>(numbers, used)...};
+    const std::tuple<Args...> arguments{argument<Args>(numbers, given, used)...};
     const auto call = [&] { return std::apply([&](auto... each) { return (object.*operation)(each...); }, arguments); };
     if constexpr (std::is_void_v<Result>) {
         call();
@@ -48,16 +51,21 @@ std::string answer(Object& object, const Numbers& numbers, Result (Object::*oper
 template <class Object>
 struct Operation {
     const char* name;
-    std::string (*callWith)(Object&, const Numbers&);
+    std::string (*callWith)(Object&, const Numbers&, const char*);
 
-    std::string call(Object& object, const Numbers& numbers = {0}) const { return callWith(object, numbers); }
+    std::string call(Object& object, const Numbers& numbers = {0}, const char* text = nullptr) const {
+        return callWith(object, numbers, text);
+    }
 };
 
 template <class Object>
 const std::vector<Operation<Object>>& operationsOf();
 
 // clang-format off
-#define OP(name) {#name, [](Object& object, const Numbers& numbers) { return answer(object, numbers, &Object::name); }}
+#define OP(name)                                                          \
+    {#name, [](Object& object, const Numbers& numbers, const char* text) { \
+         return answer(object, numbers, text, &Object::name);              \
+     }}
 
 template <>
 inline const std::vector<Operation<IBookT<char>>>& operationsOf() {

@@ -91,31 +91,74 @@ TEST_P(Operations, ThatAreMissingStandInTheStatus) {
         << "docs/status.md lists what says \"" << notBuilt << '"';
 }
 
-/// Calls each setter of an object of a book of its own, on which another operation has failed.
+/// Calls each setter of an object of a book of its own, on which another operation has failed, with texts or without.
+/// Answers the names of those that succeeded.
 template <class Object, class Make>
-void expectOkAfterSetters(Engine engine, Make&& make) {
-    for (const auto& operation : operationsOf<Object>()) {
-        const std::string name = operation.name;
-        const auto begins = [&](const char* verb) { return name.starts_with(verb); };
-        if (!begins("set") && !begins("write") && !begins("add") && !begins("remove") && !begins("clear")) continue;
-        const auto own = createBook(engine);
-        own->setLocale("UTF-8");
-        Object* const object = make(*own);
-        if (object == nullptr) continue;
-        own->getSheet(99);
-        const std::string result = operation.call(*object);
-        const bool succeeded = result.empty() || !isFailureValue(name, result);  // those without a result cannot fail
-        EXPECT_EQ(succeeded, own->errorMessage() == std::string("ok")) << name << ": " << own->errorMessage();
+std::set<std::string> expectOkAfterSetters(Engine engine, Make&& make) {
+    std::set<std::string> succeededOnes;
+    for (const char* const text : {static_cast<const char*>(nullptr), "A1"}) {
+        for (const auto& operation : operationsOf<Object>()) {
+            const std::string name = operation.name;
+            const auto begins = [&](const char* verb) { return name.starts_with(verb); };
+            if (!begins("set") && !begins("write") && !begins("add") && !begins("remove") && !begins("clear")) continue;
+            const auto own = createBook(engine);
+            own->setLocale("UTF-8");
+            Object* const object = make(*own);
+            if (object == nullptr) continue;
+            own->getSheet(99);
+            const std::string result = operation.call(*object, {0}, text);
+            const bool succeeded = result.empty() || !isFailureValue(name, result);  // without a result none can fail
+            EXPECT_EQ(succeeded, own->errorMessage() == std::string("ok")) << name << ": " << own->errorMessage();
+            if (succeeded) succeededOnes.insert(name);
+        }
     }
+    return succeededOnes;
 }
 
 TEST_P(Operations, ThatSucceedLeaveOk) {
     const auto sheet = [](IBookT<char>& own) { return own.addSheet("S"); };
     expectOkAfterSetters<IBookT<char>>(GetParam(), [&](IBookT<char>& own) { return sheet(own), &own; });
-    expectOkAfterSetters<ISheetT<char>>(GetParam(), sheet);
+    const auto setters = expectOkAfterSetters<ISheetT<char>>(GetParam(), sheet);
+    for (const char* const withText :
+         {"writeString", "writeFormula", "writeFormulaNumber", "writeFormulaText", "writeFormulaBoolean",
+          "setHeaderText", "setFooterText", "setNamedRangeByName", "addHyperlink", "setSheetName", "setProtected"}) {
+        EXPECT_TRUE(setters.contains(withText)) << withText;
+    }
     expectOkAfterSetters<IFormatT<char>>(GetParam(), [](IBookT<char>& own) { return own.newFormat(); });
     expectOkAfterSetters<IFontT<char>>(GetParam(), [](IBookT<char>& own) { return own.newFont(); });
     expectOkAfterSetters<IRichStringT<char>>(GetParam(), [](IBookT<char>& own) { return own.newRichString(); });
+}
+
+// Whoever asks for one value of several need not take the others.
+TEST_P(Operations, ThatGiveValuesTakeNullForThem) {
+    auto* const sheet = book->addSheet("S");
+    ASSERT_TRUE(sheet->writeNumber(0, 0, 1) && sheet->writeFormula(0, 1, "A1") && sheet->writeString(0, 2, "text"));
+    ASSERT_TRUE(sheet->writeBool(0, 3, true) && sheet->addMerge(2, 3, 2, 3) && sheet->splitAt(1, 1));
+    ASSERT_TRUE(sheet->addHyperlink("http://a/", 5, 6, 5, 6) && sheet->setPrintFitPages(2, 3));
+    ASSERT_TRUE(sheet->setPrintAreaRange(0, 9, 0, 9) && sheet->setRepeatRows(0, 1) && sheet->setRepeatColumns(0, 1));
+    ASSERT_TRUE(sheet->setNamedRangeByName("name", 1, 2, 1, 2)) << book->errorMessage();
+    const auto says = [&](bool succeeded, const char* what) {
+        EXPECT_TRUE(succeeded) << what;
+        EXPECT_STREQ(book->errorMessage(), "ok") << what;
+    };
+    says(sheet->readNumber(0, 0, nullptr) == 1, "readNumber");
+    says(sheet->readFormula(0, 1, nullptr) != nullptr, "readFormula");
+    says(sheet->readString(0, 2, nullptr) != nullptr, "readString");
+    says(sheet->readBool(0, 3, nullptr), "readBool");
+    says(sheet->mergeAt(2, 2, nullptr, nullptr, nullptr, nullptr), "mergeAt");
+    says(sheet->mergeByIndex(0, nullptr, nullptr, nullptr, nullptr), "mergeByIndex");
+    says(sheet->splitPosition(nullptr, nullptr), "splitPosition");
+    says(sheet->hyperlinkAt(0, nullptr, nullptr, nullptr, nullptr) != nullptr, "hyperlinkAt");
+    says(sheet->printFitPages(nullptr, nullptr), "printFitPages");
+    says(sheet->printAreaRange(nullptr, nullptr, nullptr, nullptr), "printAreaRange");
+    says(sheet->repeatRows(nullptr, nullptr), "repeatRows");
+    says(sheet->repeatColumns(nullptr, nullptr), "repeatColumns");
+    says(sheet->namedRangeByName("name", nullptr, nullptr, nullptr, nullptr, -2, nullptr), "namedRangeByName");
+    ASSERT_GT(sheet->namedRangeCount(), 0);
+    says(sheet->namedRange(0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr) != nullptr, "namedRange");
+    sheet->topLeftCell(nullptr, nullptr);
+    sheet->parseCellAddress("$B$3", nullptr, nullptr, nullptr, nullptr);
+    says(true, "parseCellAddress");
 }
 
 template <class Object>
