@@ -11,6 +11,7 @@
 
 #include "bench/content.h"
 #include "host/interface/host.h"
+#include "host/labels/row_window.h"
 #include "host/sources/csv_source.h"
 #include "host/sources/csv_table.h"
 #include "host/sources/driver_context.h"
@@ -97,13 +98,15 @@ void visit(quillet::DriverContext* source) {
     quillet::Sheet* const sheet = ops.sheetAt(source->backing, 0);
     long cells = 0, texts = 0;
     double sum = 0;
+    quillet::RowWindow window({sheet, quillet::csvRowCells});  // as statements read
     for (int r = ops.firstRow(sheet); r <= ops.lastRow(sheet); ++r) {
-        for (int c = ops.firstCol(sheet); c <= ops.lastCol(sheet); ++c) {
-            switch (ops.cellKind(sheet, r, c)) {
+        for (int c = ops.firstCol(sheet), last = ops.lastCol(sheet); c <= last; ++c) {
+            if (!window.holds(r, c)) window.moveTo(r, c, last - c + 1);
+            switch (window.kind(c)) {
                 case quillet::cellEmpty:
                     continue;
                 case quillet::cellNumber:
-                    sum += ops.readReal(sheet, r, c, nullptr);
+                    sum += window.number(c);
                     break;
                 case quillet::cellText:
                     texts += ops.readText(sheet, r, c, nullptr)[0] != '\0';

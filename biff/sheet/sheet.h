@@ -9,6 +9,7 @@
 #include "engine/api/iformula_results.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
+#include "engine/api/isheet_row_cells.h"
 #include "engine/api/isheetfacts.h"
 #include "engine/failure/guarded.h"
 #include "engine/text/text_holder.h"
@@ -30,6 +31,7 @@ struct MovedLines;
 template <class CharT>
 class SheetImplT final : public ISheetT<CharT>,
                          public ISheetCells,
+                         public ISheetRowCells,
                          public ISheetObjects<CharT>,
                          public ISheetFacts,
                          public IFormulaResults {
@@ -84,6 +86,7 @@ public:
 
     // Cells (sheet_cells.cpp, sheet_texts.cpp, sheet_formulas.cpp).
     int cellType(int row, int col) override;
+    void rowCells(int row, int col, int count, std::uint8_t* kinds, double* numbers) override;
     bool isFormulaCell(int row, int col) override;
     Format* cellFormatAt(int row, int col) override;
     bool setCellFormatAt(int row, int col, Format* format) override;
@@ -369,6 +372,8 @@ private:
     void giveFormat(CellSlot slot, Format** format) const {
         if (format != nullptr) *format = formatOf(slot);
     }
+    /// A CellKind.
+    [[nodiscard]] int kindOf(CellSlot slot) const;
     /// The value of a number, RK or formula cell; nothing for others.
     [[nodiscard]] std::optional<double> numberOf(CellSlot slot) const;
 

@@ -127,26 +127,43 @@ void SheetImplT<CharT>::eraseCell(CellPlace at) {
 
 template <class CharT>
 int SheetImplT<CharT>::cellType(int row, int col) {
-    return guard<int>(cellEmpty, [&]() -> int {
-        const CellSlot slot = slotAt(place(row, col));
-        if (!slot.occupied()) return cellEmpty;
-        switch (slot.kind()) {
-            case SlotKind::none:
-                return cellEmpty;
-            case SlotKind::rk:
-            case SlotKind::number:
-                return cellNumber;
-            case SlotKind::labelSst:
-            case SlotKind::label:
-                return cellString;
-            case SlotKind::blank:
-                return cellBlank;
-            case SlotKind::boolErr:
-                return parts().cells.template get<BoolErrCell>(slot).isError != 0 ? cellError : cellBoolean;
-            case SlotKind::formula:
-                return parts().cells.template get<FormulaCell>(slot).value.kind();
+    return guard<int>(cellEmpty, [&] { return kindOf(slotAt(place(row, col))); });
+}
+
+template <class CharT>
+int SheetImplT<CharT>::kindOf(CellSlot slot) const {
+    if (!slot.occupied()) return cellEmpty;
+    switch (slot.kind()) {
+        case SlotKind::none:
+            return cellEmpty;
+        case SlotKind::rk:
+        case SlotKind::number:
+            return cellNumber;
+        case SlotKind::labelSst:
+        case SlotKind::label:
+            return cellString;
+        case SlotKind::blank:
+            return cellBlank;
+        case SlotKind::boolErr:
+            return parts().cells.template get<BoolErrCell>(slot).isError != 0 ? cellError : cellBoolean;
+        case SlotKind::formula:
+            return parts().cells.template get<FormulaCell>(slot).value.kind();
+    }
+    return cellEmpty;
+}
+
+template <class CharT>
+void SheetImplT<CharT>::rowCells(int row, int col, int count, std::uint8_t* kinds, double* numbers) {
+    std::fill_n(kinds, count, std::uint8_t{cellEmpty});
+    guard(false, [&] {
+        const CellPlace first = place(row, col);
+        const int held = std::min(count, static_cast<int>(SheetIndex::colLimit) - col);
+        for (int i = 0; i < held; ++i) {
+            const CellSlot slot = parts().cells.at(first.row, static_cast<std::uint16_t>(col + i));
+            kinds[i] = static_cast<std::uint8_t>(kindOf(slot));
+            if (kinds[i] == cellNumber) numbers[i] = numberOf(slot).value_or(0.0);
         }
-        return cellEmpty;
+        return true;
     });
 }
 

@@ -39,9 +39,14 @@ void leaveOutRowsBehindTheLast(RangeSpec& range) {
     range.lastRow = std::min(range.lastRow, std::max(range.firstRow, range.ops.lastRow(range.sheet)));
 }
 
-/// Nor do stretches without a cell in front of it.
-void passOverGaps(RangeSpec& range, const DriverContext& source) {
-    if (source.ops == &workbookTableOps) range.gap = CellGap(sheetCellWalk(range.sheet));
+/// Nor do stretches without a cell in front of it; neighbouring cells are asked for at once.
+void lookAhead(RangeSpec& range, const DriverContext& source) {
+    if (source.ops == &workbookTableOps) {
+        range.gap = CellGap(sheetCellWalk(range.sheet));
+        range.window = RowWindow(sheetRowLook(range.sheet));
+    } else if (source.ops == &csvTableOps) {
+        range.window = RowWindow({range.sheet, csvRowCells});
+    }
 }
 
 }  // namespace
@@ -75,7 +80,7 @@ int openItem(Item& item, DriverContext* source, const char* label, ItemUse use) 
     }
     if (use == ItemUse::read && !item.range.has(optRangeSize)) {
         leaveOutRowsBehindTheLast(item.range);
-        passOverGaps(item.range, *source);
+        lookAhead(item.range, *source);
     }
     if (source->specialValues) item.range.specialValues = &item.specialValues;
     if (item.range.has(optDataFrame) && itemForm(item.type) != ItemForm::array) {

@@ -5,6 +5,7 @@
 
 #include "host/interface/c_memory.h"
 #include "host/labels/cell_gap.h"
+#include "host/labels/row_window.h"
 #include "host/sources/options.h"
 #include "host/sources/table_ops.h"
 
@@ -27,7 +28,8 @@ struct RangeSpec {
     bool columnsInOrder = false;      // columnMap is 0, 1, 2, ...
     const char* realFormat = "";      // the host's format for reals
     TableOps ops = {};
-    CellGap gap;  // while reading
+    CellGap gap;  // while reading, as the next
+    RowWindow window;
 
     bool has(std::uint32_t option) const { return (flags & option) != 0; }
     int height() const { return lastRow - firstRow + 1; }
@@ -36,10 +38,17 @@ struct RangeSpec {
     int kindAt(int row, int col) {
         row += firstRow;
         col += firstCol;
-        if (gap.holds(row, col)) return cellEmpty;
-        const int kind = ops.cellKind(sheet, row, col);
-        if (kind == cellEmpty) gap.lookFrom(row, col);
+        if (!window.holds(row, col)) {
+            if (gap.holds(row, col)) return cellEmpty;
+            window.moveTo(row, col, columnsInOrder ? lastCol - col + 1 : 1);
+        }
+        const int kind = window.holds(row, col) ? window.kind(col) : ops.cellKind(sheet, row, col);
+        if (kind == cellEmpty && !gap.holds(row, col)) gap.lookFrom(row, col);
         return kind;
+    }
+    /// The number of a cell that is one; the place is absolute.
+    double numberAt(int row, int col) const {
+        return window.holds(row, col) ? window.number(col) : ops.readReal(sheet, row, col, nullptr);
     }
     /// Whether a cell of this kind counts as empty.
     bool passesOver(int kind) const { return kind == cellEmpty || (kind == cellError && has(optSkipErrorCells)); }

@@ -3,6 +3,7 @@
 #include "engine/api/enums.h"
 #include "engine/api/ibook.h"
 #include "engine/api/isheet.h"
+#include "engine/api/isheet_row_cells.h"
 #include "engine/factories/factories.h"
 #include "host/interface/observer.h"
 
@@ -21,7 +22,17 @@ bool nextCell(void* cells, int* row, int* col) {
     return static_cast<vellum::ISheetCells*>(cells)->cellFrom(row, col);
 }
 
+void rowCells(void* cells, int row, int col, int count, std::uint8_t* kinds, double* numbers) {
+    static_cast<vellum::ISheetRowCells*>(cells)->rowCells(row, col, count, kinds, numbers);
+    for (int i = 0; i < count; ++i) kinds[i] = static_cast<std::uint8_t>(kindOfCellType(kinds[i]));
+}
+
 }  // namespace
+
+int kindOfCellType(int cellType) {
+    if (cellType == vellum::cellBlank) return cellEmpty;
+    return cellType == vellum::cellDate ? int{cellNumber} : cellType;
+}
 
 Book* createBook() {
     return vellum::vlCreateBook<char>();
@@ -121,6 +132,10 @@ const char* sheetSheetName(Sheet* sheet) {
 CellWalk sheetCellWalk(Sheet* sheet) {
     auto* const cells = dynamic_cast<vellum::ISheetCells*>(&asSheet(sheet));
     return cells ? CellWalk{cells, nextCell} : CellWalk{};
+}
+RowLook sheetRowLook(Sheet* sheet) {
+    auto* const cells = dynamic_cast<vellum::ISheetRowCells*>(&asSheet(sheet));
+    return cells ? RowLook{cells, rowCells} : RowLook{};
 }
 
 }  // namespace quillet

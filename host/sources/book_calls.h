@@ -22,6 +22,10 @@ bool bookDateUnpack(Book* book, double number, int* year, int* month, int* day, 
 bool bookSetLocale(Book* book, const char* name);
 const char* bookErrorMessage(Book* book);
 
+/// What a cell of this type of the engine is to the drivers: blank ones are empty, and the date cells of Strict
+/// packages numbers.
+int kindOfCellType(int cellType);
+
 int sheetCellType(Sheet* sheet, int row, int col);
 const char* sheetReadString(Sheet* sheet, int row, int col);
 double sheetReadNumber(Sheet* sheet, int row, int col);
@@ -39,5 +43,6 @@ int sheetNamedRangeCount(Sheet* sheet);
 const char* sheetNamedRange(Sheet* sheet, int index, int* firstRow, int* lastRow, int* firstCol, int* lastCol);
 const char* sheetSheetName(Sheet* sheet);
 CellWalk sheetCellWalk(Sheet* sheet);
+RowLook sheetRowLook(Sheet* sheet);
 
 }  // namespace quillet

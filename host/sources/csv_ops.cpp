@@ -1,4 +1,5 @@
 // The table operations over a CsvTable: a book with a single sheet and no names.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -131,6 +132,23 @@ int textToBool(Sheet* sheet, int row, int col) {
 }
 
 }  // namespace
+
+void csvRowCells(void* table, int row, int col, int count, std::uint8_t* kinds, double* numbers) {
+    for (int i = 0; i < count;) {
+        const CsvCell first = tableOf(table).find(row, col + i);
+        if (!first.block) {
+            kinds[i++] = cellEmpty;
+            continue;
+        }
+        const int end = std::min(count, i + columnsPerBlock - first.slot);
+        for (int slot = first.slot; i < end; ++i, ++slot) {
+            const CsvBlock& block = *first.block;
+            const int kind = slot < block.slotCount ? block.kinds()[slot] & csvKindMask : int{csvEmpty};
+            kinds[i] = static_cast<std::uint8_t>(kind);
+            if (kind == csvNumber) numbers[i] = block.values()[slot].real;
+        }
+    }
+}
 
 constinit const TableOps csvTableOps = {
     sheetCount, sheetAt,   addSheet,  sheetName,  nameCount,  nameRange,    firstRow, lastRow,

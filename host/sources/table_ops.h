@@ -50,7 +50,16 @@ struct CellWalk {
     bool (*from)(void* cells, int* row, int* col) = nullptr;
 };
 
-extern const TableOps csvTableOps;       // host/csv_ops.cpp
-extern const TableOps workbookTableOps;  // host/workbook_ops.cpp
+/// Beside the operations, from sources that can tell: for `count` cells of a row from (row, col) on what `cellKind`
+/// gives, and for numbers what `readReal` gives; the other numbers are left alone. No function: the source cannot tell.
+struct RowLook {
+    void* cells = nullptr;
+    void (*at)(void* cells, int row, int col, int count, std::uint8_t* kinds, double* numbers) = nullptr;
+};
+
+extern const TableOps csvTableOps;       // csv_ops.cpp
+extern const TableOps workbookTableOps;  // workbook_ops.cpp
+/// The look at the rows of a csv table.
+void csvRowCells(void* table, int row, int col, int count, std::uint8_t* kinds, double* numbers);
 
 }  // namespace quillet

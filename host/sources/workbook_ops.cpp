@@ -48,11 +48,8 @@ int lastCol(Sheet* sheet) {
     return end >= 1 ? end - 1 : 0;
 }
 
-/// Blank cells are empty, and the date cells of Strict packages are numbers, to the drivers.
 int cellKind(Sheet* sheet, int row, int col) {
-    const int kind = sheetCellType(sheet, row, col);
-    if (kind == vellum::cellBlank) return cellEmpty;
-    return kind == vellum::cellDate ? int{cellNumber} : kind;
+    return kindOfCellType(sheetCellType(sheet, row, col));
 }
 
 bool cellIsDate(Sheet* sheet, int row, int col) {

@@ -25,7 +25,7 @@ struct Cell {
     bool hasValue() const { return kind == cellNumber || kind == cellText || kind == cellBoolean; }
     bool readsAsEmpty() const { return kind == cellBlank || range.passesOver(kind); }
     bool isDate() const { return range.ops.cellIsDate(range.sheet, row, col); }
-    double real() const { return range.ops.readReal(range.sheet, row, col, nullptr); }
+    double real() const { return range.numberAt(row, col); }
     const char* text() const { return range.ops.readText(range.sheet, row, col, nullptr); }
     int boolean() const { return range.ops.readBool(range.sheet, row, col, nullptr); }
 };

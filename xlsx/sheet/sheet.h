@@ -13,6 +13,7 @@
 #include "engine/api/iformula_results.h"
 #include "engine/api/iobjects.h"
 #include "engine/api/isheet.h"
+#include "engine/api/isheet_row_cells.h"
 #include "engine/api/isheet_rules.h"
 #include "engine/api/isheetfacts.h"
 #include "engine/facts/cell_address.h"
@@ -53,6 +54,7 @@ class Comments;
 template <class CharT, class Tag>
 class XMLSheetImplT final : public ISheetT<CharT>,
                             public ISheetCells,
+                            public ISheetRowCells,
                             public XmlFile<typename ooxml::dialect<Tag>::c_worksheet>,
                             public ISheetObjects<CharT>,
                             public ISheetFacts,
@@ -83,6 +85,7 @@ public:
 
     // Kinds, values, formats: sheet_read.cpp.
     int cellType(int row, int col) override;
+    void rowCells(int row, int col, int count, std::uint8_t* kinds, double* numbers) override;
     bool isFormulaCell(int row, int col) override;
     bool isDate(int row, int col) override;
     bool isRichTextCell(int row, int col) override;

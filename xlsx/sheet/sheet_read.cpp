@@ -1,4 +1,6 @@
 // What cells hold.
+#include <algorithm>
+
 #include "bindery/values/value_spec.h"
 #include "engine/api/enums.h"
 #include "engine/facts/error_text.h"
@@ -72,6 +74,29 @@ int XMLSheetImplT<CharT, Tag>::cellType(int row, int col) {
     return guard<int>(cellEmpty, [&] {
         const Cell* const cell = findCell(row, col);
         return cell ? kindOf(*cell) : int{cellEmpty};
+    });
+}
+
+template <class CharT, class Tag>
+void XMLSheetImplT<CharT, Tag>::rowCells(int row, int col, int count, std::uint8_t* kinds, double* numbers) {
+    std::fill_n(kinds, count, std::uint8_t{cellEmpty});
+    guard(false, [&] {
+        const CellPlace first = place(row, col);
+        const Row* const in = findRow(first.row);
+        if (!in) return false;
+        const Cells& cells = in->c();
+        const std::uint32_t end = std::min(first.col + static_cast<std::uint32_t>(count), sheetColumns);
+        std::uint32_t next = first.col;  // of cells that claim the same place the first counts
+        for (std::size_t k = cellAt(cells, first.col); k < cells.size() && cells[k].column() < end; ++k) {
+            const Cell& cell = cells[k];
+            if (cell.column() < next) continue;
+            next = cell.column() + 1;
+            const std::uint32_t i = cell.column() - first.col;
+            const int kind = kindOf(cell);
+            kinds[i] = static_cast<std::uint8_t>(kind);
+            if (kind == cellNumber || kind == cellDate) numbers[i] = guard(0.0, [&] { return numberIn(cell); });
+        }
+        return true;
     });
 }
 

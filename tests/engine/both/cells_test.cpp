@@ -2,6 +2,7 @@
 #include <cstring>
 #include <limits>
 
+#include "engine/api/isheet_row_cells.h"
 #include "tests/engine/both/engines.h"
 
 namespace vellum {
@@ -99,6 +100,75 @@ TEST_P(Cells, TheWalkFindsWhatIsThere) {
     row = 3, col = 2;
     EXPECT_TRUE(walk->cellFrom(&row, &col));
     EXPECT_EQ(std::pair(row, col), std::pair(3, 200));
+}
+
+/// What a look at part of a row tells, beside what each cell tells by itself; nothing when both are the same.
+std::string rowDifference(ISheetT<char>& sheet, int row, int col, int count) {
+    constexpr double untouched = -77;
+    std::vector<std::uint8_t> kinds(static_cast<std::size_t>(count), 99);
+    std::vector<double> numbers(static_cast<std::size_t>(count), untouched);
+    dynamic_cast<ISheetRowCells&>(sheet).rowCells(row, col, count, kinds.data(), numbers.data());
+    for (int i = 0; i < count; ++i) {
+        const std::size_t at = static_cast<std::size_t>(i);
+        const int kind = sheet.cellType(row, col + i);
+        const bool isNumber = kind == cellNumber || kind == cellDate;
+        const double number = isNumber ? sheet.readNumber(row, col + i) : untouched;
+        if (kinds[at] != kind || std::memcmp(&numbers[at], &number, sizeof number) != 0) {
+            return std::to_string(row) + "," + std::to_string(col + i) + ": " + std::to_string(kinds[at]) + " " +
+                   std::to_string(numbers[at]) + ", not " + std::to_string(kind) + " " + std::to_string(number);
+        }
+    }
+    return "";
+}
+
+TEST_P(Cells, ARowIsSeenAsItsCellsAre) {
+    auto* sheet = book->addSheet("S");
+    for (int col = 0; col < 200; ++col) {
+        switch (col * 7 % 12) {
+            case 0:
+                sheet->writeNumber(3, col, col);
+                break;
+            case 1:
+                sheet->writeNumber(3, col, -0.1 * col);
+                break;
+            case 2:
+                sheet->writeNumber(3, col, 1e300 / (col + 1));
+                break;
+            case 3:
+                sheet->writeString(3, col, "12");
+                break;
+            case 4:
+                sheet->writeBool(3, col, true);
+                break;
+            case 5:
+                sheet->writeError(3, col, errorDivisionByZero);
+                break;
+            case 6:
+                sheet->writeBlank(3, col, book->formatAt(0));
+                break;
+            case 7:
+                sheet->writeFormulaNumber(3, col, "A1+1", 2.5);
+                break;
+            case 8:
+                sheet->writeFormulaText(3, col, "T(A1)", "text");
+                break;
+            case 9:
+                sheet->writeFormulaBoolean(3, col, "A1=1", true);
+                break;
+            default:
+                break;
+        }
+    }
+    sheet->writeNumber(4, lastPossibleCol(), 5);
+    sheet->writeNumber(lastPossibleRow(), 2, 6);
+    const auto loaded = reloaded();
+    for (auto* s : {sheet, loaded->getSheet(0)}) {
+        for (const int row : {-1, 0, 2, 3, 4, 5, lastPossibleRow(), lastPossibleRow() + 1}) {
+            for (int col = 0; col < 210; col += 17) EXPECT_EQ(rowDifference(*s, row, col, 1 + col % 64), "");
+            EXPECT_EQ(rowDifference(*s, row, lastPossibleCol() - 3, 10), "");
+            EXPECT_EQ(rowDifference(*s, row, -1, 3), "");
+        }
+    }
 }
 
 template <class CharT>

@@ -67,6 +67,16 @@ std::string cellDifference(const ReferenceCell& cell, CsvTable& table, int row, 
     if (cell.kind == cellNumber && std::memcmp(&number, &cell.number, sizeof number) != 0) {
         return "number" + place(row, col);
     }
+    // The same from a look at a stretch of the row that ends with it.
+    const int from = std::max(col - 70, 0), count = col - from + 1;
+    std::uint8_t kinds[71] = {};
+    double numbers[71] = {};
+    csvRowCells(&table, row, from, count, kinds, numbers);
+    if (kinds[count - 1] != cell.kind) return "seen kind" + place(row, col);
+    if (cell.kind == cellNumber && std::memcmp(&numbers[count - 1], &cell.number, sizeof number) != 0) {
+        return "seen number" + place(row, col);
+    }
+    if (count > 1 && kinds[count - 2] != ops.cellKind(&table, row, col - 1)) return "seen neighbour" + place(row, col);
     return "";
 }
 

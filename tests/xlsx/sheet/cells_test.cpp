@@ -58,6 +58,11 @@ TEST(SheetCells, KindsReadAsTheirTypesSay) {
         EXPECT_EQ(sheet->cellType(0, 0), c.kind);
         EXPECT_EQ(sheet.string(0, 0), c.string);
         EXPECT_EQ(numberText(sheet), c.number);
+        std::uint8_t kind = 99;
+        double number = 0.0;
+        sheet->rowCells(0, 0, 1, &kind, &number);
+        EXPECT_EQ(kind, c.kind);
+        EXPECT_EQ(number, c.kind == cellNumber ? sheet->readNumber(0, 0, nullptr) : 0.0);
         EXPECT_EQ(sheet->readBlank(0, 0, nullptr), c.blank);
     }
 }
