@@ -31,6 +31,37 @@ bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Up to 15 digits, with a point between or behind them. Both the number that they make and the power of ten are exact
+/// doubles then, so that their quotient is rounded once, as every correct conversion rounds it.
+bool shortDecimal(std::string_view text, double& value) {
+    constexpr std::size_t exactDigits = 15;
+    constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                      1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const bool negative = at != end && *at == '-';
+    if (negative) ++at;
+    if (at == end || !isDigit(*at) || static_cast<std::size_t>(end - at) > exactDigits + 1) return false;
+    std::uint64_t digits = 0;
+    for (; at != end && isDigit(*at); ++at) digits = digits * 10 + static_cast<unsigned>(*at - '0');
+    std::size_t decimals = 0;
+    if (at != end && *at == '.') {
+        const char* const first = ++at;
+        for (; at != end && isDigit(*at); ++at) digits = digits * 10 + static_cast<unsigned>(*at - '0');
+        decimals = static_cast<std::size_t>(at - first);
+    } else if (text.size() - negative > exactDigits) {
+        return false;
+    }
+    if (at != end) return false;
+    const auto whole = static_cast<double>(digits);
+    value = (negative ? -whole : whole) / powersOfTen[decimals];
+    return true;
+}
+
 /// Takes the fields of a pattern off a text one by one, in the manner of scanf.
 class FieldScanner {
 public:
@@ -63,7 +94,11 @@ private:
 
 double numberOf(std::string_view text, bool* whole) {
     double value = 0.0;
-    if (!text.empty() && (text[0] == '-' || (text[0] >= '0' && text[0] <= '9'))) {
+    if (shortDecimal(text, value)) {
+        if (whole) *whole = true;
+        return value;
+    }
+    if (!text.empty() && (text[0] == '-' || isDigit(text[0]))) {
         const char* const end = text.data() + text.size();
         const auto [behind, code] = std::from_chars(text.data(), end, value);
         if (code == std::errc() && behind == end) {
