@@ -8,7 +8,8 @@ namespace {
 
 constexpr std::size_t firstCapacity = 1024;
 constexpr std::size_t largestCapacity = std::size_t{1} << 18;  // entries; a processor's cache holds what is in use
-constexpr std::size_t longestShared = 256;                     // longer texts seldom repeat, and cost more to hash
+constexpr std::size_t shortestShared = 8;                      // shorter ones stand in their slots
+constexpr std::size_t longestShared = 263;                     // longer texts seldom repeat, and cost more to hash
 constexpr int probes = 8;                                      // so that texts made to collide cost no more than others
 constexpr std::uint32_t judgedAfter = 1 << 16;                 // texts
 
@@ -18,7 +19,7 @@ std::uint64_t word(const char* at) {
     return value;
 }
 
-/// Of at least 8 bytes; the last ones are taken twice when their number is no multiple of 8.
+/// Of a text of at least 8 bytes; the last ones are taken twice when their number is no multiple of 8.
 std::uint32_t hashOf(const char* text, std::size_t length) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
     std::uint64_t hash = length * factor;
@@ -31,17 +32,32 @@ std::uint32_t hashOf(const char* text, std::size_t length) {
 }
 
 constexpr std::uint64_t tagMask = 0xFFFF;
+static_assert(longestShared - shortestShared <= 0xFF);
 
-std::uint64_t tagOf(std::uint32_t hash) {
-    return hash >> 16;
+std::uint64_t tagOf(std::uint32_t hash, std::size_t length) {
+    return (hash >> 24) << 8 | (length - shortestShared);
 }
 
 char* textOf(std::uint64_t entry) {
     return reinterpret_cast<char*>(entry >> 16);
 }
 
-std::uint64_t entryOf(const char* text, std::uint32_t hash) {
-    return reinterpret_cast<std::uint64_t>(text) << 16 | tagOf(hash);
+std::size_t lengthOf(std::uint64_t entry) {
+    return (entry & 0xFF) + shortestShared;
+}
+
+std::uint64_t entryOf(const char* text, std::uint64_t tag) {
+    return reinterpret_cast<std::uint64_t>(text) << 16 | tag;
+}
+
+/// Of two texts of at least 8 bytes, whose last words are compared first.
+bool areEqual(const char* a, const char* b, std::size_t length) {
+    const std::size_t last = length - 8;
+    if (word(a + last) != word(b + last)) return false;
+    for (std::size_t i = 0; i < last; i += 8) {
+        if (word(a + i) != word(b + i)) return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -74,12 +90,11 @@ char* CsvTexts::copy(const Arriving& arriving) {
 
 /// Where the text is or would be; null when all probed places hold others.
 CsvTexts::Entry* CsvTexts::place(const Arriving& arriving) const {
+    const std::uint64_t tag = tagOf(arriving.hash, arriving.length);
     for (std::size_t i = 0; i < probes; ++i) {
         Entry& entry = _entries[(arriving.hash + i) & (_capacity - 1)];
         if (entry == 0) return &entry;
-        if ((entry & tagMask) != tagOf(arriving.hash)) continue;
-        const char* const kept = textOf(entry);
-        if (std::strncmp(kept, arriving.text, arriving.length) == 0 && kept[arriving.length] == '\0') return &entry;
+        if ((entry & tagMask) == tag && areEqual(textOf(entry), arriving.text, arriving.length)) return &entry;
     }
     return nullptr;
 }
@@ -98,7 +113,7 @@ bool CsvTexts::grow() {
     for (std::size_t i = 0; i < before; ++i) {
         if (old[i] == 0) continue;
         const char* const text = textOf(old[i]);
-        const std::size_t length = std::strlen(text);
+        const std::size_t length = lengthOf(old[i]);
         if (Entry* const to = place({text, static_cast<std::uint32_t>(length), hashOf(text, length), nullptr})) {
             *to = old[i];
             ++_used;
@@ -124,7 +139,7 @@ char* CsvTexts::keep(const Arriving& arriving) {
     } else {
         kept = copy(arriving);
         if (entry && kept && _used < _capacity / 2) {
-            *entry = entryOf(kept, arriving.hash);
+            *entry = entryOf(kept, tagOf(arriving.hash, arriving.length));
             ++_used;
         }
     }

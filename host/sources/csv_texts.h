@@ -35,7 +35,7 @@ public:
     void finish();
 
 private:
-    // A kept text's address over 16 bits of its hash; 0 is free. Addresses of programs have 47 bits.
+    // A kept text's address over 8 bits of its hash and 8 of its length; 0 is free. Addresses of programs have 47 bits.
     using Entry = std::uint64_t;
 
     char* keep(const Arriving& arriving);

@@ -1,6 +1,5 @@
 #include "host/sources/csv_typing.h"
 
-#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <charconv>
@@ -33,70 +32,78 @@ bool wholeNumber(const char* field, std::size_t length, double& value) {
 
 enum class Outcome { number, noNumber, unknown };
 
-// Short numbers are read by whole words: eight digits at once, the first in the lowest byte.
+// Short numbers are read whole: 16 characters, the first in the lowest byte, without a branch on where the point is.
 
 constexpr std::size_t shortNumber = 16;  // characters without the sign
 constexpr std::size_t exactDigits = 15;  // so many digits fit a double without loss
 constexpr double powersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-std::uint64_t wordAt(const char* text) {
-    std::uint64_t word;
-    std::memcpy(&word, text, sizeof word);
-    return word;
+__extension__ using Characters = unsigned __int128;
+
+Characters charactersAt(const char* text) {
+    Characters sixteen;
+    std::memcpy(&sixteen, text, sizeof sixteen);
+    return sixteen;
 }
 
-/// How many of eight characters are digits, from the first on.
-std::size_t leadingDigits(std::uint64_t word) {
+/// The first `count` characters, up to 15.
+Characters first(std::size_t count) {
+    return (Characters{1} << (8 * count)) - 1;
+}
+
+/// The highest bit of each of eight characters that is no digit.
+std::uint64_t nonDigits(std::uint64_t word) {
     const std::uint64_t offset = word ^ 0x3030303030303030;  // 0 to 9 for a digit
-    const std::uint64_t others = (((offset & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | offset) & 0x8080808080808080;
-    return static_cast<std::size_t>(std::countr_zero(others)) / 8;
+    return (((offset & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | offset) & 0x8080808080808080;
 }
 
-/// The number that the first `count` characters make, all digits; 1 to 8 of them.
-std::uint64_t upToEight(std::uint64_t word, std::size_t count) {
-    word <<= 64 - 8 * count;  // zeros in front
+std::size_t lowestByte(Characters bits) {
+    const auto low = static_cast<std::uint64_t>(bits);
+    const auto place = static_cast<std::size_t>(
+        low != 0 ? std::countr_zero(low) : 64 + std::countr_zero(static_cast<std::uint64_t>(bits >> 64)));
+    return place / 8;
+}
+
+/// The number that eight characters make, digits or NUL.
+std::uint64_t ofEight(std::uint64_t word) {
     word = (word & 0x0F0F0F0F0F0F0F0F) * 2561 >> 8;
     word = (word & 0x00FF00FF00FF00FF) * 6553601 >> 16;
     return (word & 0x0000FFFF0000FFFF) * 42949672960001 >> 32;
 }
 
-/// The same of up to 16 characters; 0 of none.
-std::uint64_t upToSixteen(const char* text, std::size_t count) {
-    if (count == 0) return 0;
-    if (count <= 8) return upToEight(wordAt(text), count);
-    constexpr std::uint64_t powers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
-    return upToEight(wordAt(text), 8) * powers[count - 8] + upToEight(wordAt(text + 8), count - 8);
-}
-
-std::size_t digitsAt(const char* text) {
-    const std::size_t first = leadingDigits(wordAt(text));
-    return first < 8 ? first : 8 + leadingDigits(wordAt(text + 8));
+/// The number that the first `count` characters make, all digits; 1 to 15 of them.
+std::uint64_t numberOf(Characters digits, std::size_t count) {
+    digits <<= 8 * (sizeof digits - count);  // NULs in front
+    return ofEight(static_cast<std::uint64_t>(digits)) * 100'000'000 +
+           ofEight(static_cast<std::uint64_t>(digits >> 64));
 }
 
 /// Up to 16 characters: an integer, or digits around a point. With 15 digits both the number that they make and the
 /// power of ten are exact doubles, so that their quotient is rounded once, as every correct conversion rounds it. What
 /// stands behind the text can be read for `typingSlack` bytes, and does not count.
 Outcome shortDecimal(const char* text, std::size_t length, bool negative, char decimalSep, double& value) {
-    const std::size_t whole = std::min(digitsAt(text), length);
-    if (whole == length) {
+    Characters digits = charactersAt(text);
+    Characters others = nonDigits(static_cast<std::uint64_t>(digits)) |
+                        Characters{nonDigits(static_cast<std::uint64_t>(digits >> 64))} << 64;
+    if (length < shortNumber) others &= first(length);
+    if (others == 0) {
         if (length > exactDigits) return Outcome::unknown;
-        const auto sum = static_cast<std::int64_t>(upToSixteen(text, whole));
+        const auto sum = static_cast<std::int64_t>(numberOf(digits, length));
         value = static_cast<double>(negative ? -sum : sum);  // of integers there is one zero
         return Outcome::number;
     }
+    const std::size_t whole = lowestByte(others);
     const char other = text[whole];
     if (other != '.' && other != decimalSep) {
         const bool goesOn = other == 'e' || other == 'E' || other == 'x' || other == 'X';
         return goesOn ? Outcome::unknown : Outcome::noNumber;
     }
-    const std::size_t decimals = length - whole - 1;
-    if (whole + decimals == 0 || whole + decimals > exactDigits || digitsAt(text + whole + 1) < decimals) {
-        return Outcome::unknown;
-    }
-    // Exact as well: products and sums of whole numbers below 10^15.
-    const double digits = static_cast<double>(upToSixteen(text, whole)) * powersOfTen[decimals] +
-                          static_cast<double>(upToSixteen(text + whole + 1, decimals));
-    value = (negative ? -digits : digits) / powersOfTen[decimals];
+    const bool hasMoreOthers = (others & (others - 1)) != 0;
+    if (length == 1 || hasMoreOthers) return Outcome::unknown;
+    const Characters inFront = first(whole);
+    digits = (digits & inFront) | (digits >> 8 & ~inFront);
+    const auto all = static_cast<double>(numberOf(digits, length - 1));
+    value = (negative ? -all : all) / powersOfTen[length - whole - 1];
     return Outcome::number;
 }
 
@@ -158,9 +165,11 @@ bool equals(const char* field, std::size_t length, const char* text) {
 }  // namespace
 
 CsvField typeCsvField(char* field, std::size_t length, std::size_t slack, const CsvTable& table) {
-    CsvField typed{CsvFieldKind::number, 0, 0};
-    if (numberField(field, length, slack, static_cast<char>(table.decimalSep), typed.number)) return typed;
-    if (equals(field, length, table.trueText)) return {CsvFieldKind::boolean, 0, 1};
+    double number = 0;
+    if (numberField(field, length, slack, static_cast<char>(table.decimalSep), number)) {
+        return {CsvFieldKind::number, 0, number};
+    }
+    if (equals(field, length, table.trueText)) return {CsvFieldKind::boolean, 1, 0};
     if (equals(field, length, table.falseText)) return {CsvFieldKind::boolean, 0, 0};
     return {CsvFieldKind::text, 0, 0};
 }

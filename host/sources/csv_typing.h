@@ -8,10 +8,10 @@ class CsvTable;
 
 enum class CsvFieldKind { number, boolean, text };
 
-struct CsvField {
+struct CsvField {  // small enough for two registers
     CsvFieldKind kind;
-    double number;  // of a number
     int boolean;    // of a boolean
+    double number;  // of a number
 };
 
 /// Bytes behind a field with which short numbers are read by whole words.
