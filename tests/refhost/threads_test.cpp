@@ -1,5 +1,7 @@
 // Several contexts of one host, each on a thread of its own.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -62,6 +64,31 @@ TEST_P(Threads, ContextsOpenReadWriteAndCloseAtOnce) {
     for (std::thread& thread : running) thread.join();
     for (const std::string& failure : failures) EXPECT_EQ(failure, "");
     EXPECT_TRUE(host.counts.balanced());
+}
+
+TEST_P(Threads, AHostMayForkBetweenCalls) {
+    std::string shared;
+    for (int i = 0; i < 200; ++i) shared += "name" + std::to_string(i) + "," + std::to_string(i) + "\n";
+    support::ScriptRunner runner(support::Files{{"shared.csv", shared}});
+    Host& host = runner.host();
+    const Driver& driver = *host.module().driver(GetParam());
+    void* const held = openSource(host.context(9), driver, "held", true);  // open in both processes
+    ASSERT_NE(held, nullptr);
+    std::string failure;
+    work(host, GetParam(), 1, failure);
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        alarm(60);
+        work(host, GetParam(), 2, failure);
+        _exit(failure.empty() ? 0 : 1);
+    }
+    work(host, GetParam(), 1, failure);
+    EXPECT_EQ(failure, "");
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(driver.close(host.context(9).handle(), held), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Threads, testing::Values("csv", "xls", "xlsx"),

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -197,6 +199,25 @@ TEST_F(Threads, EndWithTheCallWhenMemoryIsShort) {
             EXPECT_TRUE(struck || !archive.empty());
         }
         EXPECT_GT(failures, 5) << static_cast<int>(kind);
+    }
+}
+
+/// No thread outlives its call, so that a host may fork between two: both processes go on.
+TEST_F(Threads, LeaveAForkAlone) {
+    use(4);
+    const std::string bytes = cells(6 * block);
+    const auto whole = entriesOf(archiveOf(bytes));
+    for (int i = 0; i < 5; ++i) {
+        const pid_t child = fork();
+        ASSERT_NE(child, -1);
+        if (child == 0) {
+            alarm(60);  // a lock that a thread of the other process had would never open
+            _exit(entriesOf(archiveOf(bytes)) == whole ? 0 : 1);
+        }
+        EXPECT_EQ(entriesOf(archiveOf(bytes)), whole);
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
     }
 }
 

@@ -62,16 +62,23 @@ TEST_P(Failures, AFullDiskLeavesTheOldFile) {
     std::ofstream(name, std::ios::binary) << "the old file";
     auto* sheet = book->addSheet("S");
     for (int i = 0; i < 2000; ++i) sheet->writeNumber(i, i % 7, i * 0.37);
+    std::size_t size = 0;
+    const char* data = nullptr;
+    ASSERT_TRUE(book->saveMemory(&data, &size));
     rlimit before;
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit low{4096, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
-    const bool saved = book->saveFile(name.c_str());
-    const std::string text = error();
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    EXPECT_FALSE(saved);
-    EXPECT_EQ(text, "disk is full");
-    EXPECT_EQ(content(), "the old file");
+    for (rlim_t room = 12; room < size; room += size / 40) {
+        const rlimit low{room, before.rlim_max};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &low), 0);
+        const bool saved = book->saveFile(name.c_str());
+        const std::string text = error();
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+        EXPECT_FALSE(saved) << room;
+        EXPECT_EQ(text, "disk is full");
+        EXPECT_EQ(content(), "the old file");
+    }
+    EXPECT_FALSE(book->saveFile("/dev/full"));  // refuses the write itself
+    EXPECT_NE(error(), "ok");
 
     std::ofstream(name, std::ios::binary) << std::string(1000000, 'x');  // a longer file is cut
     EXPECT_TRUE(book->saveFile(name.c_str())) << error();
