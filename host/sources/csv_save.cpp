@@ -1,8 +1,13 @@
 #include "host/sources/csv_save.h"
 
+#include <bit>
 #include <cstring>
 #include <memory>
 #include <new>
+
+#ifdef __x86_64__
+#include <emmintrin.h>
+#endif
 
 #include "host/interface/driver_messages.h"
 #include "host/interface/host.h"
@@ -24,6 +29,32 @@ public:
     void put(char c) {
         if (_used == capacity) flush();
         _text[_used++] = c;
+    }
+
+    /// Copies a text that stands in the table's memory by whole words up to its NUL. False, and nothing put, when it is
+    /// long or has a character that asks for quotes.
+    bool putPlain([[maybe_unused]] const char* text, [[maybe_unused]] char fieldSep) {
+#ifdef __x86_64__
+        constexpr std::size_t most = 256, step = 16;
+        static_assert(step <= ZeroedArena::slack);
+        if (capacity - _used < most) flush();
+        char* const to = _text.get() + _used;
+        const __m128i quote = _mm_set1_epi8('"'), separator = _mm_set1_epi8(fieldSep);
+        for (std::size_t at = 0; at < most; at += step) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at), bytes);
+            const __m128i ends =
+                _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_setzero_si128()),
+                             _mm_or_si128(_mm_cmpeq_epi8(bytes, quote), _mm_cmpeq_epi8(bytes, separator)));
+            const auto mask = static_cast<unsigned>(_mm_movemask_epi8(ends));
+            if (mask == 0) continue;
+            const std::size_t end = at + static_cast<std::size_t>(std::countr_zero(mask));
+            if (text[end] != '\0') return false;
+            _used += end;
+            return true;
+        }
+#endif
+        return false;
     }
 
     void put(const char* text, std::size_t length) {
@@ -101,10 +132,12 @@ private:
                 value.word > 0 ? _out.put(_table.trueText, _trueLength) : _out.put(_table.falseText, _falseLength);
                 return true;
             case csvShortText:
-                printText(value.shortText);
+                if (!_out.putPlain(value.shortText, _fieldSep)) printText(value.shortText);
+                return true;
+            case csvArenaText:
+                if (!_out.putPlain(value.text, _fieldSep)) printText(value.text);
                 return true;
             case csvHeapText:
-            case csvArenaText:
                 printText(value.text);
                 return true;
             default:

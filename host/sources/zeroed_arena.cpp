@@ -31,7 +31,7 @@ char* ZeroedArena::aligned(char* at) {
 
 void* ZeroedArena::takeFromNewSlab(std::size_t size) {
     _slabSize = std::min(_slabSize * 2, largestSlab);
-    const std::size_t whole = std::max(_slabSize, (size + sizeof(Slab) + 4095) & ~std::size_t{4095});
+    const std::size_t whole = std::max(_slabSize, (size + sizeof(Slab) + slack + 4095) & ~std::size_t{4095});
     void* const memory = mmap(nullptr, whole, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) return nullptr;
     preferLargePages(memory, whole);
@@ -41,7 +41,7 @@ void* ZeroedArena::takeFromNewSlab(std::size_t size) {
     _slabs = slab;
     char* const first = static_cast<char*>(memory) + sizeof(Slab);
     _next = first + size;
-    _end = static_cast<char*>(memory) + whole;
+    _end = static_cast<char*>(memory) + whole - slack;
     return first;
 }
 

@@ -12,6 +12,9 @@ void preferLargePages(void* memory, std::size_t size);
 /// come straight from the system, so that pages which nobody touches cost nothing.
 class ZeroedArena {
 public:
+    /// Bytes behind each piece that can be read too; what they hold does not matter.
+    static constexpr std::size_t slack = 16;
+
     ZeroedArena() = default;
     ~ZeroedArena();
     ZeroedArena(const ZeroedArena&) = delete;
