@@ -72,10 +72,11 @@ TEST_P(Threads, AHostMayForkBetweenCalls) {
     support::ScriptRunner runner(support::Files{{"shared.csv", shared}});
     Host& host = runner.host();
     const Driver& driver = *host.module().driver(GetParam());
-    void* const held = openSource(host.context(9), driver, "held", true);  // open in both processes
-    ASSERT_NE(held, nullptr);
     std::string failure;
-    work(host, GetParam(), 1, failure);
+    work(host, GetParam(), 9, failure);
+    ASSERT_EQ(failure, "");
+    void* const held = openSource(host.context(9), driver, std::string("own9.") + GetParam(), true);
+    ASSERT_NE(held, nullptr);  // open in both processes
     const pid_t child = fork();
     ASSERT_NE(child, -1);
     if (child == 0) {
