@@ -187,7 +187,7 @@ int hostUnionGet(HostContext*, void* object, HostValue* value) {
 HostType hostUnionType(void* object) {
     const UnionObject* any = unionOf(object);
     if (!any) return hostTypeAny;
-    return any->held ? any->holds : any->type;
+    return any->held() != nullptr ? any->holds : any->type;
 }
 
 int hostUnionSet(HostContext* handle, void* object, int kind, HostValue value) {

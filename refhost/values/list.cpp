@@ -23,16 +23,15 @@ bool List::append(HostType type, HostValue value) {
     }
     type &= hostTypeMask;
     if (ofAny) {
-        auto any = std::make_unique<UnionObject>(HostType{hostTypeAny});
-        if (isBaseType(type)) {
+        const auto* object = isBaseType(type) ? nullptr : static_cast<const Object*>(value.object);
+        const bool isAny = object != nullptr && object->kind == ObjectKind::anyUnion;
+        auto any = std::make_unique<UnionObject>(isAny ? object->type : HostType{hostTypeAny});
+        if (isAny)
+            any->assign(_types, static_cast<const UnionObject&>(*object));
+        else if (object != nullptr)
+            any->set(cloneObject(_types, *object));
+        else if (isBaseType(type))
             any->set(type, value);
-        } else if (const auto* object = static_cast<const Object*>(value.object)) {
-            ObjectPtr copy = cloneObject(_types, *object);
-            if (object->kind == ObjectKind::anyUnion)
-                any.reset(static_cast<UnionObject*>(copy.release()));
-            else
-                any->set(std::move(copy));
-        }
         value.object = any.release();
         _items.push_back({hostTypeAny, value});
         return true;

@@ -25,21 +25,28 @@ void appendBytes(std::string& key, Number number) {
 }  // namespace
 
 void UnionObject::clear() {
-    held.reset();
+    delete held();
     value = {};
     holds = hostTypeAny;
 }
 
 void UnionObject::set(HostType kind_, HostValue slot) {
-    held.reset();
+    delete held();
     value = slot;
     holds = kind_;
 }
 
 void UnionObject::set(ObjectPtr object) {
+    delete held();
     holds = object->type;
-    value.object = object.get();
-    held = std::move(object);
+    value.object = object.release();
+}
+
+void UnionObject::assign(const TypeRegistry& types, const UnionObject& from) {
+    if (from.held() != nullptr)
+        set(cloneObject(types, *from.held()));
+    else
+        set(from.holds, from.value);
 }
 
 RecordObject::RecordObject(const TypeRegistry& types, const TypeInfo& info_, HostType type_)
@@ -70,15 +77,9 @@ ObjectPtr cloneObject(const TypeRegistry& types, const Object& from, HostType ty
         case ObjectKind::date:
             static_cast<DateObject&>(*to).date = static_cast<const DateObject&>(from).date;
             break;
-        case ObjectKind::anyUnion: {
-            const auto& source = static_cast<const UnionObject&>(from);
-            auto& target = static_cast<UnionObject&>(*to);
-            if (source.held)
-                target.set(cloneObject(types, *source.held));
-            else
-                target.set(source.holds, source.value);
+        case ObjectKind::anyUnion:
+            static_cast<UnionObject&>(*to).assign(types, static_cast<const UnionObject&>(from));
             break;
-        }
         case ObjectKind::record: {
             const auto& source = static_cast<const RecordObject&>(from);
             auto& target = static_cast<RecordObject&>(*to);

@@ -9,17 +9,17 @@
 
 namespace refhost {
 
-enum class ObjectKind { date, anyUnion, record };
+enum class ObjectKind : std::uint8_t { date, anyUnion, record };
 
 /// What the module sees as an opaque object. Knows its own type, so that an operation given an alias, a union or what
 /// the union holds does the right thing. Owned by whoever holds the slot.
 struct Object {
-    Object(HostType type_, ObjectKind kind_) : type(type_), kind(kind_) {}
+    Object(HostType type_, ObjectKind kind_) : type(static_cast<std::uint16_t>(type_)), kind(kind_) {}
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
     virtual ~Object() = default;
 
-    const HostType type;  // may be an alias
+    const std::uint16_t type;  // a HostType without class bits; may be an alias
     const ObjectKind kind;
 };
 using ObjectPtr = std::unique_ptr<Object>;
@@ -29,17 +29,23 @@ struct DateObject final : Object {
     Date date;
 };
 
-/// A value of any type. Texts are not owned: they are registered with the host.
+/// A value of any type. Texts are not owned: they are registered with the host; objects are. Small, since a list of any
+/// has one for each item.
 struct UnionObject final : Object {
     explicit UnionObject(HostType type_) : Object(type_, ObjectKind::anyUnion) {}
+    ~UnionObject() override { delete held(); }
     void clear();
     void set(HostType kind, HostValue slot);
     void set(ObjectPtr object);
-    /// 0 nothing, 1 to 4 a base type, above that the type of `held`.
+    /// What another one holds, copied.
+    void assign(const TypeRegistry& types, const UnionObject& from);
+    /// The object that it owns; null for none.
+    Object* held() const { return isBaseType(holds) ? nullptr : static_cast<Object*>(value.object); }
+    /// 0 nothing, 1 to 4 a base type, above that the type of the object.
     HostType holds = hostTypeAny;
     HostValue value{};
-    ObjectPtr held;
 };
+static_assert(sizeof(UnionObject) == 24);
 
 struct RecordObject final : Object {
     RecordObject(const TypeRegistry& types, const TypeInfo& info, HostType type_);

@@ -36,10 +36,10 @@ const char* TextPool::intern(std::string_view text) {
         if (!slot.text) {
             slot = {hash, static_cast<std::uint32_t>(text.size()), _arena.keep(text)};
             ++_count;
-            return slot.text;
+            return _last = slot.text;
         }
         if (slot.hash == hash && slot.length == text.size() && std::memcmp(slot.text, text.data(), text.size()) == 0)
-            return slot.text;
+            return _last = slot.text;
     }
 }
 

@@ -24,6 +24,8 @@ private:
 class TextPool {
 public:
     const char* intern(std::string_view text);
+    /// The same; what was answered last, which is often given back at once, is known by its address.
+    const char* intern(const char* text) { return text == _last ? text : intern(std::string_view(text)); }
     std::size_t size() const { return _count; }
 
 private:
@@ -37,6 +39,7 @@ private:
     TextArena _arena;
     std::vector<Slot> _slots;
     std::size_t _count = 0;
+    const char* _last = nullptr;
 };
 
 }  // namespace refhost

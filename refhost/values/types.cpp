@@ -1,6 +1,5 @@
 #include "refhost/values/types.h"
 
-#include <mutex>
 #include <stdexcept>
 
 namespace refhost {
@@ -8,20 +7,8 @@ namespace refhost {
 TypeRegistry::TypeRegistry() {
     add({hostTypeAny, "any", hostClassUnion, hostTypeAny, true, {}});
     for (const char* name : {"integer", "real", "text", "boolean"}) add({0, name, 0, 0, true, {}});
-    while (_types.size() < hostTypeFirstObject) add({0, "", 0, 0, false, {}});  // kinds that this host does not have
+    while (_count < hostTypeFirstObject) add({0, "", 0, 0, false, {}});  // kinds that this host does not have
     add({typeDate, "date", 0, 0, true, {}});
-}
-
-const TypeInfo* TypeRegistry::find(HostType type) const {
-    type &= hostTypeMask;
-    const std::shared_lock lock(_mutex);
-    if (type >= _types.size() || _types[type].name.empty()) return nullptr;
-    return &_types[type];
-}
-
-HostType TypeRegistry::resolve(HostType type) const {
-    const TypeInfo* info = find(type);
-    return info && info->classWord == hostClassAlias ? info->base : type & hostTypeMask;
 }
 
 HostType TypeRegistry::addRecord(std::string name, std::vector<RecordField> fields) {
@@ -37,11 +24,15 @@ HostType TypeRegistry::addAlias(std::string name, HostType of) {
 }
 
 HostType TypeRegistry::add(TypeInfo info) {
-    const std::unique_lock lock(_mutex);
-    if (_types.size() > hostTypeMask) throw std::length_error("too many types");
-    info.number = static_cast<HostType>(_types.size());
-    _types.push_back(std::move(info));
-    return _types.back().number;
+    const std::lock_guard lock(_adding);
+    const std::size_t number = _count.load(std::memory_order_relaxed);
+    if (number > hostTypeMask) throw std::length_error("too many types");
+    std::unique_ptr<Block>& block = _blocks[number / blockSize];
+    if (!block) block = std::make_unique<Block>();
+    info.number = static_cast<HostType>(number);
+    at(number) = std::move(info);
+    _count.store(number + 1, std::memory_order_release);
+    return static_cast<HostType>(number);
 }
 
 }  // namespace refhost

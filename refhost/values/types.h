@@ -1,9 +1,10 @@
 // The types of a host: the built-in ones and those that are declared while it runs.
 #pragma once
+#include <array>
+#include <atomic>
 #include <cstdint>
-#include <deque>
 #include <memory>
-#include <shared_mutex>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,15 +36,26 @@ constexpr bool isBaseType(HostType type) {
     return type >= hostTypeInteger && type <= hostTypeBoolean;
 }
 
-/// Hands out type numbers. Safe to use from several threads; the records it answers live as long as it does.
+/// Hands out type numbers. Safe to use from several threads; the records it answers live as long as it does. Looking
+/// one up, which is done for every value, takes no lock.
 class TypeRegistry {
 public:
     TypeRegistry();
 
     /// Null when there is no type of that number.
-    const TypeInfo* find(HostType type) const;
+    const TypeInfo* find(HostType type) const {
+        type &= hostTypeMask;
+        if (type >= _count.load(std::memory_order_acquire)) return nullptr;
+        const TypeInfo& info = at(type);
+        return info.name.empty() ? nullptr : &info;
+    }
     /// The type that an alias stands for, any other type itself.
-    HostType resolve(HostType type) const;
+    HostType resolve(HostType type) const {
+        type &= hostTypeMask;
+        if (isBaseType(type)) return type;
+        const TypeInfo* info = find(type);
+        return info != nullptr && info->classWord == hostClassAlias ? info->base : type;
+    }
     /// What `resolve` of the type is: a base type, a union, a record or a date.
     const TypeInfo* resolved(HostType type) const { return find(resolve(type)); }
 
@@ -54,10 +66,16 @@ public:
     HostType addAlias(std::string name, HostType of);
 
 private:
-    HostType add(TypeInfo info);
+    static constexpr std::size_t blockSize = 64;
+    using Block = std::array<TypeInfo, blockSize>;
 
-    mutable std::shared_mutex _mutex;
-    std::deque<TypeInfo> _types;  // by number
+    HostType add(TypeInfo info);
+    TypeInfo& at(std::size_t type) const { return (*_blocks[type / blockSize])[type % blockSize]; }
+
+    std::mutex _adding;
+    // By number, in blocks that stay where they are; a type is made before it is counted.
+    std::array<std::unique_ptr<Block>, (hostTypeMask + 1) / blockSize> _blocks;
+    std::atomic<std::size_t> _count{0};
 };
 
 }  // namespace refhost
