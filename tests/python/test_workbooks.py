@@ -275,6 +275,27 @@ def test_what_does_not_fit(kind):
         sheet.define_name("1 bad name", "A1")
 
 
+def test_columns_of_more_different_values_than_are_kept(tmp_path):
+    """Texts and dates that come again are one object, but not without end."""
+    count = 70_000
+    texts = [f"text {i // 2 if i < 1000 else i}é" for i in range(count)] + ["text 0é"]
+    session = quillet.Session(directory=tmp_path)
+    session.write("xlsx:many.xlsx", quillet.to("grow;[S$A1]", texts))
+    with quillet.open(tmp_path / "many.xlsx") as book:
+        sheet = book["S"]
+        found = sheet.values("A:A")[:, 0]
+        assert all(one == other for one, other in zip(found, texts)) and len(found) == len(texts)
+        sheet.set_values("B1", 30000 + np.arange(count).reshape(-1, 1) / 4)
+        look = book.new_format(number_format="yyyy-mm-dd hh:mm")
+        for row in range(count):
+            sheet[row, 1].format = look
+        moments = sheet.values(f"B1:B{count}")[:, 0]
+        assert moments[3] == datetime.datetime(1982, 2, 18, 18) and len(set(moments)) == count
+    read = session.read("xlsx:many.xlsx", x=quillet.List(str, f"[S$A1:A{count + 1}]")).x
+    assert read.to_numpy().tolist() == texts
+    assert found[0] is found[1], "made once"
+
+
 def test_reference_counts_stay_over_a_thousand_rounds(kind):
     book = Book(kind)
     sheet = book.add_sheet("S")

@@ -51,7 +51,7 @@ const Date* dateIn(const Object* object) {
 const Date* dateAt(HostValue value) {
     const auto* object = static_cast<const Object*>(value.object);
     if (object != nullptr && object->kind == ObjectKind::anyUnion)
-        object = static_cast<const UnionObject*>(object)->held.get();
+        object = static_cast<const UnionObject*>(object)->held();
     return dateIn(object);
 }
 
@@ -87,7 +87,7 @@ struct Kinds {
             numbers = true;
         else if (kind == hostTypeBoolean)
             booleans = true;
-        else if (const Date* date = dateIn(any->held.get()); date != nullptr && date->hasDate)
+        else if (const Date* date = dateIn(any->held()); date != nullptr && date->hasDate)
             dates = true;
         else
             others = true;

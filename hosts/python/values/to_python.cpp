@@ -22,9 +22,7 @@ py::object ValueMaker::make(HostType type, HostValue value) {
 
 py::object ValueMaker::makeText(const char* text) {
     if (text == nullptr) return py::none();
-    const auto [at, fresh] = _texts.try_emplace(text);
-    if (fresh) at->second = pythonText(text);
-    return at->second;
+    return _texts.find(reinterpret_cast<std::uintptr_t>(text), [&] { return pythonText(text); });
 }
 
 py::object ValueMaker::makeObject(const refhost::Object* object) {
@@ -35,7 +33,7 @@ py::object ValueMaker::makeObject(const refhost::Object* object) {
         case refhost::ObjectKind::anyUnion: {
             const auto* any = static_cast<const refhost::UnionObject*>(object);
             if (any->holds == hostTypeAny) return py::none();
-            return any->held ? makeObject(any->held.get()) : make(any->holds, any->value);
+            return any->held() != nullptr ? makeObject(any->held()) : make(any->holds, any->value);
         }
         case refhost::ObjectKind::record:
             break;

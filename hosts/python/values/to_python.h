@@ -3,8 +3,8 @@
 #include <pybind11/pybind11.h>
 
 #include <functional>
-#include <unordered_map>
 
+#include "hosts/python/values/known_objects.h"
 #include "refhost/values/object.h"
 
 namespace pyhost {
@@ -30,7 +30,7 @@ private:
 
     const refhost::TypeRegistry& _types;
     const RecordClasses _classes;
-    std::unordered_map<const char*, py::object> _texts;
+    KnownObjects _texts;
 };
 
 }  // namespace pyhost

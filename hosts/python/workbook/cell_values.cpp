@@ -1,14 +1,17 @@
 #include "hosts/python/workbook/cell_values.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "engine/facts/cell_address.h"
 #include "engine/facts/error_text.h"
 #include "hosts/python/values/dates.h"
 #include "hosts/python/values/from_python.h"
+#include "hosts/python/values/known_objects.h"
 #include "hosts/python/values/texts.h"
 
 namespace pyhost {
@@ -61,15 +64,36 @@ py::object isoDate(Sheet& sheet, int row, int col) {
     return date ? dateOr(*date, [&] { return pythonText(text); }) : pythonText(text);
 }
 
-py::array objectArray(const std::vector<py::ssize_t>& shape, std::vector<py::object>& cells) {
-    py::array made(py::dtype("O"), shape);
-    auto** const out = static_cast<PyObject**>(made.mutable_data());
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        PyObject* const before = out[i];
-        out[i] = (cells[i] ? cells[i] : py::none()).release().ptr();
-        Py_XDECREF(before);
+/// What many cells have in common.
+struct KnownValues {
+    KnownTexts texts;
+    KnownObjects moments;
+};
+
+/// The value of a cell, which may be one of the known ones where they are given.
+py::object valueOf(SheetHandle& handle, int row, int col, bool dates, const py::object& errorClass,
+                   KnownValues* known) {
+    Sheet& sheet = handle.use();
+    switch (sheet.cellType(row, col)) {
+        case vellum::cellNumber: {
+            const double number = sheet.readNumber(row, col);
+            if (!dates || !sheet.isDate(row, col)) return py::float_(number);
+            const auto make = [&] { return dateOrNumber(handle.book().use(), number); };
+            return known == nullptr ? make() : known->moments.find(std::bit_cast<std::uint64_t>(number), make);
+        }
+        case vellum::cellString: {
+            const char* const text = sheet.readString(row, col);
+            return known == nullptr || text == nullptr ? pythonText(text) : known->texts.find(text);
+        }
+        case vellum::cellBoolean:
+            return py::bool_(sheet.readBool(row, col));
+        case vellum::cellError:
+            return errorOf(sheet, row, col, errorClass);
+        case vellum::cellDate:
+            return isoDate(sheet, row, col);
+        default:
+            return py::none();
     }
-    return made;
 }
 
 /// Visits the cells of an area that are there, until `visit(row, col)` answers false.
@@ -100,6 +124,22 @@ std::size_t placeIn(const Area& area, int row, int col) {
 std::vector<py::ssize_t> shapeOf(const Area& area) {
     if (area.rows() > 0 && area.columns() > mostCells / area.rows()) throw std::bad_alloc();
     return {static_cast<py::ssize_t>(area.rows()), static_cast<py::ssize_t>(area.columns())};
+}
+
+/// An array of objects from those that `valueAt(row, col)` gives for the cells that are there, None for the others.
+template <class ValueAt>
+py::array objectArray(Sheet& sheet, const Area& area, ValueAt&& valueAt) {
+    py::array made(py::dtype("O"), shapeOf(area));
+    auto** const out = static_cast<PyObject**>(made.mutable_data());
+    forEachCell(sheet, area, [&](int row, int col) {
+        PyObject*& slot = out[placeIn(area, row, col)];
+        PyObject* const before = std::exchange(slot, py::object(valueAt(row, col)).release().ptr());
+        Py_XDECREF(before);
+        return true;
+    });
+    for (py::ssize_t i = 0; i < made.size(); ++i)
+        if (out[i] == nullptr) out[i] = py::none().release().ptr();
+    return made;
 }
 
 /// Which kinds of cells an area has. Its numbers, and booleans as numbers, as long as there are no others.
@@ -175,23 +215,7 @@ Area usedPart(Sheet& sheet, const Area& area) {
 }
 
 py::object cellValue(SheetHandle& handle, int row, int col, bool dates, const py::object& errorClass) {
-    Sheet& sheet = handle.use();
-    switch (sheet.cellType(row, col)) {
-        case vellum::cellNumber: {
-            const double number = sheet.readNumber(row, col);
-            return dates && sheet.isDate(row, col) ? dateOrNumber(handle.book().use(), number) : py::float_(number);
-        }
-        case vellum::cellString:
-            return pythonText(sheet.readString(row, col));
-        case vellum::cellBoolean:
-            return py::bool_(sheet.readBool(row, col));
-        case vellum::cellError:
-            return errorOf(sheet, row, col, errorClass);
-        case vellum::cellDate:
-            return isoDate(sheet, row, col);
-        default:
-            return py::none();
-    }
+    return valueOf(handle, row, col, dates, errorClass, nullptr);
 }
 
 void setCellValue(SheetHandle& handle, int row, int col, const py::object& value) {
@@ -217,7 +241,7 @@ void setCellValue(SheetHandle& handle, int row, int col, const py::object& value
             done = sheet.writeBool(row, col, any.value.integer != 0);
             break;
         default:
-            done = writeDate(handle, row, col, static_cast<const refhost::DateObject&>(*any.held).date);
+            done = writeDate(handle, row, col, static_cast<const refhost::DateObject&>(*any.held()).date);
     }
     handle.book().check(done);
 }
@@ -264,24 +288,17 @@ py::array areaValues(SheetHandle& handle, const Area& area, bool dates, const py
         return made;
     }
     found.values = {};
-    std::vector<py::object> cells(size);
-    forEachCell(sheet, area, [&](int row, int col) {
-        cells[placeIn(area, row, col)] = cellValue(handle, row, col, dates, errorClass);
-        return true;
-    });
-    return objectArray(shapeOf(area), cells);
+    KnownValues known;
+    return objectArray(sheet, area,
+                       [&](int row, int col) { return valueOf(handle, row, col, dates, errorClass, &known); });
 }
 
 py::array areaFormulas(SheetHandle& handle, const Area& area) {
     const BookHandle::Pin pin(handle.book());
     Sheet& sheet = handle.use();
-    const std::vector<py::ssize_t> shape = shapeOf(area);
-    std::vector<py::object> cells(area.rows() * area.columns());
-    forEachCell(sheet, area, [&](int row, int col) {
-        if (sheet.isFormulaCell(row, col)) cells[placeIn(area, row, col)] = pythonText(sheet.readFormula(row, col));
-        return true;
+    return objectArray(sheet, area, [&](int row, int col) -> py::object {
+        return sheet.isFormulaCell(row, col) ? pythonText(sheet.readFormula(row, col)) : py::none();
     });
-    return objectArray(shape, cells);
 }
 
 }  // namespace pyhost
