@@ -155,7 +155,11 @@ void BookImplT<CharT>::readSheets(const LoadScope& scope) {
         sheet->setName(_globals.boundSheets[i].sheetName.text);
         // A sheet that is not wanted is read all the same: the next one begins where it ends.
         sheet->load(_xls, keep ? wanted : noRows);
-        if (keep) _sheets.push_back(std::move(sheet));
+        if (keep) {
+            _sheets.push_back(std::move(sheet));
+        } else {
+            sheet->releaseStrings();
+        }
     }
     if (scope.sheetIndex != allSheets) keepOneSheet(static_cast<std::size_t>(scope.sheetIndex));
 }

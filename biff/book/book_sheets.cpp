@@ -27,6 +27,11 @@ std::uint8_t boundKindOf(std::uint16_t dt) {
     }
 }
 
+template <class Entry>
+void makeRoomForOne(std::vector<Entry>& list) {
+    if (list.size() == list.capacity()) list.reserve(2 * list.size() + 1);
+}
+
 }  // namespace
 
 template <class CharT>
@@ -62,17 +67,20 @@ SheetImplT<CharT>& BookImplT<CharT>::makeSheet(std::size_t index, const CharT* n
     }
     sheet->setUsesR1C1(usesR1C1());  // a loaded book has it in its sheets
 
+    // From here on no memory is asked for until the lists have grown together.
+    std::vector<int> newIndex(_sheets.size());
+    for (std::size_t i = 0; i < newIndex.size(); ++i) newIndex[i] = static_cast<int>(i < index ? i : i + 1);
     auto& tabIds = _globals.rrTabId;
+    makeRoomForOne(tabIds);
+    makeRoomForOne(_sheets);
+    makeRoomForOne(_globals.boundSheets);
     if (!_sheets.empty()) {
         const auto highest = tabIds.empty() ? 0 : *std::ranges::max_element(tabIds);
         const std::size_t at = tabIds.size() == _sheets.size() ? index : tabIds.size();
         tabIds.insert(tabIds.begin() + static_cast<std::ptrdiff_t>(at), static_cast<std::uint16_t>(highest + 1));
     } else if (tabIds.size() != 1) {
-        tabIds = {1};
+        tabIds.assign(1, 1);
     }
-    std::vector<int> newIndex(_sheets.size());
-    for (std::size_t i = 0; i < newIndex.size(); ++i) newIndex[i] = static_cast<int>(i < index ? i : i + 1);
-
     SheetImplT<CharT>& made = *sheet;
     _sheets.insert(_sheets.begin() + static_cast<std::ptrdiff_t>(index), std::move(sheet));
     _globals.boundSheets.insert(_globals.boundSheets.begin() + static_cast<std::ptrdiff_t>(index), entry);

@@ -288,7 +288,8 @@ bool SheetImplT<CharT>::writeBlank(int row, int col, Format* format) {
 template <class CharT>
 bool SheetImplT<CharT>::cellFrom(int* row, int* col) {
     auto atRow = static_cast<std::uint32_t>(std::max(*row, 0)), atCol = static_cast<std::uint32_t>(std::max(*col, 0));
-    if (!parts().cells.index().nextOccupied(atRow, atCol)) return false;
+    const bool found = ask(false, [&](const SheetParts& p) { return p.cells.index().nextOccupied(atRow, atCol); });
+    if (!found) return false;
     *row = static_cast<int>(atRow);
     *col = static_cast<int>(atCol);
     return true;

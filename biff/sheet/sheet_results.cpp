@@ -1,8 +1,26 @@
 // The cached results of formulas.
+#include <cmath>
+
 #include "biff/sheet/sheet.h"
 #include "engine/text/conversions.h"
 
 namespace vellum {
+namespace {
+
+CachedValue cachedValue(const FormulaResult& result, bool hasText) {
+    switch (result.kind) {
+        case cellNumber:
+            return std::isfinite(result.number) ? CachedValue::number(result.number) : CachedValue::error(errorNumber);
+        case cellBoolean:
+            return CachedValue::boolean(result.boolean);
+        case cellError:
+            return CachedValue::error(result.error);
+        default:
+            return hasText ? CachedValue::text() : CachedValue::empty();
+    }
+}
+
+}  // namespace
 
 template <class CharT>
 bool SheetImplT<CharT>::isCalculated(int row, int col) {
@@ -20,26 +38,15 @@ bool SheetImplT<CharT>::setResult(int row, int col, const FormulaResult& result)
         if (cellAs<FormulaCell>(slot) == nullptr) throw vlerror(biff::msg::notFormula);
         const std::wstring text = toWide(std::string_view(result.text), true);
         if (text.size() > maxCellText) throw vlerror(biff::msg::stringTooLong);
+        const bool hasText = result.kind == cellString && !text.empty();
+        const XLUnicodeString pooled =
+            hasText ? XLUnicodeString::twoByte(_book.pool().copy(text), text.size()) : XLUnicodeString();
         FormulaCell& cell = edit().cells.template get<FormulaCell>(slot);
-        cell.hasText = result.kind == cellString && !text.empty();
+        cell.value = cachedValue(result, hasText);
+        cell.hasText = hasText;
+        if (hasText) cell.text = pooled;
         cell.grbit &= static_cast<std::uint16_t>(~FormulaCell::alwaysCalc);
         if (cell.tail != nullptr) cell.tail->continues.clear();
-        switch (result.kind) {
-            case cellNumber:
-                cell.value = CachedValue::number(result.number);
-                break;
-            case cellBoolean:
-                cell.value = CachedValue::boolean(result.boolean);
-                break;
-            case cellError:
-                cell.value = CachedValue::error(result.error);
-                break;
-            default:
-                cell.value = cell.hasText ? CachedValue::text() : CachedValue::empty();
-        }
-        if (cell.hasText) {
-            cell.text = XLUnicodeString::twoByte(toPool(text.c_str(), _book.pool(), true), text.size());
-        }
         return true;
     });
 }

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "engine/api/iformula_results.h"
 #include "tests/biff/sheet/fixture.h"
 
 namespace vellum::test {
@@ -195,6 +196,49 @@ TEST(SheetFormulas, OfTheOlderLayout) {
     EXPECT_EQ(textAt(*old.sheet, *old.book, 0, 2), "A1&\"b\"");
     const auto again = loaded(saved(*old.book));
     EXPECT_EQ(textAt(*again->getSheet(0), *again, 0, 2), "A1&\"b\"");
+}
+
+TEST(FormulaResults, AreReplacedAndNothingElse) {
+    const struct {
+        FormulaResult result;
+        const char* value;  // as the record has it
+        const char* text;   // of the record behind it; null: none
+    } cases[] = {
+        {{.number = 1.5, .text = {}}, "000000000000F83F", nullptr},
+        {{.number = std::numeric_limits<double>::quiet_NaN(), .text = {}}, "020024000000FFFF", nullptr},
+        {{.kind = cellBoolean, .boolean = true, .text = {}}, "010001000000FFFF", nullptr},
+        {{.kind = cellError, .error = errorDivisionByZero, .text = {}}, "020007000000FFFF", nullptr},
+        {{.kind = cellString, .text = "ab"}, "000000000000FFFF", "0200 01 61006200"},
+        {{.kind = cellString, .text = std::string("a\0b", 3)}, "000000000000FFFF", "0300 01 610000006200"},
+        {{.kind = cellString, .text = {}}, "030000000000FFFF", nullptr},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.value);
+        NewSheet s;
+        ASSERT_TRUE(s.sheet->writeFormulaText(0, 0, "A2&\"x\"", "old")) << s.book->errorMessage();
+        Record expected = s.cellRecord();
+        auto& results = dynamic_cast<IFormulaResults&>(*s.sheet);
+        ASSERT_TRUE(results.setResult(0, 0, c.result)) << s.book->errorMessage();
+        EXPECT_TRUE(results.isCalculated(0, 0));
+        const Record got = s.cellRecord();
+        EXPECT_EQ(value(got), c.value);
+        std::copy_n(got.body.begin() + 6, 8, expected.body.begin() + 6);
+        expected.body[14] &= std::byte{0xFE};  // nobody has to calculate it
+        EXPECT_EQ(got, expected);
+        const auto texts = only(savedRecords(*s.book), 519);
+        ASSERT_EQ(texts.size(), c.text == nullptr ? 0U : 1U);
+        if (c.text == nullptr) continue;
+        EXPECT_EQ(texts[0].body, hex(c.text));
+    }
+    NewSheet s;
+    auto& results = dynamic_cast<IFormulaResults&>(*s.sheet);
+    ASSERT_TRUE(s.sheet->writeFormula(0, 0, "A2") && s.sheet->writeNumber(0, 1, 5));
+    EXPECT_FALSE(results.isCalculated(0, 0));
+    EXPECT_FALSE(results.isCalculated(0, 1));
+    EXPECT_FALSE(results.setResult(0, 1, {}));
+    EXPECT_FALSE(results.setResult(0, 0, {.kind = cellString, .text = std::string(32768, 'x')}));
+    EXPECT_FALSE(results.isCalculated(0, 0));
+    EXPECT_EQ(s.sheet->readNumber(0, 1), 5);
 }
 
 }  // namespace

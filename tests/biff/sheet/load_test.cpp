@@ -280,6 +280,35 @@ TEST(SheetLoad, StringsOfMacroSheetsAreUses) {
     ASSERT_NE(copied->addSheet("C", copied->getSheet(1)), nullptr) << copied->errorMessage();
     ASSERT_TRUE(copied->removeSheet(1));
     EXPECT_EQ(written(*copied), hex("04000000 03000000 0100 01 7800 0100 00 62 0100 01 7900"));
+
+    const auto file = compoundFile(records);
+    const Book alone = newBook();
+    ASSERT_TRUE(alone->loadMemory(file.data(), file.size(), 0)) << alone->errorMessage();
+    EXPECT_EQ(written(*alone), hex("03000000 02000000 0100 01 7800 0100 01 7900")) << "the macro sheet is gone";
+}
+
+// A sheet that is no worksheet has its flags in the first of its view records; others are those of further windows.
+TEST(SheetLoad, TheFirstWindowOfAChartSheetIsSelected) {
+    const auto window = [](const char* flags) {
+        return Record{574, hex(std::string(flags) + "00000000400000000000000000000000")};
+    };
+    Record chart = boundSheet("C");
+    chart.body[5] = std::byte{2};
+    const Book book = loaded(compoundFile({bof8,
+                                           boundSheet("S"),
+                                           chart,
+                                           eof,
+                                           sheetBof8,
+                                           eof,
+                                           {2057, hex("0006 2000 BB0D CC07 41000000 06000000")},
+                                           window("0600"),
+                                           window("0A00"),
+                                           eof}));
+    ASSERT_TRUE(book->setActiveSheetIndex(1)) << book->errorMessage();
+    const auto windows = only(savedRecords(*book, 1), 574);
+    ASSERT_EQ(windows.size(), 2U);
+    EXPECT_EQ(loadLe<std::uint16_t>(windows[0].body.data()), 0x0606);
+    EXPECT_EQ(loadLe<std::uint16_t>(windows[1].body.data()), 0x000A);
 }
 
 // Small sheets are kept as their bytes; of those that nobody changed only some are open at a time.

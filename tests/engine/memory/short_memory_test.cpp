@@ -162,5 +162,51 @@ TEST_P(ShortMemory, AnyAllocationMayFail) {
     }
 }
 
+// A small sheet of a binary file is kept as its bytes, and made again by whoever asks first.
+TEST(ShortMemoryOfSmallSheets, WhoAsksFirstFailsAndTheNextOneDoesNot) {
+    const BookPtr<char> made = newBook(Engine::binary);
+    for (const char* const name : {"S", "T"}) ASSERT_TRUE(made->addSheet(name)->writeNumber(2, 3, 7));
+    const Bytes file = savedBytes(*made);
+    using Sheet = ISheetT<char>;
+    const struct {
+        const char* name;
+        void (*ask)(IBookT<char>& book, Sheet& sheet);
+    } cases[] = {
+        {"cellFrom",
+         [](IBookT<char>&, Sheet& sheet) {
+             int row = 0, col = 0;
+             dynamic_cast<ISheetCells&>(sheet).cellFrom(&row, &col);
+         }},
+        {"readNumber", [](IBookT<char>&, Sheet& sheet) { sheet.readNumber(2, 3); }},
+        {"lastRow", [](IBookT<char>&, Sheet& sheet) { sheet.lastRow(); }},
+        {"setZoomPercent", [](IBookT<char>&, Sheet& sheet) { sheet.setZoomPercent(50); }},
+        {"removeSheet", [](IBookT<char>& book, Sheet&) { book.removeSheet(1); }},
+        {"addSheet", [](IBookT<char>& book, Sheet& sheet) { book.addSheet("C", &sheet); }},
+    };
+    for (const auto& c : cases) {
+        bool failed = false, done = false;
+        for (long number = 1; !done; ++number) {
+            SCOPED_TRACE(testing::Message() << c.name << ", allocation " << number);
+            const BookPtr<char> book = newBook(Engine::binary);
+            ASSERT_TRUE(book->loadMemory(file.data(), file.size()));
+            Sheet& sheet = *book->getSheet(0);
+            failing::failAt(number);
+            bool escapes = false;
+            try {
+                c.ask(*book, sheet);
+            } catch (...) {
+                escapes = true;
+            }
+            done = failing::allocations() < number;
+            failing::failAt(0);
+            failed = failed || !done;
+            ASSERT_FALSE(escapes);
+            ASSERT_EQ(sheet.readNumber(2, 3), 7) << book->errorMessage();
+            ASSERT_TRUE(loads(Engine::binary, savedBytes(*book)));
+        }
+        EXPECT_TRUE(failed) << c.name << " finds the sheet open";
+    }
+}
+
 }  // namespace
 }  // namespace vellum
