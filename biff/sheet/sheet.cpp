@@ -8,6 +8,7 @@
 #include "biff/sheet/drawing_surroundings.h"
 #include "biff/sheet/foreign_sheet.h"
 #include "biff/strings/str_map.h"
+#include "drawing/objects/chart_drawings.h"
 #include "engine/text/string_pool.h"
 #include "formula/formula_context.h"
 
@@ -38,7 +39,7 @@ public:
         _to.merges = _from.merges;
         _to.features = _from.features;
         if (!sameBook()) _to.features.shared.remove(FeatureType::smartTags);  // their kinds stand in the globals
-        _to.foreign = _from.foreign;
+        _to.foreign = sameBook() ? _from.foreign : drawing::withoutDrawings(_from.foreign);
         biff::forEachForeignString(_to.foreign, [this](std::uint32_t isst) { _book.strings().noteUse(isst); });
         copyKept();
         for (Row row : _from.rows.rows()) {

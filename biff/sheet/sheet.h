@@ -53,9 +53,7 @@ public:
     void releaseStrings();
     [[nodiscard]] BookContext<CharT>& book() const { return _book; }
     /// The same for the pictures that its drawing shows.
-    void releaseDrawing() {
-        if (!_content.isParked()) _content.edit().drawing.leaveBook(_book.drawingGroup());
-    }
+    void releaseDrawing();
     /// Number of its drawing, 0 when it has none.
     [[nodiscard]] std::uint32_t dgid() const { return _content.isParked() ? 0 : parts().drawing.dgid(); }
     /// What of it is kept without being understood.

@@ -1,6 +1,7 @@
 // Comments of a sheet's cells.
 #include "biff/sheet/drawing_surroundings.h"
 #include "drawing/art/messages.h"
+#include "drawing/objects/chart_drawings.h"
 #include "drawing/objects/comments.h"
 #include "drawing/objects/foreign_copy.h"
 
@@ -53,8 +54,11 @@ void SheetImplT<CharT>::moveComments(bool rows, int first, int difference) {
 
 template <class CharT>
 void SheetImplT<CharT>::copyDrawing(const SheetImplT& source) {
-    if (!parts().isWorksheet()) return;
     DrawingSurroundings surroundings(*this);
+    if (!parts().isWorksheet()) {
+        drawing::joinGroup(_content.edit().foreign, _book.drawingGroup(), surroundings.largestDgid());
+        return;
+    }
     // What is no tree cannot get identifiers of its own: two sheets would have the same shapes.
     if (!source.parts().drawing.empty() && !source.parts().drawing.hasTree()) return;
     if (&_book == &source._book) {
@@ -64,6 +68,13 @@ void SheetImplT<CharT>::copyDrawing(const SheetImplT& source) {
         drawing::copyFromOther(edit().drawing, edit().notes, surroundings, source.parts().drawing, source.parts().notes,
                                source._book.drawingGroup());
     }
+}
+
+template <class CharT>
+void SheetImplT<CharT>::releaseDrawing() {
+    if (_content.isParked()) return;
+    _content.edit().drawing.leaveBook(_book.drawingGroup());
+    drawing::leaveGroup(parts().foreign, _book.drawingGroup());
 }
 
 }  // namespace vellum

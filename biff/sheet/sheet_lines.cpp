@@ -115,7 +115,7 @@ void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
         if (!look.hasRecord) row.flags &= static_cast<std::uint16_t>(~Row::heightByHand);
     };
     std::vector<std::uint32_t> candidates;
-    for (const Row& row : parts().rows.rows()) {
+    for (const Row& row : parts().rows.from(static_cast<std::uint16_t>(moved.first))) {
         if (row.rw > moved.last) candidates.push_back(row.rw);
         if (row.rw >= moved.first && row.rw + moved.count() < moved.limit())
             candidates.push_back(row.rw + moved.count());
@@ -131,14 +131,13 @@ void SheetImplT<CharT>::pushRows(const MovedLines& moved) {
 
 template <class CharT>
 void SheetImplT<CharT>::closeRows(const MovedLines& moved) {
-    RowTable rows;
-    for (Row row : parts().rows.rows()) {
+    RowTable& rows = edit().rows;
+    for (Row row : rows.takeFrom(static_cast<std::uint16_t>(moved.first))) {
         const auto place = moved.placeOf(row.rw);
         if (!place) continue;
         row.rw = static_cast<std::uint16_t>(*place);
         rows.append(row);
     }
-    edit().rows = std::move(rows);
 }
 
 }  // namespace vellum

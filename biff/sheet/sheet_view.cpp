@@ -2,7 +2,6 @@
 #include <span>
 
 #include "biff/container/messages.h"
-#include "biff/sheet/foreign_sheet.h"
 #include "biff/sheet/sheet_change.h"
 #include "engine/failure/messages.h"
 
@@ -13,11 +12,13 @@ void setFlag(std::uint16_t& flags, std::uint16_t mask, bool on) {
     flags = static_cast<std::uint16_t>(on ? flags | mask : flags & ~mask);
 }
 
-// Where a chart or macro sheet, kept as bytes, has the flags of its Window2; null when it has none.
+// Where a chart or macro sheet, kept as bytes, has the flags of its first Window2; null when it has none. Others are of
+// further windows.
 std::byte* flagsOfForeign(std::span<std::byte> wire) {
     std::byte* flags = nullptr;
-    biff::forEachForeignRecord(wire, [&](std::uint16_t id, std::span<std::byte> body, int depth) {
-        if (id == record_id::Window2 && depth == 1 && body.size() >= sizeof(std::uint16_t)) flags = body.data();
+    biff::forEachWireRecord(wire, [&](std::uint16_t id, std::span<std::byte> body, int depth) {
+        if (flags != nullptr || id != record_id::Window2 || depth != 1) return;
+        if (body.size() >= sizeof(std::uint16_t)) flags = body.data();
     });
     return flags;
 }

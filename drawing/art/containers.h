@@ -80,6 +80,21 @@ private:
     std::unique_ptr<OfficeArtRecordBase> readChild(drawing::ArtInput& in, std::size_t& remaining) const;
 };
 
+namespace drawing {
+/// The shape of the group itself, and all in it, in file order.
+template <class Visit>
+void forEachShape(const OfficeArtSpgrContainer& group, Visit&& visit) {
+    visit(group.shape);
+    for (const auto& child : group.children) {
+        if (const auto* const inner = dynamic_cast<const OfficeArtSpgrContainer*>(child.get())) {
+            forEachShape(*inner, visit);
+        } else {
+            visit(static_cast<const OfficeArtSpContainer&>(*child));
+        }
+    }
+}
+}  // namespace drawing
+
 /// Rules about connectors, arcs and callouts. The instance is their number.
 class OfficeArtSolverContainer final : public OfficeArtRecord<3, 15, 0, 61445, 0> {
 public:

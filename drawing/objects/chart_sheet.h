@@ -6,20 +6,16 @@
 
 namespace vellum {
 
-namespace drawing {
-class DrawingGroup;
-}
-
 /// All records of a substream from its Bof to the EOF that balances it: a chart that is embedded, or a sheet that is
-/// no worksheet. Nothing of it is looked at.
+/// no worksheet.
 class ChartSheet final : public ObjBase {
 public:
     static constexpr std::uint16_t id = record_id::Bof;
 
     /// An identifier of 0 throws. A stream that ends early ends the chart.
     std::size_t read(Xls& in, std::size_t recordSize) override;
-    /// For a copy within a book: the chart's own drawing gets identifiers of its own.
-    void renumber(drawing::DrawingGroup& group, std::uint32_t usedDgid);
+    /// For what of it is changed after all.
+    [[nodiscard]] std::span<std::byte> wireToChange() { return _wire; }
     [[nodiscard]] std::unique_ptr<ObjBase> clone() const override { return std::make_unique<ChartSheet>(*this); }
 };
 

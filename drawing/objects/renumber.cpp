@@ -18,7 +18,7 @@ public:
         : _bytes(bytes), _group(group), _fresh(fresh), _firstFree(fresh.firstSpid) {}
 
     void give(const OfficeArtDgContainer& drawing) {
-        giveGroup(drawing.group);
+        forEachShape(drawing.group, [this](const OfficeArtSpContainer& shape) { give(shape); });
         give(drawing.background);
         giveRules(drawing.solver);
         ArtHeader header = drawing.fdg.header;
@@ -34,17 +34,6 @@ private:
         _highest = std::max(_highest, spid);
         _known.emplace(shape.fsp.spid, spid);
         storeLe(&_bytes[shape.position + 2 * ArtHeader::wireSize + shape.fspgr.size()], spid);
-    }
-
-    void giveGroup(const OfficeArtSpgrContainer& group) {
-        give(group.shape);
-        for (const auto& child : group.children) {
-            if (const auto* const inner = dynamic_cast<const OfficeArtSpgrContainer*>(child.get())) {
-                giveGroup(*inner);
-            } else {
-                give(static_cast<const OfficeArtSpContainer&>(*child));
-            }
-        }
     }
 
     // A rule has its own number and then those of shapes.
@@ -87,6 +76,11 @@ void renumberDrawing(std::span<std::byte> bytes, DrawingGroup& group, std::uint3
     std::size_t remaining = bytes.size();
     OfficeArtDgContainer drawing;
     if (drawing.read(in, remaining) == 0 || drawing.fdg.absent) return;
+    renumberDrawing(bytes, drawing, group, usedDgid);
+}
+
+void renumberDrawing(std::span<std::byte> bytes, const OfficeArtDgContainer& drawing, DrawingGroup& group,
+                     std::uint32_t usedDgid) {
     const auto fresh = group.newDrawing(std::max<std::uint32_t>(usedDgid, drawing.fdg.header.recInstance));
     group.shapesChanged(std::int64_t{drawing.fdg.csp} - (fresh.isFirst ? std::int64_t{3} : 0));
     Renumberer(bytes, group, fresh).give(drawing);

@@ -88,7 +88,7 @@ public:
     /// Makes an empty drawing the copy of one of another sheet of the book: the same bytes but for identifiers of its
     /// own. Objects with data in storages of the file stay behind.
     void copyWithin(DrawingContext& context, const SheetDrawing& source);
-    /// Before the sheet goes: takes its shapes out of the group's counts.
+    /// Before the sheet goes: takes its shapes and those of its charts out of the group's counts.
     void leaveBook(DrawingGroup& group);
 
 private:
@@ -115,15 +115,13 @@ private:
     /// Index among the objects of the shape's unit, or their number.
     [[nodiscard]] static std::size_t objectIndexOf(ShapeRef shape);
     [[nodiscard]] const TextObject* textBehind(Units::const_iterator unit, std::size_t object) const;
-    void forgetObject(Units::iterator unit, std::size_t index);
+    void forgetObject(DrawingGroup& group, Units::iterator unit, std::size_t index);
     void eraseBytes(Units::iterator unit, std::size_t offset, std::size_t size);
     void mergeIntoNext(Units::iterator unit);
     void forgetPicture(ShapeRef shape);
     void joinPictures(Units::iterator unit, Units::iterator next);
     void indexObjects() const;
     void removeStored(DrawingContext& context);
-    static void addUses(DrawingGroup& group, const OfficeArtSpContainer& shape);
-    static void dropUses(DrawingGroup& group, const OfficeArtSpContainer& shape);
 
     Units _units;
     std::vector<std::byte> _selection;  // in wire form

@@ -1,10 +1,12 @@
 // Copies of a sheet's drawing for other sheets, and its end.
 #include <algorithm>
 
+#include "drawing/objects/chart_drawings.h"
 #include "drawing/objects/chart_sheet.h"
 #include "drawing/objects/renumber.h"
 #include "drawing/objects/sheet_drawing.h"
 #include "drawing/pictures/drawing_group.h"
+#include "drawing/pictures/picture_uses.h"
 
 namespace vellum::drawing {
 
@@ -24,7 +26,7 @@ void SheetDrawing::copyWithin(DrawingContext& context, const SheetDrawing& sourc
         for (const auto& object : unit.objects) {
             copy.objects.push_back(object->clone());
             if (auto* const chart = dynamic_cast<ChartSheet*>(copy.objects.back().get()))
-                chart->renumber(context.group(), used);
+                joinGroup(chart->wireToChange(), context.group(), used);
         }
     }
     finishLoad();
@@ -51,35 +53,14 @@ void SheetDrawing::removeStored(DrawingContext& context) {
 }
 
 void SheetDrawing::leaveBook(DrawingGroup& group) {
+    for (const DrawingUnit& unit : _units) {
+        for (const auto& object : unit.objects) {
+            if (dynamic_cast<const ChartSheet*>(object.get()) != nullptr) leaveGroup(object->wire(), group);
+        }
+    }
     if (!_hasTree) return;
     forEachShape([&](ShapeRef shape) { dropUses(group, *shape->record); });
     group.removeDrawing(dgid(), _fdg.csp);
-}
-
-namespace {
-
-constexpr std::uint16_t pictureProperties[] = {property::pib, property::fillBlip, property::lineFillBlip};
-
-/// A complex property has its picture in the shape: its value is a length.
-template <class Use>
-void forEachPicture(const OfficeArtSpContainer& shape, Use&& use) {
-    for (const PropertyTable* const table : {&shape.fopt.table, &shape.secondary.table, &shape.tertiary.table,
-                                             &shape.secondaryBehind.table, &shape.tertiaryBehind.table}) {
-        for (const std::uint16_t id : pictureProperties) {
-            const ArtProperty* const used = table->find(id);
-            if (used != nullptr && used->value > 0 && (used->opid & ArtProperty::fComplex) == 0) use(used->value - 1);
-        }
-    }
-}
-
-}  // namespace
-
-void SheetDrawing::addUses(DrawingGroup& group, const OfficeArtSpContainer& shape) {
-    forEachPicture(shape, [&group](std::uint32_t id) { group.addUse(id); });
-}
-
-void SheetDrawing::dropUses(DrawingGroup& group, const OfficeArtSpContainer& shape) {
-    forEachPicture(shape, [&group](std::uint32_t id) { group.dropUse(id); });
 }
 
 }  // namespace vellum::drawing

@@ -4,8 +4,11 @@
 
 #include "biff/container/cursor.h"
 #include "drawing/art/messages.h"
+#include "drawing/objects/chart_drawings.h"
+#include "drawing/objects/chart_sheet.h"
 #include "drawing/objects/sheet_drawing.h"
 #include "drawing/pictures/drawing_group.h"
+#include "drawing/pictures/picture_uses.h"
 #include "engine/failure/vlerror.h"
 
 namespace vellum::drawing {
@@ -216,7 +219,7 @@ void SheetDrawing::removeShape(DrawingContext& context, ShapeRef shape) {
     prepareChange(context);
     const auto unit = _units.erase(shape.unit, shape.unit);  // the same, as one that may be changed
     dropUses(context.group(), *shape->record);
-    forgetObject(unit, objectIndexOf(shape));
+    forgetObject(context.group(), unit, objectIndexOf(shape));
     const PlacedShape gone = std::move(unit->shapes[shape.index]);
     unit->shapes.erase(unit->shapes.begin() + static_cast<std::ptrdiff_t>(shape.index));
     changeLengths(gone.container, -static_cast<std::int64_t>(gone.size));
@@ -257,7 +260,7 @@ void SheetDrawing::joinPictures(Units::iterator unit, Units::iterator next) {
 }
 
 // The object and what belongs to it, up to the next object.
-void SheetDrawing::forgetObject(Units::iterator unit, std::size_t index) {
+void SheetDrawing::forgetObject(DrawingGroup& group, Units::iterator unit, std::size_t index) {
     auto& objects = unit->objects;
     if (index >= objects.size()) return;
     const std::uint16_t id = static_cast<const Obj&>(*objects[index]).objectId();
@@ -265,7 +268,11 @@ void SheetDrawing::forgetObject(Units::iterator unit, std::size_t index) {
     if (known != _unitOfObject.end() && known->second == unit) _unitOfObject.erase(known);
     const auto first = objects.begin() + static_cast<std::ptrdiff_t>(index);
     const auto isObj = [](const auto& object) { return dynamic_cast<const Obj*>(object.get()) != nullptr; };
-    objects.erase(first, std::find_if(first + 1, objects.end(), isObj));
+    const auto end = std::find_if(first + 1, objects.end(), isObj);
+    for (auto object = first; object != end; ++object) {
+        if (dynamic_cast<const ChartSheet*>(object->get()) != nullptr) leaveGroup((*object)->wire(), group);
+    }
+    objects.erase(first, end);
 }
 
 void SheetDrawing::eraseBytes(Units::iterator first, std::size_t offset, std::size_t size) {

@@ -1,4 +1,6 @@
 // The block of a sheet's drawing: which record belongs where, and what is broken.
+#include <set>
+
 #include "engine/facts/digest.h"
 #include "tests/biff/sheet/fixture.h"
 #include "tests/drawing/images.h"
@@ -19,6 +21,8 @@ const Record textbox{236, hex("0000 0DF0 00000000")};
 Record obj(const char* type, const char* rest = "0000 0000") {
     return {93, hex(std::string("1500 1200 ") + type + " 0100 1140 000000000000000000000000 " + rest)};
 }
+
+const Record chartBof{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
 
 TEST(Objects, KeepTheirBytesAndPlaces) {
     const std::vector<Record> block{
@@ -90,10 +94,10 @@ TEST(Objects, ContinuationsBehindATextAreTheDrawings) {
 }
 
 TEST(Objects, AChartGoesFromItsBofToTheEofThatBalancesIt) {
-    const Record bof{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
     Bytes whole = frame;
     whole.insert(whole.end(), textbox.body.begin(), textbox.body.end());
-    const std::vector<Record> block{{236, whole}, obj("0500"), bof, {4097, hex("0100")}, bof, eof, {4098, {}}, eof};
+    const std::vector<Record> block{{236, whole}, obj("0500"), chartBof,   {4097, hex("0100")},
+                                    chartBof,     eof,         {4098, {}}, eof};
     OneSheet one(block);
     ASSERT_NE(one.sheet, nullptr) << one.book->errorMessage();
     const auto saved = savedRecords(*one.book);
@@ -131,7 +135,6 @@ TEST(Objects, AChartsDrawingOfManyRecordsGetsNumbersOfItsOwn) {
     Bytes whole = art(0x000F, 61442, {art(0x0020, 61448, {hex("03000000 02080000")}), group, long1});
     storeLe(&whole[4], static_cast<std::uint32_t>(whole.size() - 8 + textbox.body.size() + short1.size()));
 
-    const Record chartBof{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
     Bytes outer = frame;
     outer.insert(outer.end(), textbox.body.begin(), textbox.body.end());
     const std::vector<Record> chart{
@@ -170,39 +173,106 @@ TEST(Objects, AChartsDrawingOfManyRecordsGetsNumbersOfItsOwn) {
     EXPECT_EQ(std::vector<Record>(at + 1, at + 1 + static_cast<std::ptrdiff_t>(chart.size())), expected);
 }
 
-// A shape names pictures in any of its tables; one that is complex has the picture itself, and tells its length.
-TEST(Objects, PicturesOfEveryTableCountAsUsed) {
+/// The drawing group of a book with one picture and the drawings 1 to 3.
+std::vector<Record> onePicture() {
     NewSheet source;
     source.book->addPictureData(png.data(), png.size());
-    ASSERT_TRUE(source.sheet->placePictureSized(1, 1, 0));
-    const auto globals = only(recordsOf(saved(*source.book)), 235);
-    const Bytes filled =
-        art(0x000F, 61444,
-            {art(0x0A02, 61450, {hex("01040000 000A0000")}), art(0x0013, 61451, {hex("8641 01000000")}),
-             art(0x0023, 61729, {hex("8641 01000000 C541 01000000")}), art(0x0013, 61730, {hex("86C1 01000000 00")}),
-             hex("0000 11F0 00000000")});
-    const Bytes top = art(0x000F, 61444, {art(1, 61449, {Bytes(16)}), art(2, 61450, {hex("00040000 05000000")})});
-    const Bytes drawing =
-        art(0x000F, 61442, {art(0x0010, 61448, {hex("02000000 01040000")}), art(0x000F, 61443, {top, filled})});
-    const Book book = loaded(workbook({{{236, drawing}, obj("1E00")}}, false, globals));
-    ASSERT_NE(book->getSheet(0), nullptr) << book->errorMessage();
-    const auto uses = [&] {
-        const Bytes group = only(recordsOf(saved(*book)), 235).at(0).body;
-        const auto uid = md5(png);
-        const auto* const bytes = reinterpret_cast<const std::byte*>(uid.data());
-        const auto at = std::search(group.begin(), group.end(), bytes, bytes + 16) - group.begin();
-        return loadLe<std::uint32_t>(&group[static_cast<std::size_t>(at) + 16 + 2 + 4]);
+    EXPECT_TRUE(source.sheet->placePictureSized(1, 1, 0));
+    for (const char* const name : {"T", "U"}) EXPECT_TRUE(source.book->addSheet(name)->placePictureSized(1, 1, 0));
+    return only(recordsOf(saved(*source.book)), 235);
+}
+
+/// How many shapes show the picture, as the saved book has it.
+std::uint32_t usesOf(IBookT<char>& book) {
+    const Bytes group = only(recordsOf(saved(book)), 235).at(0).body;
+    const auto uid = md5(png);
+    const auto* const bytes = reinterpret_cast<const std::byte*>(uid.data());
+    const auto at = std::search(group.begin(), group.end(), bytes, bytes + 16) - group.begin();
+    return loadLe<std::uint32_t>(&group[static_cast<std::size_t>(at) + 16 + 2 + 4]);
+}
+
+/// The shapes and the drawings that the group counts.
+std::pair<std::uint32_t, std::uint32_t> countsOf(IBookT<char>& book) {
+    const Bytes group = only(recordsOf(saved(book)), 235).at(0).body;
+    return {loadLe<std::uint32_t>(&group[24]), loadLe<std::uint32_t>(&group[28])};
+}
+
+/// A drawing of a group and one shape that shows the picture three times.
+Bytes drawingOfUses(unsigned dgid) {
+    const auto spids = [dgid](const char* rest, unsigned index) {
+        Bytes made = hex(std::string("00000000 ") + rest);
+        storeLe(made.data(), static_cast<std::uint32_t>(1024 * dgid + index));
+        return made;
     };
-    const auto before = uses();
+    const Bytes filled = art(0x000F, 61444,
+                             {art(0x0A02, 61450, {spids("000A0000", 1)}), art(0x0013, 61451, {hex("8641 01000000")}),
+                              art(0x0023, 61729, {hex("8641 01000000 C541 01000000")}),
+                              art(0x0013, 61730, {hex("86C1 01000000 00")}), hex("0000 11F0 00000000")});
+    const Bytes top = art(0x000F, 61444, {art(1, 61449, {Bytes(16)}), art(2, 61450, {spids("05000000", 0)})});
+    Bytes counts = hex("02000000 00000000");
+    storeLe(&counts[4], static_cast<std::uint32_t>(1024 * dgid + 1));
+    return art(0x000F, 61442,
+               {art(static_cast<std::uint16_t>(dgid << 4), 61448, {counts}), art(0x000F, 61443, {top, filled})});
+}
+
+// A shape names pictures in any of its tables; one that is complex has the picture itself, and tells its length.
+TEST(Objects, PicturesOfEveryTableCountAsUsed) {
+    const Book book = loaded(workbook({{{236, drawingOfUses(1)}, obj("1E00")}}, false, onePicture()));
+    ASSERT_NE(book->getSheet(0), nullptr) << book->errorMessage();
+    const auto before = usesOf(*book);
     ASSERT_NE(book->addSheet("Copy", book->getSheet(0)), nullptr) << book->errorMessage();
-    EXPECT_EQ(uses(), before + 3);
+    EXPECT_EQ(usesOf(*book), before + 3);
     ASSERT_TRUE(book->removeSheet(1));
-    EXPECT_EQ(uses(), before);
+    EXPECT_EQ(usesOf(*book), before);
+}
+
+// The drawing of a chart, and that of a chart in it, are drawings like those of sheets.
+TEST(Objects, PicturesInTheDrawingsOfChartsCountAsUsed) {
+    const std::vector<Record> chart{
+        chartBof, {236, drawingOfUses(2)}, obj("0500"), chartBof, {4098, {}}, {236, drawingOfUses(3)}, obj("1E00"),
+        eof,      {4097, hex("0100")},     eof};
+    std::vector<Record> embedded{{236, drawingOfUses(1)}, obj("0500")};
+    embedded.insert(embedded.end(), chart.begin(), chart.end());
+    std::vector<Record> alone{bof8};
+    const auto picture = onePicture();
+    alone.insert(alone.end(), picture.begin(), picture.end());
+    alone.insert(alone.end(), {boundSheet("S"), boundSheet("C"), eof, sheetBof8, eof});
+    alone[alone.size() - 4].body[5] = std::byte{2};
+    alone.insert(alone.end(), chart.begin(), chart.end());
+    const struct {
+        const char* what;
+        std::vector<char> file;
+        std::uint32_t drawings;
+        std::size_t elsewhere;  // records of the chart itself in a copy in another book
+    } cases[] = {{"embedded", workbook({{}, embedded}, false, picture), 3, 0}, {"sheet", compoundFile(alone), 2, 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const Book book = loaded(c.file);
+        ASSERT_NE(book->getSheet(1), nullptr) << book->errorMessage();
+        const auto uses = usesOf(*book);
+        const auto counts = countsOf(*book);
+        ASSERT_NE(book->addSheet("Copy", book->getSheet(1)), nullptr) << book->errorMessage();
+        EXPECT_EQ(usesOf(*book), uses + 3 * c.drawings);
+        EXPECT_EQ(countsOf(*book), std::pair(counts.first + 2 * c.drawings, counts.second + c.drawings));
+        std::set<std::uint32_t> numbers;
+        for (const Record& record : only(recordsOf(saved(*book)), 236)) {
+            numbers.insert(loadLe<std::uint16_t>(&record.body[8]));
+        }
+        EXPECT_EQ(numbers.size(), 2 * c.drawings);
+        ASSERT_TRUE(book->removeSheet(2));
+        EXPECT_EQ(usesOf(*book), uses);
+        EXPECT_EQ(countsOf(*book), counts);
+
+        const Book other = newBook();
+        ASSERT_NE(other->addSheet("Copy", book->getSheet(1)), nullptr) << other->errorMessage();
+        const auto kept = savedRecords(*other);
+        EXPECT_EQ(only(kept, 4097).size(), c.elsewhere);
+        EXPECT_TRUE(only(kept, 4098).empty() && only(kept, 93).empty());
+    }
 }
 
 TEST(Objects, SheetsThatTakeNone) {
-    const Record chart{2057, hex("0006 2000 BB0D CC07 41000000 06000000")};
-    const Book book = loaded(compoundFile({bof8, boundSheet("C"), eof, chart, eof}));
+    const Book book = loaded(compoundFile({bof8, boundSheet("C"), eof, chartBof, eof}));
     ISheetT<char>* const sheet = book->getSheet(0);
     ASSERT_NE(sheet, nullptr) << book->errorMessage();
     EXPECT_EQ(sheet->pictureTotalOnSheet(), 0);
