@@ -39,4 +39,20 @@ void RowTable::clear() {
     *this = RowTable();
 }
 
+std::span<const Row> RowTable::from(std::uint16_t rw) const {
+    if (!_ascending) return _rows;
+    return {std::ranges::lower_bound(_rows, rw, {}, &Row::rw), _rows.end()};
+}
+
+std::vector<Row> RowTable::takeFrom(std::uint16_t rw) {
+    const auto taken = from(rw);
+    std::vector<Row> rows(taken.begin(), taken.end());
+    if (_ascending) {
+        _rows.resize(_rows.size() - rows.size());
+    } else {
+        clear();
+    }
+    return rows;
+}
+
 }  // namespace vellum

@@ -1,6 +1,7 @@
 // The Row records of a sheet.
 #pragma once
 #include <cstdint>
+#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -55,6 +56,11 @@ public:
     Row& ensure(std::uint16_t rw, std::uint16_t defaultHeight);
     void append(const Row& row);
     void clear();
+
+    /// Records among which are all those of row `rw` and of rows below it: no others while the records ascend.
+    [[nodiscard]] std::span<const Row> from(std::uint16_t rw) const;
+    /// The same records, which leave the table.
+    [[nodiscard]] std::vector<Row> takeFrom(std::uint16_t rw);
 
     [[nodiscard]] const std::vector<Row>& rows() const { return _rows; }
     [[nodiscard]] std::vector<Row>& rows() { return _rows; }

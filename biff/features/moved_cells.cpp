@@ -1,5 +1,7 @@
 #include "biff/features/moved_cells.h"
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "biff/cells/cell_store.h"
@@ -12,6 +14,7 @@ namespace {
 
 template <class Cells, class Visit>
 void forEachFormula(Cells& cells, Visit&& visit) {
+    if (std::as_const(cells).template all<FormulaCell>().empty()) return;
     cells.index().forEach([&](std::uint32_t, std::uint32_t, CellSlot slot) {
         if (slot.kind() == SlotKind::formula) visit(cells.template get<FormulaCell>(slot));
     });
@@ -88,13 +91,12 @@ void moveRows(CellStore& cells, const MovedLines& moved) {
         index.forEachInRow(
             to, [&](std::uint32_t, CellSlot slot) { cells.visit(slot, [to](auto& cell) { cell.row = to; }); });
     };
-    if (moved.isInsertion()) {
-        for (std::uint32_t row = SheetIndex::rowLimit; row-- > moved.firstMoved();) moveRow(row);
-    } else {
-        for (auto row = index.nextRow(moved.firstMoved()); row < SheetIndex::rowLimit; row = index.nextRow(row + 1)) {
-            moveRow(row);
-        }
+    std::vector<std::uint32_t> rows;
+    for (auto row = index.nextRow(moved.firstMoved()); row < SheetIndex::rowLimit; row = index.nextRow(row + 1)) {
+        rows.push_back(row);
     }
+    if (moved.isInsertion()) std::ranges::reverse(rows);
+    std::ranges::for_each(rows, moveRow);
 }
 
 void moveColumns(CellStore& cells, const MovedLines& moved) {
