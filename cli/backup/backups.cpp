@@ -61,7 +61,7 @@ void Backups::putBack(std::ostream& errors) {
     for (const Target& target : _targets) {
         if (!target.hasCopy) continue;
         try {
-            renameFlushed(target.copy(), target.path);
+            replaceBy(target.copy(), target.path);
             errors << target.path << ": put back as it was before the run\n";
         } catch (const std::system_error& e) {
             errors << target.path << ": not put back, " << e.what() << "; it is in '" << target.copy() << "'\n";

@@ -26,10 +26,12 @@ public:
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    mode_t mode() const {
+    /// Rights as the other has them; its owner too, where that may be given.
+    void ownAs(const File& other) {
         struct stat info;
-        if (fstat(_fd, &info) != 0) fail(_path);
-        return info.st_mode & 07777;
+        if (fstat(other._fd, &info) != 0) fail(other._path);
+        const bool given = fchown(_fd, info.st_uid, info.st_gid) == 0 || fchown(_fd, uid_t(-1), info.st_gid) == 0;
+        if (fchmod(_fd, info.st_mode & (given ? 07777 : 0777)) != 0) fail(_path);
     }
     std::size_t read(std::vector<char>& buffer) {
         for (;;) {
@@ -61,9 +63,15 @@ void flushFolderOf(const std::string& path) {
     File(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC).flush();
 }
 
+void renameFlushed(const std::string& from, const std::string& to) {
+    if (std::rename(from.c_str(), to.c_str()) != 0) fail(to);
+    flushFolderOf(to);
+}
+
 void copyBytes(const std::string& from, const std::string& to) {
     File in(from, O_RDONLY | O_CLOEXEC);
-    File out(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, in.mode());
+    File out(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    out.ownAs(in);
     std::vector<char> buffer(std::size_t{1} << 18);
     while (const std::size_t got = in.read(buffer)) out.write(buffer.data(), got);
     out.flush();
@@ -82,9 +90,17 @@ void copyFlushed(const std::string& from, const std::string& to) {
     }
 }
 
-void renameFlushed(const std::string& from, const std::string& to) {
-    if (std::rename(from.c_str(), to.c_str()) != 0) fail(to);
-    flushFolderOf(to);
+void replaceBy(const std::string& from, const std::string& to) {
+    std::error_code missing;
+    const std::filesystem::path led = std::filesystem::canonical(to, missing);
+    const std::string place = missing ? to : led.string();
+    try {
+        renameFlushed(from, place);
+    } catch (const std::system_error& e) {
+        if (e.code().value() != EXDEV) throw;
+        copyFlushed(from, place);
+        ::unlink(from.c_str());
+    }
 }
 
 }  // namespace cli

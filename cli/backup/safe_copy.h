@@ -8,7 +8,8 @@ namespace cli {
 /// std::system_error.
 void copyFlushed(const std::string& from, const std::string& to);
 
-/// Gives a file another name, in place of what had it, for good. Throws std::system_error.
-void renameFlushed(const std::string& from, const std::string& to);
+/// Makes a file take the place of another for good, whole or not at all; of the one that a link leads to, wherever that
+/// is. Throws std::system_error.
+void replaceBy(const std::string& from, const std::string& to);
 
 }  // namespace cli

@@ -72,6 +72,19 @@ TEST_F(Backup, ACopyThatIsThereIsNotLost) {
     EXPECT_EQ(run("declare x : real\n", "--keep"), 2);  // says nothing without --backup
 }
 
+TEST_F(Backup, WhatComesBackIsTheFileOfALinkWithItsRights) {
+    std::filesystem::create_directory(folder.path("real"));
+    folder.write("real/t.csv", "1\n");
+    using std::filesystem::perms;
+    const perms rights = perms::owner_read | perms::owner_write | perms::group_read | perms::group_write;
+    std::filesystem::permissions(folder.path("real/t.csv"), rights);
+    std::filesystem::create_symlink("real/t.csv", folder.path("t.csv"));
+    EXPECT_EQ(run(bad), 1);
+    EXPECT_EQ(folder.read("real/t.csv"), "1\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("t.csv")));
+    EXPECT_EQ(std::filesystem::status(folder.path("real/t.csv")).permissions(), rights);
+}
+
 TEST_F(Backup, WithoutACopyNothingChanges) {
     folder.write("t.csv", "1\n");
     std::filesystem::create_directory(folder.path("t.csv.before.part"));
