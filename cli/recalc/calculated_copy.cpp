@@ -1,14 +1,10 @@
 #include "cli/recalc/calculated_copy.h"
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <vector>
+
+#include "cli/recalc/program.h"
 
 namespace cli {
 namespace {
@@ -30,8 +26,10 @@ constexpr const char* settings =
 class WorkFolder {
 public:
     WorkFolder() {
-        std::string name = (fs::temp_directory_path() / "quillet-recalc-XXXXXX").string();
-        if (mkdtemp(name.data()) != nullptr) _path = name;
+        std::error_code failed;
+        const fs::path parent = fs::absolute(fs::temp_directory_path(failed), failed);
+        std::string name = (parent / "quillet-recalc-XXXXXX").string();
+        if (!failed && mkdtemp(name.data()) != nullptr) _path = name;
     }
     ~WorkFolder() {
         std::error_code ignored;
@@ -39,57 +37,65 @@ public:
     }
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
+    /// Empty when none could be made.
     [[nodiscard]] const fs::path& path() const { return _path; }
 
 private:
     fs::path _path;
 };
 
-constexpr int notFound = 127;  // as a shell answers
-
-/// The exit status of a program whose output nobody reads.
-int execute(const std::vector<std::string>& arguments) {
-    const pid_t child = fork();
-    if (child < 0) return notFound;
-    if (child == 0) {
-        const int nowhere = ::open("/dev/null", O_RDWR);
-        for (int fd = 0; fd <= 2; ++fd) dup2(nowhere, fd);
-        std::vector<char*> words;
-        for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
-        words.push_back(nullptr);
-        execvp(words[0], words.data());
-        _exit(notFound);
+std::string fileUrl(const fs::path& path) {
+    constexpr char hex[] = "0123456789ABCDEF";
+    constexpr std::string_view plain = "/-._~0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    std::string url = "file://";
+    for (const char c : path.string()) {
+        if (plain.find(c) != plain.npos) {
+            url += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            url.append(1, '%').append(1, hex[byte >> 4]).append(1, hex[byte & 15]);
+        }
     }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+    return url;
+}
+
+/// The copy and the settings; false when there is no room for them.
+bool prepare(const fs::path& folder, const std::string& from, const fs::path& copy) {
+    std::error_code failed;
+    const fs::path user = folder / "profile" / "user";
+    if (folder.empty() || !fs::create_directories(user, failed) || !fs::copy_file(from, copy, failed)) return false;
+    return static_cast<bool>((std::ofstream(user / "registrymodifications.xcu") << settings).flush());
 }
 
 }  // namespace
 
-BookPtr calculatedCopy(const std::string& path, std::string& error) {
+std::string calculatorMissing() {
+    return isInstalled(program) ? "" : "LibreOffice is not installed: there is no program 'soffice'";
+}
+
+BookPtr calculatedCopy(const std::string& path, int seconds, std::string& error) {
+    error = calculatorMissing();
+    if (!error.empty()) return nullptr;
+    const SignalsHeld signals;  // until the folder is gone
     const WorkFolder folder;
-    std::error_code failed;
-    const fs::path user = folder.path() / "profile" / "user", out = folder.path() / "out";
     const fs::path copy = folder.path() / (isPackage(path) ? "book.xlsx" : "book.xls");
-    if (!folder.path().empty()) fs::create_directories(user, failed);
-    if (folder.path().empty() || failed || !fs::copy_file(path, copy, failed)) {
-        error = "cannot make a copy to calculate";
+    if (!prepare(folder.path(), path, copy)) {
+        error = "cannot make a copy to calculate; is there room in the folder of temporary files (TMPDIR)?";
         return nullptr;
     }
-    std::ofstream(user / "registrymodifications.xcu") << settings;
-    const std::string profile = "-env:UserInstallation=file://" + (folder.path() / "profile").string();
-    const int status =
-        execute({program, "--headless", profile, "--convert-to", "xlsx", "--outdir", out.string(), copy.string()});
-    if (status == notFound) {
-        error = "LibreOffice is not installed: there is no program 'soffice'";
+    const fs::path out = folder.path() / "out", made = out / "book.xlsx";
+    const std::string profile = "-env:UserInstallation=" + fileUrl(folder.path() / "profile");
+    const std::string failure =
+        runProgram({program, "--headless", profile, "--convert-to", "xlsx", "--outdir", out.string(), copy.string()},
+                   seconds, signals);
+    std::error_code failed;
+    if (!failure.empty() || !fs::exists(made, failed)) {
+        error = "LibreOffice could not calculate the workbook: it " + (failure.empty() ? "made no file" : failure);
         return nullptr;
     }
-    if (status != 0 || !fs::exists(out / "book.xlsx", failed)) {
-        error = "LibreOffice could not calculate the workbook";
-        return nullptr;
-    }
-    return loadBook((out / "book.xlsx").string(), error);
+    BookPtr book = loadBook(made.string(), error);
+    if (!book) error = "what LibreOffice calculated cannot be read: " + error;
+    return book;
 }
 
 }  // namespace cli

@@ -1,8 +1,11 @@
 #include "cli/recalc/recalc.h"
 
-#include <ostream>
-#include <vector>
+#include <sys/stat.h>
 
+#include <ostream>
+#include <sstream>
+
+#include "cli/backup/backups.h"
 #include "cli/recalc/calculated_copy.h"
 #include "cli/workbook/cell_name.h"
 #include "engine/api/enums.h"
@@ -13,11 +16,6 @@ namespace cli {
 namespace {
 
 using Sheet = vellum::ISheetT<char>;
-
-struct Outcome {
-    long long formulas = 0, changed = 0;
-    std::vector<std::string> notCalculated;
-};
 
 vellum::FormulaResult resultAt(Sheet& sheet, int row, int col) {
     vellum::FormulaResult result;
@@ -61,7 +59,7 @@ bool isUnknown(const vellum::FormulaResult& before, const vellum::FormulaResult&
     return now.kind == vellum::cellError && now.error == vellum::errorName && !isSame(before, now);
 }
 
-bool replaceResults(Sheet& sheet, Sheet* calculated, Outcome& outcome) {
+bool replaceResults(Sheet& sheet, Sheet* calculated, Recalculated& outcome) {
     auto* const cells = dynamic_cast<vellum::ISheetCells*>(&sheet);
     auto* const results = dynamic_cast<vellum::IFormulaResults*>(&sheet);
     const char* const name = sheet.sheetName();
@@ -96,33 +94,74 @@ Sheet* sheetNamed(vellum::IBookT<char>& book, const std::string& name) {
     return nullptr;
 }
 
+bool replaceAll(vellum::IBookT<char>& book, vellum::IBookT<char>& calculated, Recalculated& outcome) {
+    for (int i = 0; i < book.sheetCount(); ++i) {
+        Sheet* const sheet = worksheetAt(book, i);
+        if (sheet == nullptr) continue;
+        const char* const name = book.sheetNameAt(i);
+        if (!replaceResults(*sheet, sheetNamed(calculated, name != nullptr ? name : ""), outcome)) return false;
+    }
+    return true;
+}
+
+/// What changes whenever somebody writes the file.
+struct FileState {
+    explicit FileState(const std::string& path) { known = stat(path.c_str(), &info) == 0; }
+    [[nodiscard]] bool isSame(const FileState& other) const {
+        return known && other.known && info.st_ino == other.info.st_ino && info.st_size == other.info.st_size &&
+               info.st_mtim.tv_sec == other.info.st_mtim.tv_sec && info.st_mtim.tv_nsec == other.info.st_mtim.tv_nsec;
+    }
+    struct stat info {};
+    bool known;
+};
+
+/// Saves in place. The file as it was lies beside it until what was saved has been loaded again.
+bool saveKept(vellum::IBookT<char>& book, const std::string& path, Backups* caller, std::string& error) {
+    Backups own;
+    Backups& backups = caller != nullptr ? *caller : own;
+    if (!backups.keep(path, true, error)) return false;
+    const bool saved = book.saveFile(path.c_str());
+    if (!saved) error = book.errorMessage();
+    if (caller != nullptr) return saved;
+    std::ostringstream told;
+    if (own.finish(saved, false, told)) return true;
+    error += (error.empty() ? "" : "; ") + told.str();
+    while (!error.empty() && error.back() == '\n') error.pop_back();
+    return false;
+}
+
 }  // namespace
 
-int recalc(const std::string& path, std::ostream& out, std::ostream& errors) {
+std::optional<Recalculated> makeResultsAnew(const std::string& path, int seconds, Backups* backups,
+                                            std::string& error) {
+    const FileState before(path);
+    const BookPtr book = loadBook(path, error);
+    const BookPtr calculated = book ? calculatedCopy(path, seconds, error) : nullptr;
+    if (!calculated) return std::nullopt;
+    Recalculated outcome;
+    if (!replaceAll(*book, *calculated, outcome)) {
+        error = book->errorMessage();
+        return std::nullopt;
+    }
+    if (outcome.changed == 0) return outcome;
+    if (!before.isSame(FileState(path))) {
+        error = "another program changed the file while its copy was calculated; nothing is saved";
+        return std::nullopt;
+    }
+    if (!saveKept(*book, path, backups, error)) return std::nullopt;
+    return outcome;
+}
+
+int recalc(const std::string& path, int seconds, std::ostream& out, std::ostream& errors) {
     constexpr int trouble = 2;
     std::string error;
-    const BookPtr book = loadBook(path, error);
-    const BookPtr calculated = book ? calculatedCopy(path, error) : nullptr;
-    if (!calculated) {
+    const std::optional<Recalculated> outcome = makeResultsAnew(path, seconds, nullptr, error);
+    if (!outcome) {
         errors << path << ": " << error << '\n';
         return trouble;
     }
-    Outcome outcome;
-    for (int i = 0; i < book->sheetCount(); ++i) {
-        Sheet* const sheet = worksheetAt(*book, i);
-        if (sheet == nullptr) continue;
-        const char* const name = book->sheetNameAt(i);
-        if (!replaceResults(*sheet, sheetNamed(*calculated, name != nullptr ? name : ""), outcome)) {
-            errors << path << ": " << book->errorMessage() << '\n';
-            return trouble;
-        }
-    }
-    if (outcome.changed > 0 && !book->saveFile(path.c_str())) {
-        errors << path << ": " << book->errorMessage() << '\n';
-        return trouble;
-    }
-    out << path << ": " << outcome.formulas << " formulas, " << outcome.changed << " results changed\n";
-    for (const std::string& cell : outcome.notCalculated) out << "not calculated: " << cell << '\n';
+    out << path << ": " << outcome->formulas << " formulas, " << outcome->changed << " results changed\n";
+    for (const std::string& cell : outcome->notCalculated) out << "not calculated: " << cell << '\n';
     return out.flush() ? 0 : trouble;
 }
 

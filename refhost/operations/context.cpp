@@ -32,7 +32,10 @@ bool Context::isDenied(std::string_view name) const {
 
 bool Context::mayChange(const std::string& path, bool workbook) {
     std::string why;
-    if (!host.beforeChange || host.beforeChange(path, workbook, why)) return true;
+    if (!host.beforeChange || host.beforeChange(path, workbook, why)) {
+        if (workbook) workbookToChange = path;
+        return true;
+    }
     ownReports.push_back("'" + path + "' stays as it is: " + why);
     return false;
 }

@@ -1,6 +1,7 @@
 // An execution context: its streams, parameters, access rules and what was reported to it.
 #pragma once
 #include <atomic>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,12 @@ class Host;
 struct DriverReport {
     int code = 0;
     std::string text;
+};
+
+/// Results of a workbook's formulas that the host made anew after a save.
+struct FreshResults {
+    long long formulas = 0, changed = 0;
+    std::vector<std::string> notCalculated;  // cells that keep their old result, with their sheets
 };
 
 /// Belongs to one thread at a time. Its address is the HostContext of the interface. Registered texts live as long as
@@ -54,6 +61,8 @@ public:
     std::vector<std::string> messages;        // of hostError
     std::vector<DriverReport> driverReports;  // of hostDriverError
     std::vector<std::string> ownReports;      // of the host itself: why a file could not be opened
+    std::optional<FreshResults> fresh;
+    std::string workbookToChange;  // full path of the one that a source was last opened to change
     TextPool texts;
     InputStream input;
     OutputStream output;

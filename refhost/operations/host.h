@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "refhost/operations/context.h"
@@ -40,6 +41,11 @@ public:
     /// Asked before a file is opened for a change, with its full path and whether it is a workbook's. False, with a
     /// reason in `why`, refuses the change. None at first.
     std::function<bool(const std::string& path, bool workbook, std::string& why)> beforeChange;
+
+    /// Called with the full path of a workbook that was open for a change, when it has been closed and saved. Makes the
+    /// results of its formulas anew; nothing, with a reason in `why`, when they are not, which fails the statement.
+    /// None at first.
+    std::function<std::optional<FreshResults>(const std::string& path, std::string& why)> afterSave;
 
     TypeRegistry types;
     Faults faults;

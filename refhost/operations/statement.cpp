@@ -1,6 +1,7 @@
 #include "refhost/operations/statement.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace refhost {
 
@@ -39,6 +40,7 @@ SourceName splitSource(const Module& module, std::string_view source) {
 }
 
 void* openSource(Context& context, const Driver& driver, const std::string& name, bool update) {
+    context.workbookToChange.clear();
     std::uint32_t flags = update ? hostOpenUpdate : 0;
     return driver.open(context.handle(), &flags, name.c_str());
 }
@@ -61,6 +63,7 @@ TransferResult transfer(Context& context, const Driver& driver, const std::strin
 
     void* source = openSource(context, driver, name, writing);
     if (!source) return result;
+    const std::string changed = std::exchange(context.workbookToChange, {});
     const int count = static_cast<int>(items.size());
     if (writing)
         result.status =
@@ -69,7 +72,16 @@ TransferResult transfer(Context& context, const Driver& driver, const std::strin
         result.status = driver.read(context.handle(), source, count, labels.data(), words.words().data(), slots.data(),
                                     result.counts.data());
     result.close = driver.close(context.handle(), source);
+    result.fresh = result.close != 0 || refresh(context, changed);
     return result;
+}
+
+bool refresh(Context& context, const std::string& workbook) {
+    if (workbook.empty() || !context.host.afterSave) return true;
+    std::string why;
+    context.fresh = context.host.afterSave(workbook, why);
+    if (!context.fresh) context.ownReports.push_back("'" + workbook + "' keeps old results: " + why);
+    return context.fresh.has_value();
 }
 
 }  // namespace refhost

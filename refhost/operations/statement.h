@@ -37,7 +37,8 @@ struct TransferResult {
     int status = -1;          // items not done; -1: the source could not be opened
     std::vector<int> counts;  // of a read: values stored, by item
     std::optional<int> close;
-    bool ok() const { return status == 0 && close == 0; }
+    bool fresh = true;  // false: the host could not make results anew after saving
+    bool ok() const { return status == 0 && close == 0 && fresh; }
 };
 
 /// A driver and the name behind its prefix, as in "csv:skiph;data.csv".
@@ -55,5 +56,8 @@ TransferResult transfer(Context& context, const Driver& driver, const std::strin
 
 /// Opens a source; null on failure, which was reported to the context.
 void* openSource(Context& context, const Driver& driver, const std::string& name, bool update);
+
+/// Has the host make results anew in a workbook that was saved, by its full path. True when there is nothing to make.
+bool refresh(Context& context, const std::string& workbook);
 
 }  // namespace refhost

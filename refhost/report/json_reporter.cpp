@@ -25,6 +25,7 @@ public:
         }
         reports(at, report);
         if (report.stale) stale(*report.stale);
+        if (report.fresh) fresh(*report.fresh);
         _line += ",\"close\":";
         _line += result.close ? std::to_string(*result.close) : "null";
         end();
@@ -33,6 +34,7 @@ public:
     void sourceDone(Position at, const char* op, const std::string& source, int status, const Report& report) override {
         begin(op, source, status);
         reports(at, report);
+        if (report.fresh) fresh(*report.fresh);
         end();
     }
 
@@ -58,21 +60,31 @@ private:
     }
 
     void stale(const StaleResults& stale) {
-        _line += ",\"stale\":{\"count\":" + std::to_string(stale.count) + ",\"cells\":[";
-        for (std::size_t i = 0; i < stale.cells.size(); ++i) {
+        _line += ",\"stale\":{\"count\":" + std::to_string(stale.count) + ",\"cells\":";
+        texts(stale.cells);
+        _line += ",\"cannotTell\":" + std::to_string(stale.cannotTell) + '}';
+    }
+
+    void fresh(const FreshResults& fresh) {
+        _line += ",\"recalc\":{\"formulas\":" + std::to_string(fresh.formulas) +
+                 ",\"changed\":" + std::to_string(fresh.changed) + ",\"notCalculated\":";
+        texts(fresh.notCalculated);
+        _line += '}';
+    }
+
+    void texts(const std::vector<std::string>& all) {
+        _line += '[';
+        for (std::size_t i = 0; i < all.size(); ++i) {
             if (i) _line += ',';
-            appendJsonText(_line, stale.cells[i]);
+            appendJsonText(_line, all[i]);
         }
-        _line += "],\"cannotTell\":" + std::to_string(stale.cannotTell) + '}';
+        _line += ']';
     }
 
     void reports(Position at, const Report& report) {
-        _line += ",\"messages\":[";
-        for (std::size_t i = 0; i < report.messages.size(); ++i) {
-            if (i) _line += ',';
-            appendJsonText(_line, report.messages[i]);
-        }
-        _line += "],\"driver\":[";
+        _line += ",\"messages\":";
+        texts(report.messages);
+        _line += ",\"driver\":[";
         for (std::size_t i = 0; i < report.driver.size(); ++i) {
             if (i) _line += ',';
             _line += "{\"code\":" + std::to_string(report.driver[i].code) + ",\"text\":";

@@ -26,11 +26,13 @@ public:
                            (total == 1 ? " item" : " items") + " not done");
         }
         if (lost) failed(at, quoted(statement.source) + " could not be closed: its data may be lost");
+        if (report.fresh) fresh(at, statement.source, *report.fresh);
     }
 
     void sourceDone(Position at, const char* op, const std::string& source, int status, const Report& report) override {
         reports(at, report);
         if (status != 0) failed(at, quoted(source) + (op[0] == 'o' ? " could not be opened" : " could not be closed"));
+        if (report.fresh) fresh(at, source, *report.fresh);
     }
 
     void printed(Variable& variable) override {
@@ -70,6 +72,16 @@ private:
             failed(at, shownText(text));
         }
         if (report.stale) stale(at, *report.stale);
+    }
+
+    void fresh(Position at, const std::string& source, const FreshResults& fresh) {
+        _out << "calculated " << shownText(source) << ": " << fresh.formulas << " formulas, " << fresh.changed
+             << " results changed\n";
+        if (fresh.notCalculated.empty()) return;
+        std::string cells;
+        for (const std::string& cell : fresh.notCalculated)
+            cells.append(cells.empty() ? "" : ", ").append(shownText(cell));
+        failed(at, std::to_string(fresh.notCalculated.size()) + " formulas were not calculated: " + cells);
     }
 
     void stale(Position at, const StaleResults& stale) {

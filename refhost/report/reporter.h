@@ -24,6 +24,7 @@ struct Report {
     std::vector<DriverReport> driver;
     std::vector<std::string> own;  // of the host itself
     std::optional<StaleResults> stale;
+    std::optional<FreshResults> fresh;
 };
 
 class Reporter {

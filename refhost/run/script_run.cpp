@@ -46,10 +46,9 @@ bool Interpreter::run(const Statement& statement) {
     return false;
 }
 
-Report Interpreter::taken() {
-    Context& from = context();
+Report Interpreter::taken(Context& from) {
     return {std::exchange(from.messages, {}), std::exchange(from.driverReports, {}), std::exchange(from.ownReports, {}),
-            _stale ? _stale() : std::nullopt};
+            _stale ? _stale() : std::nullopt, std::exchange(from.fresh, std::nullopt)};
 }
 
 const Driver* Interpreter::driverOf(const SourceName& name, Context& context) const {
@@ -98,7 +97,8 @@ bool Interpreter::run(Position at, const OpenStatement& statement) {
         const Progress progress(_progress, at.line, context());
         handle = openSource(context(), *driver, name.name, statement.update);
     }
-    if (handle) _open.push_back({&context(), driver, statement.source, handle});
+    if (handle)
+        _open.push_back({&context(), driver, statement.source, handle, std::exchange(context().workbookToChange, {})});
     _reporter.sourceDone(at, "open", statement.source, handle ? 0 : -1, taken());
     return handle != nullptr;
 }
@@ -109,15 +109,18 @@ bool Interpreter::run(Position at, const CloseStatement& statement) {
         return open.context == &context() && open.source == statement.source;
     });
     int status = -1;
+    bool fresh = true;
     if (found == _open.rend()) {
         context().ownReports.push_back("'" + statement.source + "' is not open");
     } else {
         const Progress progress(_progress, at.line, context());
         status = found->driver->close(context().handle(), found->handle);
+        const std::string changed = std::move(found->changed);
         _open.erase(std::next(found).base());
+        if (status == 0) fresh = refresh(context(), changed);
     }
     _reporter.sourceDone(at, "close", statement.source, status, taken());
-    return status == 0;
+    return status == 0 && fresh;
 }
 
 bool Interpreter::run(Position, const ContextStatement& statement) {
@@ -155,9 +158,13 @@ bool Interpreter::closeAll() {
     while (!_open.empty()) {
         const OpenSource last = std::move(_open.back());
         _open.pop_back();
-        if (last.driver->close(last.context->handle(), last.handle) == 0) continue;
-        _reporter.failed({}, "'" + last.source + "' could not be closed");
-        ok = false;
+        if (last.driver->close(last.context->handle(), last.handle) != 0) {
+            _reporter.failed({}, "'" + last.source + "' could not be closed");
+            ok = false;
+        } else if (_host.afterSave && !last.changed.empty()) {
+            ok = refresh(*last.context, last.changed) && ok;
+            _reporter.sourceDone({}, "close", last.source, 0, taken(*last.context));
+        }
     }
     return ok;
 }

@@ -55,6 +55,7 @@ private:
         const Driver* driver;
         std::string source;
         void* handle;
+        std::string changed;  // the workbook's full path, when it is open for a change
     };
 
     bool run(Position at, const DeclareStatement& statement);
@@ -65,7 +66,8 @@ private:
     bool run(Position at, const PrintStatement& statement);
     bool run(Position at, const ParamStatement& statement);
 
-    Report taken();
+    Report taken() { return taken(context()); }
+    Report taken(Context& from);
     /// Null after a report when there is no such driver.
     const Driver* driverOf(const SourceName& name, Context& context) const;
 
