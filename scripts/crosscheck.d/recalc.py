@@ -36,6 +36,20 @@ def make(path):
     book.save(path)
 
 
+def run_fresh(quillet, path):
+    """A statement behind a write with --recalc reads the results of what was written."""
+    copy = path.replace("book.", "fresh.")
+    shutil.copyfile(path, copy)
+    kind = copy.rpartition(".")[2]
+    script = SCRIPT % (kind, copy) + 'declare B : real\nread "%s:%s" { B from "[B2]" }\nprint B\n' % (kind, copy)
+    done = subprocess.run([quillet, "run", "--recalc", "--json", "-"], input=script, text=True, capture_output=True)
+    lines = [json.loads(line) for line in done.stdout.splitlines()]
+    if done.returncode == 0 and lines[0]["recalc"]["formulas"] == 5 and lines[-1]["value"] == 120:
+        return 0
+    print("recalc %s: %s\n%s" % (kind, lines, done.stderr))
+    return 1
+
+
 def main():
     quillet = sys.argv[1]
     if not shutil.which("soffice"):
@@ -56,6 +70,7 @@ def main():
         for kind in ("xlsx", "xls"):
             path = os.path.join(folder, "book." + kind)
             subprocess.run([quillet, "run", "-"], input=SCRIPT % (kind, path), text=True, check=True, capture_output=True)
+            faults += run_fresh(quillet, path)
             before = dump(quillet, path)
             told = subprocess.run([quillet, "recalc", path], text=True, check=True, capture_output=True).stdout
             after = dump(quillet, path)
