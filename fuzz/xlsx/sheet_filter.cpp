@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -27,12 +28,24 @@ struct Release {
 
 constexpr int mostAsked = 100;
 
+/// XML has no form for most control characters: those of a file that is no XML are saved as a word.
+std::string asSaved(std::string_view text) {
+    std::string saved;
+    for (const char c : text) {
+        char word[] = "_x0000_";
+        std::snprintf(word, sizeof word, "_x%04X_", static_cast<unsigned char>(c));
+        const bool hasForm = static_cast<unsigned char>(c) >= 0x20 || c == '\t' || c == '\n' || c == '\r';
+        saved += hasForm ? std::string(1, c) : word;
+    }
+    return saved;
+}
+
 void askColumn(Column& column, std::string& told) {
     told += std::to_string(column.columnId()) + ":" + std::to_string(column.filterKind()) + " ";
     for (int i = 0; i < std::min(column.valueFilterTotal(), mostAsked); ++i) {
         const char* const value = column.valueFilterAt(i);
         if (!value) std::abort();
-        told.append(value).append(",");
+        told.append(asSaved(value)).append(",");
     }
     double value = 0;
     bool a = false, b = false;
@@ -40,7 +53,8 @@ void askColumn(Column& column, std::string& told) {
     const char *value1 = nullptr, *value2 = nullptr;
     if (column.top10(&value, &a, &b)) told += std::to_string(value) + (a ? "top" : "") + (b ? "%" : "");
     if (column.customFilter(&op1, &value1, &op2, &value2, &a)) {
-        told += std::to_string(op1) + (value1 ? value1 : "-") + std::to_string(op2) + (value2 ? value2 : "-");
+        told +=
+            std::to_string(op1) + asSaved(value1 ? value1 : "-") + std::to_string(op2) + asSaved(value2 ? value2 : "-");
     }
 }
 
@@ -56,7 +70,7 @@ std::string ask(Sheet& sheet) {
     }
     for (int i = 0; i < std::min(sheet.hyperlinkTotal(), mostAsked); ++i) {
         const char* const link = sheet.hyperlinkAt(i, at, at + 1, at + 2, at + 3);
-        told += link && std::string_view(link) != " " ? link : "-";  // one blank becomes a no-break space
+        told += link && std::string_view(link) != " " ? asSaved(link) : "-";  // one blank becomes a no-break space
     }
     told += sheet.isProtected() ? "protected" : "open";
     if (!sheet.hasFilter()) return told;
