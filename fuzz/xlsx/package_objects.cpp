@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/api/ibook.h"
@@ -48,7 +49,7 @@ Counts read(Sheet& sheet) {
     }
     for (const auto& comment : objects.comments()) {
         const char* const text = sheet.readComment(comment.row, comment.col);
-        if (!text || comment.text != text) std::abort();
+        if (!text || std::string_view(comment.text.c_str()) != text) std::abort();  // a text of C ends at a NUL
     }
     return counts;
 }
