@@ -23,7 +23,7 @@ constexpr KnownLimit knownLimits[] = {
     {"remove row break", "xlsx", "the list behind the break moves up"},
     {"remove the first link", nullptr, "the list behind the link moves up"},
     {"remove name", "xlsx", "the list behind the name moves up"},
-    {"ignored error", nullptr, "a range is compared with all that are there: none comes twice"},
+    {"ignored error", "xlsx", "a range is compared with all that are there: none comes twice"},
     {"remove placed picture at a cell", nullptr, "pictures are looked at in order"},
     {"remove the last placed picture", nullptr, "pictures are looked at in order"},
     {"add sheet", "xls", "a name is compared with those of all sheets"},

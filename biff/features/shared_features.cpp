@@ -68,6 +68,19 @@ KeptRecords headerOf(FeatureType type, std::span<const std::byte> data) {
     return record;
 }
 
+std::uint64_t keyOf(const CellRange& range) {
+    return std::uint64_t{range.rowFirst} << 48 | std::uint64_t{range.rowLast} << 32 |
+           std::uint64_t{range.colFirst} << 16 | range.colLast;
+}
+
+template <class Visit>
+void forEachRange(const KeptRecords& record, Visit&& visit) {
+    Cursor in(record.firstBody());
+    Feat feat;
+    readFields(in, feat);
+    for (std::uint16_t i = 0; i < feat.cref; ++i) visit(readRange(in));
+}
+
 // The place of the flags in a Feat of ignored errors that holds this range; null for any other.
 std::byte* errorsOf(KeptRecords& record, const CellRange& range, bool alone) {
     if (!isOf(record, Feat::id, FeatureType::ignoredErrors)) return nullptr;
@@ -96,6 +109,7 @@ KeptRecords ignoredErrors(const CellRange& range, std::uint32_t word) {
 
 bool SharedFeatures::read(RecordHeader header, Xls& in) {
     if (header.id != FeatHdr::id && header.id != Feat::id) return false;
+    _indexed = false;
     KeptRecords& record = _records.emplace_back();
     record.take(in, header);
     check(header.id, std::as_const(record).firstBody());
@@ -107,6 +121,7 @@ void SharedFeatures::write(Xls& out) const {
 }
 
 void SharedFeatures::setPermissions(std::uint32_t permissions) {
+    _indexed = false;
     KeptRecords made = headerOf(FeatureType::protection, std::as_bytes(std::span(&permissions, 1)));
     const auto known = std::ranges::find_if(
         _records, [](const KeptRecords& record) { return isOf(record, FeatHdr::id, FeatureType::protection); });
@@ -124,31 +139,53 @@ void SharedFeatures::setPermissions(std::uint32_t permissions) {
     }
 }
 
+// Where the errors of a range stand is found by a table, since a sheet may have them by the ten thousand. It holds
+// numbers of records up to the last of its kind, which what is added behind that leaves as they are.
+void SharedFeatures::indexErrors() {
+    if (_indexed) return;
+    _errorsAt.clear();
+    _errorsEnd = 0;
+    _hasErrorHeader = false;
+    for (std::size_t i = 0; i < _records.size(); ++i) {
+        const bool isHeader = isOf(_records[i], FeatHdr::id, FeatureType::ignoredErrors);
+        const bool isErrors = isOf(_records[i], Feat::id, FeatureType::ignoredErrors);
+        _hasErrorHeader = _hasErrorHeader || isHeader;
+        if (isHeader || isErrors) _errorsEnd = i + 1;
+        if (isErrors) forEachRange(_records[i], [&](const CellRange& range) { _errorsAt.emplace(keyOf(range), i); });
+    }
+    _indexed = true;
+}
+
 void SharedFeatures::ignoreErrors(const CellRange& range, int flags) {
     const std::uint32_t word = inFile(flags);
-    for (KeptRecords& record : _records) {
-        const std::byte* const at = errorsOf(record, range, false);
+    indexErrors();
+    std::size_t own = _records.size();
+    const auto [first, last] = _errorsAt.equal_range(keyOf(range));
+    for (auto known = first; known != last; ++known) {
+        const std::byte* const at = errorsOf(_records[known->second], range, false);
         if (at != nullptr && loadLe<std::uint32_t>(at) == word) throw vlerror(msg::ignoredErrorExists);
+        if (errorsOf(_records[known->second], range, true) != nullptr) own = std::min(own, known->second);
     }
-    for (KeptRecords& record : _records) {
-        if (std::byte* const at = errorsOf(record, range, true)) {
-            storeLe(at, loadLe<std::uint32_t>(at) | word);
-            return;
-        }
+    if (own != _records.size()) {
+        std::byte* const at = errorsOf(_records[own], range, true);
+        storeLe(at, loadLe<std::uint32_t>(at) | word);
+        return;
     }
-    const auto is = [](std::uint16_t id) {
-        return [id](const KeptRecords& record) { return isOf(record, id, FeatureType::ignoredErrors); };
-    };
-    if (std::ranges::none_of(_records, is(FeatHdr::id))) {
-        _records.insert(std::ranges::find_if(_records, is(Feat::id)), headerOf(FeatureType::ignoredErrors, {}));
+    if (!_hasErrorHeader) {
+        const auto isErrors = [](const KeptRecords& r) { return isOf(r, Feat::id, FeatureType::ignoredErrors); };
+        _indexed = false;
+        _records.insert(std::ranges::find_if(_records, isErrors), headerOf(FeatureType::ignoredErrors, {}));
+        indexErrors();
     }
-    const auto last = std::find_if(_records.rbegin(), _records.rend(), [&](const KeptRecords& record) {
-        return is(FeatHdr::id)(record) || is(Feat::id)(record);
-    });
-    _records.insert(last.base(), ignoredErrors(range, word));
+    _indexed = false;
+    _records.insert(_records.begin() + static_cast<std::ptrdiff_t>(_errorsEnd), ignoredErrors(range, word));
+    _errorsAt.emplace(keyOf(range), _errorsEnd);
+    ++_errorsEnd;
+    _indexed = true;
 }
 
 void SharedFeatures::remove(FeatureType type) {
+    _indexed = false;
     std::erase_if(_records,
                   [type](const KeptRecords& r) { return isOf(r, FeatHdr::id, type) || isOf(r, Feat::id, type); });
 }

@@ -3,6 +3,7 @@
 #pragma once
 #include <array>
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "biff/cells/sheet_records.h"
@@ -85,7 +86,14 @@ public:
     void remove(FeatureType type);
 
 private:
+    void indexErrors();
+
     std::vector<KeptRecords> _records;
+
+    bool _indexed = false;
+    std::unordered_multimap<std::uint64_t, std::size_t> _errorsAt;  // by range: the records that hold it
+    std::size_t _errorsEnd = 0;                                     // behind the last record of ignored errors
+    bool _hasErrorHeader = false;
 };
 
 }  // namespace biff

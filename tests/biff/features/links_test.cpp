@@ -217,6 +217,12 @@ TEST(IgnoredErrors, AreAddedAndExtended) {
     auto mended = savedRecords(*headless.book);
     std::erase_if(mended, [](const Record& r) { return r.id != 2151 && r.id != 2152; });
     EXPECT_EQ(mended, out) << "the group is opened in front of its first feature";
+
+    NewSheet moved;
+    EXPECT_TRUE(moved.sheet->addIgnoredErrorRange(1, 3, 2, 4, 1));
+    EXPECT_TRUE(moved.sheet->setProtected(true, "", 5));  // goes in front of all
+    EXPECT_TRUE(moved.sheet->addIgnoredErrorRange(1, 3, 2, 4, 4));
+    EXPECT_EQ(only(savedRecords(*moved.book), 2152), (std::vector{feat("0100 0200 0300 0400", "05000000")}));
 }
 
 TEST(Tables, AreFoundInTheirRecords) {
