@@ -31,7 +31,10 @@
 namespace vellum {
 namespace {
 
-/// Makes a file beside the target, by a name that nobody else has.
+/// Makes a file beside the target, by a name that nobody else has. `mkstemp` cannot serve, since it chooses six
+/// characters of its own, capitals and digits among them, and the form of these names is fixed; it is done as there:
+/// O_EXCL follows no link and takes no file that is there, the file is its owner's alone, and a name that is taken is
+/// followed by another.
 std::string temporaryBeside(std::string_view target) {
     const std::size_t slash = target.find_last_of("/\\");
     std::string name(slash == std::string_view::npos ? std::string_view() : target.substr(0, slash + 1));

@@ -1,12 +1,14 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
 
 #include "engine/api/isheet.h"
 #include "tests/xlsx/book/package.h"
@@ -125,6 +127,27 @@ TEST_F(Save, ByWayOfATemporaryFileIsTheSame) {
     EXPECT_FALSE(book->saveFile((folder + "none/a.xlsx").c_str(), false));
     EXPECT_STREQ(book->errorMessage(), "can't open file for writing");
     EXPECT_FALSE(book->saveFile(nullptr, false));
+}
+
+TEST_F(Save, TemporaryFilesHaveNamesThatNobodyElseHas) {
+    ASSERT_TRUE(load(*book, samplePackageBytes(2)));
+    const int watch = inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(inotify_add_watch(watch, folder.c_str(), IN_CREATE), 0);
+    ASSERT_TRUE(book->saveFile((folder + "a.xlsx").c_str(), true)) << book->errorMessage();
+    alignas(inotify_event) char events[1 << 16];
+    const ssize_t size = read(watch, events, sizeof events);
+    close(watch);
+    std::set<std::string> names;
+    std::size_t made = 0;
+    for (ssize_t at = 0; at < size; ++made) {
+        const auto* const event = reinterpret_cast<const inotify_event*>(events + at);
+        names.insert(event->name);
+        at += static_cast<ssize_t>(sizeof *event + event->len);
+    }
+    EXPECT_EQ(names.erase("a.xlsx"), 1u);
+    EXPECT_EQ(names.size(), made - 1);
+    EXPECT_EQ(names.size(), savedParts(*book).size());
+    EXPECT_THAT(names, testing::Each(testing::MatchesRegex("vellum-[a-z]{16}\\.tmp")));
 }
 
 TEST_F(Save, SaysWhatFailed) {
