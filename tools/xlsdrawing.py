@@ -161,6 +161,15 @@ class SheetDrawing:
             elif record.id == NOTE:
                 self.notes.append(Note(record.body))
 
+    def of_charts(self):
+        """The drawings of the charts in this one, and of those in them."""
+        for piece in self.pieces:
+            for kind, chart in piece.objects:
+                if kind == BOF:
+                    inner = SheetDrawing(chart)
+                    yield inner
+                    yield from inner.of_charts()
+
     def walk(self, group, groups):
         for number, child in enumerate(group.children):
             if child.type == SP:

@@ -80,11 +80,12 @@ class Lint:
         """One tree a sheet, cut and counted as it must be; identifiers and pictures that exist."""
         found = []
         for number, part in enumerate(parts[1:]):
+            drawing = SheetDrawing(part)
             if part[0].u16(2) == 16:
                 self.where = "sheet %d: " % number
-                found.append(SheetDrawing(part))
-                for text in found[-1].check():
+                for text in drawing.check():
                     self.fault(text)
+            found += [drawing, *drawing.of_charts()]
         self.where = "globals: "
         for text in DrawingGroup(parts[0]).check(found):
             self.fault(text)
