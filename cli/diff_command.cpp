@@ -16,7 +16,7 @@ void addDiff(CLI::App& program, int& exitStatus) {
     command->add_option("label", options->label, "Only the cells of a range, such as Sales!A1:C9");
     command->add_flag("--json", options->json, "A JSON object a line instead of text for people");
     CLI::Option* const values = command->add_flag("--values", options->values, "Values of cells only");
-    command->add_flag("--all", options->all, "What is kept as bytes, too")->excludes(values);
+    command->add_flag("--all", options->all, "Looks of cells and what is kept as bytes, too")->excludes(values);
     command->footer(
         "Exit status: 0 equal, 1 different, 2 trouble.\nExample: quillet diff old.xlsx new.xlsx 'Sales!A1:C9'");
     command->callback([options, &exitStatus] { exitStatus = diff(*options, std::cout, std::cerr); });

@@ -269,6 +269,7 @@ public:
     bool isCalculated(int row, int col) override;
     bool setResult(int row, int col, const FormulaResult& result) override;
     bool arrayArea(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    std::optional<ReferenceText> referenceText(int row, int col) override;
 
     // View, name, and what a binary sheet has not (sheet_view.cpp).
     bool showsGridlines() override;

@@ -3,6 +3,8 @@
 
 #include "biff/sheet/sheet.h"
 #include "engine/text/conversions.h"
+#include "formula/printing/formula_to_text.h"
+#include "formula/printing/reference_words.h"
 
 namespace vellum {
 namespace {
@@ -64,6 +66,30 @@ bool SheetImplT<CharT>::arrayArea(int row, int col, int* rowFirst, int* rowLast,
         *colFirst = in.get<std::uint8_t>();
         *colLast = in.get<std::uint8_t>();
         return true;
+    });
+}
+
+template <class CharT>
+std::optional<ReferenceText> SheetImplT<CharT>::referenceText(int row, int col) {
+    return guard(std::optional<ReferenceText>(), [&]() -> std::optional<ReferenceText> {
+        const auto* const cell = cellAs<FormulaCell>(slotAt(place(row, col)));
+        if (cell == nullptr) return std::nullopt;
+        std::span<const std::byte> expression = cell->expressionBytes();
+        formula::LocationBase base;
+        if (const FormulaCell* const first = anchorOf(*cell); first != nullptr && first->tail != nullptr) {
+            constexpr std::size_t arrayHead = 12;  // the area, flags, and a field of no use
+            if (first->tail->shared) {
+                expression = first->tail->shared->expression;
+                base = {.row = cell->row, .col = cell->col};
+            } else if (first->tail->followingId == record_id::Array && first->tail->following.size() > arrayHead) {
+                expression = std::span(first->tail->following).subspan(arrayHead);
+            } else {
+                return ReferenceText{"?", row, col};
+            }
+        }
+        const std::wstring words =
+            formula::referenceWords(formula::tokensOf(expression), _book.formulas(), cell->generation, base);
+        return ReferenceText{toNarrow(words, true), row, col};
     });
 }
 

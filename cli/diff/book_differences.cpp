@@ -20,17 +20,19 @@ using Book = vellum::IBookT<char>;
 
 class BookComparer {
 public:
-    BookComparer(Book& first, Book& second, bool valuesOnly)
+    BookComparer(Book& first, Book& second, Aspects aspects)
         : _first(first),
           _second(second),
-          _valuesOnly(valuesOnly),
-          _firstReader(first, {!valuesOnly, !valuesOnly}),
-          _secondReader(second, {!valuesOnly, !valuesOnly}) {}
+          _aspects(aspects),
+          _firstReader(first, aspects),
+          _secondReader(second, aspects) {}
 
     Differences run() {
-        if (!_valuesOnly) addNameDifferences(_first, _second, _out);
+        const bool features = _aspects.formulas;
+        if (features) addNameDifferences(_first, _second, _out);
+        if (_aspects.looks) addUsualLook();
         _matches = matchSheets(_first, _second, _out);
-        compareAll(!_valuesOnly);
+        compareAll(features);
         return std::move(_out);
     }
     Differences run(const SheetArea& firstArea, const SheetArea& secondArea) {
@@ -45,6 +47,10 @@ private:
     void compareAll(bool features) {
         for (const SheetMatch& match : _matches) alignOne(match);
         for (std::size_t i = 0; i < _matches.size(); ++i) compareOne(i, features);
+    }
+    void addUsualLook() {
+        auto [before, after] = lookChanges(CellLooks(_first).usual(), CellLooks(_second).usual());
+        if (!before.empty()) _out.push_back({"", "usual look", "setting changed", 1, before, after});
     }
     [[nodiscard]] bool areWorksheets(const SheetMatch& match) const {
         return match.first >= 0 && match.second >= 0 && _first.sheetKindAt(match.first) == vellum::sheetWorksheet &&
@@ -82,7 +88,7 @@ private:
     }
 
     Book &_first, &_second;
-    bool _valuesOnly;
+    Aspects _aspects;
     CellReader _firstReader, _secondReader;
     std::vector<SheetMatch> _matches;
     std::vector<std::unique_ptr<SheetAlignment>> _alignments;  // by match; null where there are no cells to compare
@@ -91,13 +97,13 @@ private:
 
 }  // namespace
 
-Differences bookDifferences(Book& first, Book& second, bool valuesOnly) {
-    return BookComparer(first, second, valuesOnly).run();
+Differences bookDifferences(Book& first, Book& second, Aspects aspects) {
+    return BookComparer(first, second, aspects).run();
 }
 
 Differences areaDifferences(Book& first, const SheetArea& firstArea, Book& second, const SheetArea& secondArea,
-                            bool valuesOnly) {
-    return BookComparer(first, second, valuesOnly).run(firstArea, secondArea);
+                            Aspects aspects) {
+    return BookComparer(first, second, aspects).run(firstArea, secondArea);
 }
 
 }  // namespace cli

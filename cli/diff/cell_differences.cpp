@@ -146,11 +146,16 @@ private:
     }
 
     void compareCells(int rowFirst, int colFirst, int rowSecond, int colSecond) {
-        const CellContent a = colFirst < 0 ? CellContent{} : _pair.firstReader.content(_pair.first, rowFirst, colFirst);
+        const CellContent a =
+            colFirst < 0 ? _pair.firstReader.nothing() : _pair.firstReader.content(_pair.first, rowFirst, colFirst);
         const CellContent b = _pair.secondReader.content(_pair.second, rowSecond, colSecond);
         const auto add = [&](std::string what, std::string before, std::string after) {
             _runs.add({rowSecond, colSecond, std::move(what), std::move(before), std::move(after)});
         };
+        if (a.look != nullptr && b.look != nullptr) {
+            auto [before, after] = lookChanges(*a.look, *b.look);
+            if (!before.empty()) add("look", std::move(before), std::move(after));
+        }
         if (a.isEmpty() && b.isEmpty()) return;
         if (a.isEmpty()) return add("cell added", "", b.isFormula && !b.formula.empty() ? "=" + b.formula : b.shown());
         if (b.isEmpty())

@@ -25,6 +25,13 @@ bool isText(int kind) {
     return kind == vellum::cellString || kind == vellum::cellDate;
 }
 
+/// Blank cells are empty. A formula without a value has a text without characters: binary workbooks tell one so.
+int kindOf(Sheet& sheet, int row, int col, bool formula) {
+    const int kind = sheet.cellType(row, col);
+    if (kind != vellum::cellEmpty && kind != vellum::cellBlank) return kind;
+    return formula ? vellum::cellString : vellum::cellEmpty;
+}
+
 }  // namespace
 
 std::uint64_t CellReader::codeHash(int id) {
@@ -35,9 +42,19 @@ std::uint64_t CellReader::codeHash(int id) {
 
 CellHash CellReader::hash(Sheet& sheet, int row, int col) {
     if (passesOver(row, col)) return {};
-    const int kind = sheet.cellType(row, col);
+    CellHash found = contentHash(sheet, row, col);
+    if (!_aspects.looks) return found;
+    const Look& look = _looks.of(sheet.cellFormatAt(row, col));
+    if (look.isUsual) return found;
+    found.exact = mixed(found.exact, look.hash);
+    found.loose = mixed(found.loose, look.hash);
+    return found;
+}
+
+CellHash CellReader::contentHash(Sheet& sheet, int row, int col) {
     const bool formula = sheet.isFormulaCell(row, col);
-    if ((kind == vellum::cellEmpty || kind == vellum::cellBlank) && !formula) return {};
+    const int kind = kindOf(sheet, row, col, formula);
+    if (kind == vellum::cellEmpty && !formula) return {};
     vellum::IFormatT<char>* format = nullptr;
     std::uint64_t value = mixed(static_cast<std::uint64_t>(kind), 7);
     switch (kind) {
@@ -66,15 +83,21 @@ CellHash CellReader::hash(Sheet& sheet, int row, int col) {
     return found;
 }
 
+CellContent CellReader::nothing() {
+    CellContent found;
+    if (_aspects.looks) found.look = &_looks.of(nullptr);
+    return found;
+}
+
 CellContent CellReader::content(Sheet& sheet, int row, int col) {
     CellContent found;
     if (passesOver(row, col)) return found;
-    const int kind = sheet.cellType(row, col);
     found.isFormula = sheet.isFormulaCell(row, col);
-    found.kind = kind == vellum::cellBlank ? vellum::cellEmpty : kind;
+    found.kind = kindOf(sheet, row, col, found.isFormula);
+    if (_aspects.looks) found.look = &_looks.of(sheet.cellFormatAt(row, col));
     if (found.isEmpty()) return found;
     vellum::IFormatT<char>* format = nullptr;
-    switch (kind) {
+    switch (found.kind) {
         case vellum::cellNumber:
             found.number = sheet.readNumber(row, col, &format);
             found.hasValue = found.number != 0 || std::string_view(_book.errorMessage()) == "ok";
@@ -86,7 +109,7 @@ CellContent CellReader::content(Sheet& sheet, int row, int col) {
             found.number = sheet.readError(row, col, &format);
             break;
         default:
-            if (!isText(kind)) break;
+            if (!isText(found.kind)) break;
             if (const char* const text = sheet.readString(row, col, &format)) found.text = text;
     }
     if (found.isFormula && _aspects.formulas) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "cli/formats/cell_looks.h"
 #include "cli/formats/cell_text.h"
 #include "cli/tables/area.h"
 
@@ -13,6 +14,7 @@ namespace cli {
 /// What a comparison of cells takes into account.
 struct Aspects {
     bool formulas = true, formats = true;
+    bool looks = false;  // fonts, fills, borders, alignment, protection
 };
 
 /// What stands in a cell.
@@ -23,7 +25,8 @@ struct CellContent {
     std::string text;      // of texts and dates
     bool isFormula = false;
     std::string formula;
-    std::string code;  // of its number format; of cells with a value
+    std::string code;            // of its number format; of cells with a value
+    const Look* look = nullptr;  // where looks are compared
 
     [[nodiscard]] bool isEmpty() const { return kind == 0 && !isFormula; }
     [[nodiscard]] bool sameValue(const CellContent& other) const;
@@ -42,9 +45,12 @@ struct CellHash {
 /// Reads cells of one book.
 class CellReader {
 public:
-    CellReader(vellum::IBookT<char>& book, Aspects aspects) : _book(book), _aspects(aspects), _texts(book) {}
+    CellReader(vellum::IBookT<char>& book, Aspects aspects)
+        : _book(book), _aspects(aspects), _texts(book), _looks(book) {}
 
     CellContent content(vellum::ISheetT<char>& sheet, int row, int col);
+    /// Where a sheet has no cell.
+    CellContent nothing();
     CellHash hash(vellum::ISheetT<char>& sheet, int row, int col);
     /// Cells outside of the area count as empty from now on.
     void keepTo(const SheetArea& area) { _area = area; }
@@ -54,11 +60,14 @@ private:
 
     int formatId(vellum::IFormatT<char>* format) const { return format != nullptr ? format->numFormat() : 0; }
     std::uint64_t codeHash(int id);
+    /// Of the cell's value and formula; 0 for a cell without.
+    CellHash contentHash(vellum::ISheetT<char>& sheet, int row, int col);
 
     vellum::IBookT<char>& _book;
     Aspects _aspects;
     std::optional<SheetArea> _area;
     CellTexts _texts;
+    CellLooks _looks;
     std::unordered_map<int, std::uint64_t> _codeHashes;
 };
 

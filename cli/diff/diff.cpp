@@ -34,13 +34,14 @@ int diff(const DiffOptions& options, std::ostream& out, std::ostream& errors) {
         !load(options.second, options.label, second, secondArea, errors))
         return trouble;
     const bool csv = first.isCsv || second.isCsv, whole = options.label.empty();
-    const bool valuesOnly = options.values || csv;
+    const bool more = !options.values && !csv;
+    const Aspects aspects{more, more, more && options.all};
     Differences list;
     if (whole && !csv) {
-        list = bookDifferences(*first.book, *second.book, valuesOnly);
+        list = bookDifferences(*first.book, *second.book, aspects);
     } else {
         list = areaDifferences(*first.book, whole ? wholeSheet(firstArea) : firstArea, *second.book,
-                               whole ? wholeSheet(secondArea) : secondArea, valuesOnly);
+                               whole ? wholeSheet(secondArea) : secondArea, aspects);
     }
     if (options.all && !csv) addKeptDifferences(options.first, *first.book, options.second, *second.book, list);
     (options.json ? printDifferencesJson : printDifferences)(list, out);

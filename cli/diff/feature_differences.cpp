@@ -34,7 +34,28 @@ void addChanges(const Texts& before, const Texts& after, const std::string& shee
     }
 }
 
-Texts namesOf(Book& book) {
+/// A formula as both formats tell it: without blanks, with commas between arguments.
+std::string inOneNotation(const std::string& formula) {
+    std::string out;
+    char quote = 0;
+    int braces = 0;
+    for (const char c : formula) {
+        if (quote != 0) {
+            if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == ' ') {
+            continue;
+        } else {
+            braces += (c == '{') - (c == '}');
+        }
+        out += c == ';' && quote == 0 && braces == 0 ? ',' : c;
+    }
+    return out;
+}
+
+/// `together`: with a workbook of the other format.
+Texts namesOf(Book& book, bool together) {
     Texts found;
     auto* const names = dynamic_cast<vellum::IBookNames*>(&book);
     const int total = names != nullptr ? names->nameTotal() : 0;
@@ -43,7 +64,8 @@ Texts namesOf(Book& book) {
         if (!names->nameAt(i, name)) continue;
         const char* const scope = name.scope >= 0 ? book.sheetNameAt(name.scope) : nullptr;
         std::string& text = found[(scope != nullptr ? std::string(scope) + "!" : std::string()) + name.text];
-        text = name.formula ? "=" + *name.formula : "(no text)";
+        text = "(no text)";
+        if (name.formula) text.assign(1, '=').append(together ? inOneNotation(*name.formula) : *name.formula);
         if (name.hidden) text += " hidden";
     }
     return found;
@@ -143,6 +165,16 @@ std::string rounded(const std::string& text) {
     return out;
 }
 
+/// A list whose order says nothing, in one order.
+std::string sorted(const std::string& list) {
+    std::vector<std::string> elements = jsonElements(list);
+    if (elements.empty()) return list;
+    std::sort(elements.begin(), elements.end());
+    std::string out;
+    for (const std::string& element : elements) out.append(out.empty() ? "[" : ",").append(element);
+    return out.append("]");
+}
+
 Texts featuresOf(Book& book, Sheet& sheet) {
     std::ostringstream text;
     {
@@ -153,13 +185,17 @@ Texts featuresOf(Book& book, Sheet& sheet) {
     for (const char* const sizes : {"margins", "rows", "columns"}) {
         if (const auto found = members.find(sizes); found != members.end()) found->second = rounded(found->second);
     }
+    for (const char* const places : {"merges", "links"}) {
+        if (const auto found = members.find(places); found != members.end()) found->second = sorted(found->second);
+    }
     return members;
 }
 
 }  // namespace
 
 void addNameDifferences(Book& first, Book& second, Differences& out) {
-    addChanges(namesOf(first), namesOf(second), "", "name", out);
+    const bool together = (first.binaryVersion() == 0) != (second.binaryVersion() == 0);
+    addChanges(namesOf(first, together), namesOf(second, together), "", "name", out);
     addChanges(settingsOf(first), settingsOf(second), "", "setting", out);
 }
 

@@ -23,6 +23,17 @@ std::size_t valueEnd(std::string_view text, std::size_t at) {
 
 }  // namespace
 
+std::vector<std::string> jsonElements(std::string_view list) {
+    std::vector<std::string> elements;
+    for (std::size_t at = 1; at < list.size() && list[at] != ']';) {
+        const std::size_t end = valueEnd(list, at);
+        elements.emplace_back(list.substr(at, end - at));
+        at = end + 1;
+        if (end >= list.size() || list[end] != ',') break;
+    }
+    return elements;
+}
+
 std::map<std::string, std::string> jsonMembers(std::string_view line) {
     std::map<std::string, std::string> members;
     std::size_t at = line.find(":{");

@@ -23,6 +23,7 @@ constexpr CellWord cellWords[] = {
     {"kind", "kind of value changed", "kinds of values changed"},
     {"formula", "formula changed", "formulas changed"},
     {"format", "number format changed", "number formats changed"},
+    {"look", "look changed", "looks changed"},
     {"cell added", "cell added", "cells added"},
     {"cell removed", "cell removed", "cells removed"},
 };

@@ -55,9 +55,9 @@ public:
         SheetAlignment moved = withMovedRows(rowsA, rowsB);
         if (moved.moves() && cost(moved) < cost(best)) best = std::move(moved);
         const std::size_t rows = std::max(rowsA.size(), rowsB.size());
-        if (2 * best.different.size() < rows || best.different.size() < 2) return best;
+        if (2 * weight(best) < rows || weight(best) < 2) return best;
         SheetAlignment columns = withMovedColumns();
-        if (columns.moves() && cost(columns) < cost(best)) best = std::move(columns);
+        if (columns.moves() && weight(columns) < weight(best)) best = std::move(columns);
         return best;
     }
 
@@ -66,6 +66,17 @@ private:
     static std::size_t cost(const SheetAlignment& a) {
         return a.different.size() + a.rowsInserted.size() + a.rowsRemoved.size() + a.columnsInserted.size() +
                a.columnsRemoved.size();
+    }
+
+    static std::size_t linesOf(const std::vector<LineRun>& runs) {
+        std::size_t lines = 0;
+        for (const LineRun& run : runs) lines += static_cast<std::size_t>(run.last - run.first + 1);
+        return lines;
+    }
+    /// How many rows are not told to be the same. Where columns moved, all rows seem to be removed and others inserted:
+    /// a short list that tells nothing.
+    static std::size_t weight(const SheetAlignment& a) {
+        return cost(a) + std::min(linesOf(a.rowsInserted), linesOf(a.rowsRemoved));
     }
 
     static SheetAlignment asTheyStand(const std::vector<RowHash>& a, const std::vector<RowHash>& b) {

@@ -140,7 +140,7 @@ private:
         dumpFilter(_answers, _out);
         key("validations");
         auto* const known = dynamic_cast<vellum::ISheetFacts*>(&_sheet);
-        known ? _answers.value(known->facts().validationRules) : _answers.null();
+        known != nullptr ? _answers.value(known->facts().validationRules) : _answers.null();
     }
     void table(int index) {
         Area at;
@@ -164,7 +164,8 @@ private:
         give("summaryRight", [](Sheet& s) { return s.summaryRight(); });
         const bool package = _book.binaryVersion() == 0;
         key("rows");
-        dumpRows(_answers, package, _out);
+        auto* const known = dynamic_cast<vellum::ISheetFacts*>(&_sheet);
+        dumpRows(_answers, package, known != nullptr ? known->facts().rowEnd : 0, _out);
         key("columns");
         dumpColumns(_answers, package, _out);
     }

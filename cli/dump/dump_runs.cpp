@@ -1,5 +1,7 @@
 #include "cli/dump/dump_runs.h"
 
+#include <algorithm>
+
 namespace cli {
 namespace {
 
@@ -34,7 +36,7 @@ void runs(int count, const Line& usual, LineAt&& lineAt, JsonLines& out) {
 
 }  // namespace
 
-void dumpRows(SheetAnswers& answers, bool package, JsonLines& out) {
+void dumpRows(SheetAnswers& answers, bool package, int rowEnd, JsonLines& out) {
     constexpr int binaryRows = 65536, packageRows = 1048576;
     const auto height = [&](int row) { return answers.ask([=](Sheet& s) { return s.rowHeight(row); }); };
     const auto usual = height((package ? packageRows : binaryRows) - 1);
@@ -43,7 +45,7 @@ void dumpRows(SheetAnswers& answers, bool package, JsonLines& out) {
     const auto lineAt = [&](int row) {
         return answers.unchecked([=](Sheet& s) { return Line{s.rowHeight(row), s.isRowHidden(row)}; });
     };
-    runs(package ? *used : binaryRows, {*usual, false}, lineAt, out);
+    runs(package ? std::max(*used, rowEnd) : binaryRows, {*usual, false}, lineAt, out);
 }
 
 void dumpColumns(SheetAnswers& answers, bool package, JsonLines& out) {

@@ -32,7 +32,7 @@ td:focus{outline:3px solid var(--link);outline-offset:-2px}
 td .d{display:none}
 td:hover .d,td:focus .d{display:block;position:fixed;left:1em;right:1em;bottom:1em;padding:.8em 1em;white-space:pre-wrap;
 text-align:left;background:var(--head);border:1px solid var(--line);font:14px/1.4 sans-serif;z-index:2}
-.legend span{padding:.1em .6em;border:1px solid var(--line);margin-right:.3em}
+.legend span{display:inline-block;padding:.1em .6em;border:1px solid var(--line);margin-right:.3em}
 )";
 
 const char* className(Part part) {

@@ -235,6 +235,7 @@ public:
     bool isCalculated(int row, int col) override;
     bool setResult(int row, int col, const FormulaResult& result) override;
     bool arrayArea(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) override;
+    std::optional<ReferenceText> referenceText(int row, int col) override;
     std::vector<EntryRule> entryRules() override;  // sheet_rules.cpp
 
     // The sheet in its workbook: sheet_workbook.cpp.

@@ -16,6 +16,7 @@ SheetFacts XMLSheetImplT<CharT, Tag>::facts() {
                 facts.columnLevels = std::max(facts.columnLevels, static_cast<int>(column.outlineLevel()));
             }
         }
+        if (!_rows->empty()) facts.rowEnd = static_cast<int>(std::min(_rows->back().r(), sheetRows));
         facts.validationRules = xlsx::validationRuleTotal(this->_root);
         return facts;
     });

@@ -60,4 +60,20 @@ bool XMLSheetImplT<CharT, Tag>::arrayArea(int row, int col, int* rowFirst, int* 
     });
 }
 
+// The text of a cell that shares one is made by moving cells alone; the first cell's text tells whole columns and rows
+// as well.
+template <class CharT, class Tag>
+std::optional<ReferenceText> XMLSheetImplT<CharT, Tag>::referenceText(int row, int col) {
+    return guard(std::optional<ReferenceText>(), [&]() -> std::optional<ReferenceText> {
+        const Cell* const cell = findCell(row, col);
+        const Formula* const formula = cell ? cell->formula() : nullptr;
+        if (!formula || formula->t() != "shared" || !formula->text().empty()) return std::nullopt;
+        CellPlace at{};
+        const Cell* const master = findMaster(formula->si(), at);
+        if (!master || !master->formula()) return std::nullopt;
+        return ReferenceText{toNarrow(master->formula()->text(), true), static_cast<int>(at.row),
+                             static_cast<int>(at.col)};
+    });
+}
+
 }  // namespace vellum

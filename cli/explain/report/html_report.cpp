@@ -115,12 +115,15 @@ private:
             for (std::size_t c = 0; c < width; ++c) {
                 html::Cell& cell = shown.cells.emplace_back();
                 cell.text = row.texts[c];
-                const auto found = known.find({row.row, i.contextCol + static_cast<int>(c)});
-                if (found != known.end()) {
+                const int col = i.contextCol + static_cast<int>(c);
+                if (const auto found = known.find({row.row, col}); found != known.end()) {
                     fill(cell, *found->second);
-                } else if (row.row == i.headerRow) {
-                    cell.part = html::Part::header;
+                    continue;
                 }
+                const bool header = row.row == i.headerRow;
+                if (header) cell.part = html::Part::header;
+                if (cell.text.empty()) continue;
+                cell.details = joined(cellName(row.row, col), header ? ": header\n" : ": outside\n", cell.text);
             }
         }
         return grid;

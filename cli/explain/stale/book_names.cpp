@@ -19,7 +19,7 @@ std::string lower(std::string_view text) {
 
 }  // namespace
 
-BookNames::BookNames(vellum::IBookT<char>& book) {
+BookNames::BookNames(vellum::IBookT<char>& book) : _isPackage(book.binaryVersion() == 0) {
     for (int i = 0; i < book.sheetCount(); ++i) {
         const char* const name = book.sheetNameAt(i);
         _sheets.push_back(lower(name != nullptr ? name : ""));
@@ -68,17 +68,15 @@ void BookNames::resolve(std::string_view text, int sheet, References& out) const
         out.areas.push_back(area);
         return;
     }
-    if (!name.formula) {
-        out.cannotTell = true;
-        return;
-    }
+    if (!name.formula) return;  // a function of the workbook's program
     References inside;
     ++_depth;
     addReferences(*name.formula, sheet, *this, inside);
     --_depth;
     // What is relative in a name is counted from the cell that uses it, and its text does not tell how.
     for (const Reference& area : inside.areas) {
-        inside.cannotTell = inside.cannotTell || area.rowFirstMoves || area.rowLastMoves;
+        inside.cannotTell =
+            inside.cannotTell || area.rowFirstMoves || area.rowLastMoves || area.colFirstMoves || area.colLastMoves;
         out.areas.push_back(area);
     }
     out.cannotTell = out.cannotTell || inside.cannotTell;

@@ -15,6 +15,8 @@ public:
     explicit BookNames(vellum::IBookT<char>& book);
 
     int sheetIndex(std::string_view name) const override;
+    int lastColumn() const override { return _isPackage ? lastSheetColumn : 255; }
+    int lastRow() const override { return _isPackage ? lastSheetRow : 65535; }
     void resolve(std::string_view name, int sheet, References& out) const override;
 
 private:
@@ -22,7 +24,8 @@ private:
     std::map<std::pair<std::string, int>, vellum::IBookNames::Name> _names;
     std::map<std::string, Reference> _tables;
     std::vector<std::string> _sheets;  // in lower case
-    mutable int _depth = 0;            // of names that stand for names
+    bool _isPackage;
+    mutable int _depth = 0;  // of names that stand for names
 };
 
 }  // namespace cli::explain

@@ -32,6 +32,25 @@ private:
     const bool _wasR1C1;
 };
 
+/// What a formula refers to, in the words of the engine: from its tokens, from the cell it shares a text with, or from
+/// its own text.
+References referencesOf(vellum::ISheetT<char>& cells, vellum::IFormulaResults* results, int sheet, int row, int col,
+                        const FormulaNames& names) {
+    References references;
+    if (const auto shared = results != nullptr ? results->referenceText(row, col) : std::nullopt) {
+        addReferences(shared->text, sheet, names, references);
+        moveBy(references, row - shared->row, col - shared->col);
+        return references;
+    }
+    const char* const text = cells.readFormula(row, col);
+    if (text != nullptr && *text != '\0') {
+        addReferences(text, sheet, names, references);
+    } else {
+        references.cannotTell = true;  // a data table, for one
+    }
+    return references;
+}
+
 bool isInside(const std::vector<Reference>& areas, int row, int col) {
     return std::any_of(areas.begin(), areas.end(), [&](const Reference& area) {
         return row >= area.rowFirst && row <= area.rowLast && col >= area.colFirst && col <= area.colLast;
@@ -62,15 +81,9 @@ void DependencyIndex::addSheet(vellum::IBookT<char>& book, int sheet, const Form
         const bool isArray = results != nullptr &&
                              results->arrayArea(row, col, &area.rowFirst, &area.rowLast, &area.colFirst, &area.colLast);
         if (!isArray && isInside(arrays, row, col)) continue;
-        References references;
-        const char* const text = cells->readFormula(row, col);
-        if (text != nullptr) {
-            addReferences(text, sheet, names, references);
-        } else {
-            references.cannotTell = true;
-        }
+        References references = referencesOf(*cells, results, sheet, row, col, names);
         if (isArray) {
-            arrays.push_back(area);
+            if (area.rowFirst < area.rowLast || area.colFirst < area.colLast) arrays.push_back(area);
             addArray(sheet, area, std::move(references));
         } else {
             addFormula(open, sheet, row, col, std::move(references));

@@ -20,27 +20,27 @@ bool isNamePart(char c) {
 /// A corner: a cell, a whole column (no row) or a whole row (no column).
 struct Corner {
     int row = -1, col = -1;
-    bool rowMoves = false;
+    bool rowMoves = false, colMoves = false;
 };
 
-std::optional<Corner> cornerOf(std::string_view text) {
+std::optional<Corner> cornerOf(std::string_view text, int lastRow, int lastColumn) {
     Corner corner;
     std::size_t at = 0;
     const auto dollar = [&] { return at < text.size() && text[at] == '$' ? (++at, true) : false; };
-    dollar();
+    corner.colMoves = !dollar();
     const std::size_t letters = at;
     int col = 0;
     for (; at < text.size() && isLetter(text[at]) && at - letters < 4; ++at) {
         col = col * 26 + (quillet::lowerAscii(text[at]) - 'a' + 1);
     }
-    if (at - letters > 3 || col > lastSheetColumn + 1) return std::nullopt;
+    if (at - letters > 3 || col > lastColumn + 1) return std::nullopt;
     if (at > letters) corner.col = col - 1;
-    corner.rowMoves = !dollar();
+    corner.rowMoves = (at > letters || corner.colMoves) && !dollar();  // "$6" has the dollar of its row
     const std::size_t digits = at;
     int row = 0;
     for (; at < text.size() && isDigit(text[at]) && at - digits < 8; ++at) row = row * 10 + (text[at] - '0');
     if (at > digits) {
-        if (row < 1 || row > lastSheetRow + 1) return std::nullopt;
+        if (row < 1 || row > lastRow + 1) return std::nullopt;
         corner.row = row - 1;
     }
     if (at != text.size() || (corner.row < 0 && corner.col < 0)) return std::nullopt;
@@ -81,6 +81,8 @@ private:
         } else if (isNamePart(c)) {
             word();
         } else {
+            // Corners are taken together with their colon: any other one joins what is calculated, or named.
+            _out.cannotTell = _out.cannotTell || c == ':';
             ++_at;
         }
     }
@@ -129,6 +131,10 @@ private:
         } while (depth > 0 && _at < _text.size());
     }
 
+    std::optional<Corner> corner(std::string_view text) const {
+        return cornerOf(text, _names.lastRow(), _names.lastColumn());
+    }
+
     Sheets sheetsOf(std::string_view name) const {
         if (name.find('[') != name.npos) return {ownSheet, ownSheet, true};
         const std::size_t colon = name.find(':');
@@ -161,10 +167,10 @@ private:
     void operand(Sheets sheets) {
         const std::string_view text = takeWord();
         if (peek() == '(') return function(text);
-        const auto first = cornerOf(text);
+        const auto first = corner(text);
         if (peek() == ':' && first) {
             const std::size_t colon = _at++;
-            const auto last = cornerOf(takeWord());
+            const auto last = corner(takeWord());
             if (last && peek() != '(' && (first->row < 0) == (last->row < 0) && (first->col < 0) == (last->col < 0)) {
                 return add(sheets, *first, *last);
             }
@@ -201,6 +207,9 @@ private:
         r.rowLast = b.row < 0 ? lastSheetRow : b.row;
         r.rowFirstMoves = a.row >= 0 && a.rowMoves;
         r.rowLastMoves = b.row >= 0 && b.rowMoves;
+        if (a.col > b.col) std::swap(a.colMoves, b.colMoves);
+        r.colFirstMoves = a.col >= 0 && a.colMoves;
+        r.colLastMoves = b.col >= 0 && b.colMoves;
         r.colFirst = a.col < 0 ? 0 : std::min(a.col, b.col);
         r.colLast = a.col < 0 ? lastSheetColumn : std::max(a.col, b.col);
         _out.areas.push_back(r);
@@ -214,6 +223,23 @@ private:
 };
 
 }  // namespace
+
+void moveBy(References& references, int rows, int cols) {
+    for (Reference& area : references.areas) {
+        if (area.rowFirstMoves) area.rowFirst += rows;
+        if (area.rowLastMoves) area.rowLast += rows;
+        if (area.colFirstMoves) area.colFirst += cols;
+        if (area.colLastMoves) area.colLast += cols;
+        if (area.rowFirst > area.rowLast) {
+            std::swap(area.rowFirst, area.rowLast);
+            std::swap(area.rowFirstMoves, area.rowLastMoves);
+        }
+        if (area.colFirst > area.colLast) {
+            std::swap(area.colFirst, area.colLast);
+            std::swap(area.colFirstMoves, area.colLastMoves);
+        }
+    }
+}
 
 void addReferences(std::string_view text, int sheet, const FormulaNames& names, References& out) {
     Reader(text, sheet, names, out).run();

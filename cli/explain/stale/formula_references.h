@@ -14,7 +14,7 @@ constexpr int lastSheetRow = 1048575, lastSheetColumn = 16383;
 struct Reference {
     int sheetFirst = ownSheet, sheetLast = ownSheet;
     int rowFirst = 0, rowLast = 0, colFirst = 0, colLast = 0;
-    bool rowFirstMoves = false, rowLastMoves = false;
+    bool rowFirstMoves = false, rowLastMoves = false, colFirstMoves = false, colLastMoves = false;
     friend bool operator==(const Reference&, const Reference&) = default;
 };
 
@@ -32,9 +32,15 @@ public:
     virtual ~FormulaNames() = default;
     /// -1 for a sheet that is not of this book.
     virtual int sheetIndex(std::string_view name) const = 0;
+    /// Words in the form of cells behind it are names.
+    virtual int lastColumn() const = 0;
+    virtual int lastRow() const = 0;
     /// Adds what a name, or a table, stands for in a formula of the sheet.
     virtual void resolve(std::string_view name, int sheet, References& out) const = 0;
 };
+
+/// The references of a formula that is filled down and to the right by so many rows and columns.
+void moveBy(References& references, int rows, int cols);
 
 /// Adds what the text of a formula on the sheet refers to. The notation is A1, the text UTF-8.
 void addReferences(std::string_view text, int sheet, const FormulaNames& names, References& out);

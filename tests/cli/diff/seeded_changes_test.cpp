@@ -8,6 +8,8 @@
 #include "cli/diff/diff.h"
 #include "cli/workbook/book_file.h"
 #include "engine/api/enums.h"
+#include "engine/api/ifont.h"
+#include "engine/api/iformat.h"
 #include "engine/api/isheet.h"
 #include "engine/factories/factories.h"
 
@@ -111,6 +113,19 @@ const std::vector<Change>& changes() {
          [](Book&, Sheet& s) { s.setHeaderText("&LTop", s.headerMargin()); }},
         {"Data: links changed: [] -> [{\"area\":[0,0,0,0],\"target\":\"http://x.y/\"}]\n",
          [](Book&, Sheet& s) { s.addHyperlink("http://x.y/", 0, 0, 0, 0); }},
+        {"Data: margins changed: ", [](Book&, Sheet& s) { s.setMarginLeft(1.25); }},
+        {"Data: paper changed: ", [](Book&, Sheet& s) { s.setPaperCode(8); }},
+        {"name Data!Print_Area added: =Data!$A$1:$D$10\nData: printArea changed: null -> [0,0,9,3]\n",
+         [](Book&, Sheet& s) { s.setPrintAreaRange(0, 9, 0, 3); }, Change::binaryOnly},
+        {"name Data!_xlnm.Print_Area added: =Data!$A$1:$D$10\nData: printArea changed: null -> [0,0,9,3]\n",
+         [](Book&, Sheet& s) { s.setPrintAreaRange(0, 9, 0, 3); }, Change::packagesOnly},
+        {"name Data!_xlnm.Print_Titles added: =Data!$1:$2\nData: repeatRows changed: null -> [0,1]\n",
+         [](Book&, Sheet& s) { s.setRepeatRows(0, 1); }, Change::packagesOnly},
+        {"Data: rightToLeft changed: false -> true\n", [](Book&, Sheet& s) { s.setRightToLeft(true); }},
+        {"Data: rows changed: [] -> [[6,6,30,false]]\n", [](Book&, Sheet& s) { s.setRow(6, 30); }},
+        {"Data: rows changed: [] -> [[200,200,30,false]]\n", [](Book&, Sheet& s) { s.setRow(200, 30); }},
+        {"Data: rows changed: [] -> [[6,6,", [](Book&, Sheet& s) { s.setRowHidden(6, true); }},
+        {"Data: columns changed: [] -> [[1,1,20", [](Book&, Sheet& s) { s.setColumn(1, 1, 20); }},
         {"Last: state changed: 0 -> 1\n", [](Book& b, Sheet&) { b.getSheet(2)->setVisibilityState(1); }},
         {"name More added: =Data!$A$1\n", [](Book&, Sheet& s) { s.setNamedRangeByName("More", 0, 0, 0, 0); }},
         {"name Prices removed: =Data!$C$2:$C$41\n", [](Book&, Sheet& s) { s.removeNamedRange("Prices"); },
@@ -142,7 +157,7 @@ class SeededChanges : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override { std::setlocale(LC_CTYPE, "C.UTF-8"); }
     /// Saves the workbook, changes it, and compares both.
-    std::string told(const std::function<void(Book&, Sheet&)>& apply, int status = 1) {
+    std::string told(const std::function<void(Book&, Sheet&)>& apply, int status = 1, bool all = false) {
         const bool package = GetParam();
         const std::string before = fileOf("before", package), after = fileOf("after", package);
         {
@@ -155,7 +170,7 @@ protected:
         apply(*book, *book->getSheet(0));
         EXPECT_TRUE(book->saveFile(after.c_str())) << book->errorMessage();
         std::ostringstream out, errors;
-        EXPECT_EQ(diff({before, after, "", false, false, false}, out, errors), status) << errors.str();
+        EXPECT_EQ(diff({before, after, "", false, false, all}, out, errors), status) << errors.str();
         return out.str();
     }
 };
@@ -170,6 +185,62 @@ TEST_P(SeededChanges, EachIsFoundAndNamed) {
         EXPECT_EQ(expected.ends_with('\n') ? found : found.substr(0, expected.size()), expected);
     }
     EXPECT_EQ(told([](Book&, Sheet&) {}, 0), "");
+    EXPECT_EQ(told([](Book&, Sheet&) {}, 0, true), "");
+}
+
+TEST_P(SeededChanges, LooksOfCellsAreToldWithAll) {
+    const struct {
+        const char* told;
+        int row, col;
+        std::function<void(Book&, vellum::IFormatT<char>&)> apply;
+    } cases[] = {
+        {"Data!C2  1 look changed: bold 0 -> bold 1\n", 1, 2,
+         [](Book& b, auto& format) {
+             auto* const font = b.newFont(format.font());
+             font->setBold(true);
+             format.setFont(font);
+         }},
+        {"Data!C2  1 look changed: left border 0 -> left border 1\n", 1, 2,
+         [](Book&, auto& format) { format.setBorderLeft(1); }},
+        {"Data!C2  1 look changed: fill 0", 1, 2, [](Book&, auto& format) { format.setFillPattern(1); }},
+        {"Data!C2  1 look changed: wrapped 0 -> wrapped 1\n", 1, 2,
+         [](Book&, auto& format) { format.setWrapsText(true); }},
+        {"Data!C2  1 look changed: locked 1 -> locked 0\n", 1, 2, [](Book&, auto& format) { format.setLocked(false); }},
+        // A cell without content.
+        {"Data!F3  1 look changed: rotation 0 -> rotation 45\n", 2, 5,
+         [](Book&, auto& format) { format.setRotation(45); }},
+    };
+    for (const auto& c : cases) {
+        const auto apply = [&](Book& book, Sheet& sheet) {
+            auto* const format = book.newFormat(sheet.cellFormatAt(c.row, c.col));
+            c.apply(book, *format);
+            sheet.setCellFormatAt(c.row, c.col, format);
+        };
+        const std::string found = told(apply, 1, true);
+        const std::string_view expected = c.told;
+        EXPECT_EQ(expected.ends_with('\n') ? found : found.substr(0, expected.size()), expected);
+        EXPECT_EQ(told(apply, 0), "") << expected;
+    }
+}
+
+TEST_P(SeededChanges, RowsAndColumnsThatComeTogetherAreNoNoise) {
+    const std::string found = told([](Book& b, Sheet& s) {
+        s.insertRows(10, 11);
+        s.insertColumns(1, 1);
+        for (int row = 1; row <= 42; ++row) {  // as a program that calculates would leave the texts
+            if (row == 10 || row == 11) continue;
+            const std::string line = std::to_string(row + 1);
+            s.writeFormulaNumber(row, 4, ("C" + line + "*D" + line).c_str(), row < 10 ? row : row - 2);
+        }
+        s.writeFormulaNumber(44, 2, "SUM(C2:C43)", 300);
+        b.getSheet(1)->writeFormulaNumber(0, 0, "Data!E43+1", 5);
+        s.writeNumber(20, 2, 99);  // one change that is none of it
+    });
+    EXPECT_NE(found.find("Data: rows 11:12 inserted\nData: columns B:B inserted\nData!C21  1 number changed: "),
+              std::string::npos)
+        << found;
+    EXPECT_EQ(found.find("formula"), std::string::npos) << found;
+    EXPECT_EQ(found.find("cell"), std::string::npos) << found;
 }
 
 TEST_P(SeededChanges, RowsAndColumnsThatMoveAreNoNoise) {

@@ -46,6 +46,7 @@ void fill(vellum::IBookT<char>& book, vellum::ISheetT<char>& s) {
         const std::string text = cli::cellName(row, 0).append("*2");
         s.writeFormulaNumber(row, 4, text.c_str(), 0);  // E1:E5: filled down
     }
+    book.getSheet(2)->writeFormulaNumber(0, 0, "SUM(Sheet1:Third!A3)", 0);
     other->writeFormulaNumber(0, 0, "Sheet1!A3", 0);
     other->writeFormulaNumber(1, 0, "A3", 0);  // its own
     other->writeFormulaNumber(3, 0, "'Other sheet'!A1+1", 0);
@@ -62,14 +63,82 @@ TEST_P(Stale, FollowsReferences) {
     const DependencyIndex index(*book);
     CellSet changed;
     changed[{0, 0}].add({2, 2});
-    EXPECT_THAT(names(index.dependents(changed)),
-                testing::UnorderedElementsAre("0!C1", "0!C2", "0!C3", "0!C4", "0!C5", "0!C6", "0!E3", "1!A1", "1!A4"));
+    EXPECT_THAT(
+        names(index.dependents(changed)),
+        testing::UnorderedElementsAre("0!C1", "0!C2", "0!C3", "0!C4", "0!C5", "0!C6", "0!E3", "1!A1", "1!A4", "2!A1"));
     EXPECT_THAT(names(index.unsure()), testing::IsSupersetOf({"0!C8", "0!C9"}));
     EXPECT_THAT(names(index.unsure()), testing::Not(testing::Contains("0!C7")));
-    EXPECT_EQ(index.size(), 9U + 1 + 3);  // E1:E5 is one entry
+    EXPECT_EQ(index.size(), 9U + 1 + 3 + 1);  // E1:E5 is one entry
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, Stale, testing::Values("book.xls", "book.xlsx"));
+
+/// Knows two sheets and no name.
+class TwoSheets final : public cli::explain::FormulaNames {
+public:
+    explicit TwoSheets(bool package) : _package(package) {}
+    int sheetIndex(std::string_view name) const override { return name == "One" ? 0 : name == "It's" ? 1 : -1; }
+    int lastColumn() const override { return _package ? cli::explain::lastSheetColumn : 255; }
+    int lastRow() const override { return _package ? cli::explain::lastSheetRow : 65535; }
+    void resolve(std::string_view name, int, cli::explain::References& out) const override {
+        out.areas.push_back({7, 7, static_cast<int>(name.size())});
+    }
+
+private:
+    bool _package;
+};
+
+TEST(FormulaReferences, TextsAreRead) {
+    const struct {
+        const char *text, *areas;  // sheets, then corners; a name is on sheet 7
+        bool cannotTell = false, package = true;
+    } cases[] = {
+        {"A1+$B$2", "-1 A1:A1 -1 B2:B2 "},
+        {"SUM(b3:A1)", "-1 A1:B3 "},
+        {"B:C", "-1 B1:C1048576 "},
+        {"'It''s'!2:3", "1 A2:XFD3 "},
+        {"'One:It''s'!A1", "0-1 A1:A1 "},
+        {"One!A1:B2*1E5&\"A9\"&#REF!A1", "0 A1:B2 "},
+        {"[1]One!A1+'[book.xlsx]One'!A2+Gone!A3", ""},
+        {"A1:INDEX(B1:B9,2)", "-1 A1:A1 -1 B1:B9 ", true},
+        {"first:last", "7 A6:A1 7 A5:A1 ", true},
+        {"SUM(A1):A5", "-1 A1:A1 -1 A5:A5 ", true},
+        {"OFFSET(A1,1,1)", "-1 A1:A1 ", true},
+        {"TAX20", "-1 TAX20:TAX20 "},
+        {"TAX20", "7 A6:A1 ", false, false},  // no column of a small sheet
+        {"A65536+A65537", "-1 A65536:A65536 7 A7:A1 ", false, false},
+    };
+    for (const auto& c : cases) {
+        cli::explain::References found;
+        cli::explain::addReferences(c.text, 5, TwoSheets(c.package), found);
+        std::string areas;
+        for (const auto& area : found.areas) {
+            areas += std::to_string(area.sheetFirst);
+            if (area.sheetLast != area.sheetFirst) areas.append("-").append(std::to_string(area.sheetLast));
+            areas.append(" ").append(cli::cellName(area.rowFirst, area.colFirst));
+            areas.append(":").append(cli::cellName(area.rowLast, area.colLast)).append(" ");
+        }
+        EXPECT_EQ(areas, c.areas) << c.text;
+        EXPECT_EQ(found.cannotTell, c.cannotTell) << c.text;
+    }
+}
+
+TEST(FormulaReferences, MoveWithTheirFormula) {
+    cli::explain::References found;
+    cli::explain::addReferences("A1+$B$2:C3+D:D+5:$6", 0, TwoSheets(true), found);
+    cli::explain::moveBy(found, 2, 1);
+    ASSERT_EQ(found.areas.size(), 4U);
+    const auto corners = [&](std::size_t i) {
+        const auto& area = found.areas[i];
+        return cli::cellName(area.rowFirst, area.colFirst)
+            .append(":")
+            .append(cli::cellName(area.rowLast, area.colLast));
+    };
+    EXPECT_EQ(corners(0), "B3:B3");
+    EXPECT_EQ(corners(1), "B2:D5");
+    EXPECT_EQ(corners(2), "E1:E1048576");
+    EXPECT_EQ(corners(3), "A6:XFD7");  // the corner that moves has passed the other
+}
 
 TEST(StaleResults, ExplainTellsOfCellsOnce) {
     TempFolder folder;
