@@ -15,8 +15,11 @@ void print(const cli::explain::CellSet& cells) {
     for (const auto& [place, rows] : cells) {
         for (const auto& [first, last] : rows.runs()) {
             if (out.size() > 1) out += ',';
-            out += '[' + std::to_string(place.first) + ',' + std::to_string(place.second) + ',' +
-                   std::to_string(first) + ',' + std::to_string(last) + ']';
+            const int numbers[] = {place.first, place.second, first, last};
+            for (const int& number : numbers) {
+                out.append(&number == numbers ? "[" : ",").append(std::to_string(number));
+            }
+            out.append("]");
         }
     }
     std::cout << out << "]\n";
