@@ -42,8 +42,11 @@ read "csv:skiph;big.csv" { A from "[A:B]" })q",
     EXPECT_EQ(count(page, "rows left out"), 2U);
     EXPECT_EQ(count(page, "<td class=\"value warned\" tabindex=\"0\">12 kg"), 1U);
     EXPECT_NE(page.find("text-read-as-number: a text is read"), page.npos);
-    EXPECT_NE(page.find("<td class=\"header\" tabindex=\"0\">key<span class=\"d\">A1: header\nkey</span></td>"), page.npos);
-    EXPECT_NE(page.find("<td class=\"outside\" tabindex=\"0\">&lt;b&gt;<span class=\"d\">C2: outside\n&lt;b&gt;</span>"), page.npos);
+    EXPECT_NE(page.find("<td class=\"header\" tabindex=\"0\">key<span class=\"d\">A1: header\nkey</span></td>"),
+              page.npos);
+    EXPECT_NE(
+        page.find("<td class=\"outside\" tabindex=\"0\">&lt;b&gt;<span class=\"d\">C2: outside\n&lt;b&gt;</span>"),
+        page.npos);
 }
 
 TEST(ExplainPage, NeedsNothingFromElsewhere) {
