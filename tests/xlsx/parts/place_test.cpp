@@ -3,6 +3,7 @@
 #include "engine/api/enums.h"
 #include "engine/api/isheet.h"
 #include "tests/xlsx/parts/images.h"
+#include "xlsx/parts/anchor.h"
 
 namespace vellum::test {
 namespace {
@@ -14,6 +15,19 @@ std::string placeOf(ISheetT<char>& sheet, int index, const char** link = nullptr
     std::string text = std::to_string(id);
     for (const int n : {row, col, rowBottom, colRight, width, height, x, y}) text.append(" ").append(std::to_string(n));
     return text;
+}
+
+TEST(Lengths, WithAUnitAndWithout) {
+    const struct {
+        const char* text;
+        std::int64_t pixels;
+    } cases[] = {{"914400", 96}, {"1in", 96},    {"-1in", -96},
+                 {"2.54cm", 96}, {"25.4mm", 96}, {"72pt", 96},
+                 {"6pc", 96},    {"6pi", 96},    {"4762", 0},
+                 {"4763", 1},    {"-4763", -1},  {"1ft", 0},
+                 {"in", 0},      {"", 0},        {"x", 0},
+                 {"1e3in", 0},   {"1e30", 0},    {"99999999999in", std::int64_t{1} << 40}};
+    for (const auto& c : cases) EXPECT_EQ(xlsx::pixelsOf(std::string_view(c.text)), c.pixels) << c.text;
 }
 
 class Placing : public testing::TestWithParam<bool> {
