@@ -199,5 +199,42 @@ TEST(SheetCells, BoundsOfUsedAndFilledCells) {
     EXPECT_EQ(bounds(), Bounds(8));
 }
 
+TEST(SheetCells, SettersGrowKeepOrRecountTheBounds) {
+    using Sheet = ISheetT<char>;
+    using Bounds = std::vector<int>;
+    const Bounds kept{5, 6, 5, 6};
+    const struct {
+        const char* what;
+        bool (*set)(Sheet& sheet);
+        Bounds used;
+    } cases[] = {
+        {"writeFormula", [](Sheet& s) { return s.writeFormula(9, 8, "1"); }, {5, 10, 5, 9}},
+        {"setRow", [](Sheet& s) { return s.setRow(9, 20); }, {5, 10, 5, 6}},
+        {"addMerge", [](Sheet& s) { return s.addMerge(8, 9, 7, 8); }, {5, 10, 5, 9}},
+        {"insertRows", [](Sheet& s) { return s.insertRows(0, 1, true); }, {7, 8, 5, 6}},
+        {"removeRows", [](Sheet& s) { return s.removeRows(0, 1, true); }, {3, 4, 5, 6}},
+        {"insertColumns", [](Sheet& s) { return s.insertColumns(0, 1, true); }, {5, 6, 7, 8}},
+        {"removeColumns", [](Sheet& s) { return s.removeColumns(0, 1, true); }, {5, 6, 3, 4}},
+        {"clearRange", [](Sheet& s) { return s.clearRange(5, 5, 5, 5); }, {0, 0, 0, 0}},
+        {"setRowHidden", [](Sheet& s) { return s.setRowHidden(9, true); }, kept},
+        {"groupRowRange", [](Sheet& s) { return s.groupRowRange(8, 9, true); }, kept},
+        {"groupColumnRange", [](Sheet& s) { return s.groupColumnRange(8, 9, true); }, kept},
+        {"setColumn", [](Sheet& s) { return s.setColumn(8, 9, 20, nullptr, false); }, kept},
+        {"setColumnHidden", [](Sheet& s) { return s.setColumnHidden(9, true); }, kept},
+        {"setRowBreak", [](Sheet& s) { return s.setRowBreak(9, true); }, kept},
+        {"splitAt", [](Sheet& s) { return s.splitAt(9, 9); }, kept},
+        {"addHyperlink", [](Sheet& s) { return s.addHyperlink("http://a/", 9, 9, 9, 9); }, kept},
+        {"setPrintAreaRange", [](Sheet& s) { return s.setPrintAreaRange(0, 99, 0, 99); }, kept},
+        {"setNamedRangeByName", [](Sheet& s) { return s.setNamedRangeByName("n", 0, 99, 0, 99); }, kept},
+        {"writeComment", [](Sheet& s) { return s.writeComment(9, 9, "t", "a", 50, 50); }, kept},
+    };
+    for (const auto& c : cases) {
+        NewSheet made;
+        Sheet& s = *made.sheet;
+        ASSERT_TRUE(s.writeNumber(5, 5, 1) && c.set(s)) << c.what << ": " << made.book->errorMessage();
+        EXPECT_EQ((Bounds{s.firstRow(), s.lastRow(), s.firstCol(), s.lastCol()}), c.used) << c.what;
+    }
+}
+
 }  // namespace
 }  // namespace vellum::test
