@@ -253,7 +253,7 @@ bool FormatSection::isDate() const {
 
 std::vector<FormatSection> readFormatCode(std::string_view code) {
     std::vector<FormatSection> sections;
-    CodeReader reader(code);
+    CodeReader reader(code.size() > longestCode ? "General" : code);
     do {
         sections.push_back(reader.section());
     } while (reader.hasMore() && sections.size() < 4);

@@ -4,6 +4,7 @@
 //     [>=1000]0.0,"k";0                     the first section whose condition holds
 //     yyyy-mm-dd hh:mm                      a date: "m" behind hours or before seconds means minutes
 #pragma once
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -56,7 +57,10 @@ struct FormatSection {
     [[nodiscard]] bool isDate() const;
 };
 
-/// At least one section, at most four; more are left out.
+/// Bytes of a code. Programs take 255 characters; what is far longer is no code, but would take room by its length.
+constexpr std::size_t longestCode = 4096;
+
+/// At least one section, at most four; more are left out. A longer code than the longest counts as "General".
 std::vector<FormatSection> readFormatCode(std::string_view code);
 
 }  // namespace cli

@@ -14,11 +14,13 @@ struct Ratio {
 
 /// The nearest ratio whose denominator does not exceed `largest`, by continued fractions.
 Ratio nearestRatio(double value, long long largest) {
+    constexpr double mostPart = 1e13;  // times a denominator of five digits it is an integer
+    if (value > mostPart) return {std::llround(value), 1};
     long long above0 = 0, below0 = 1, above1 = 1, below1 = 0;
     double rest = value;
     for (int step = 0; step < 40; ++step) {
         const double whole = std::floor(rest);
-        if (whole > 1e9) break;
+        if (whole > mostPart) break;
         const auto part = static_cast<long long>(whole);
         const long long below2 = part * below1 + below0;
         if (below2 > largest) {
@@ -87,6 +89,7 @@ std::string showFraction(const FormatSection& section, double value) {
     const double rest = value - whole;
     Ratio ratio;
     if (shape.fixed > 0) {
+        if (rest * static_cast<double>(shape.fixed) > 1e15) return generalText(value);
         ratio = {std::llround(rest * static_cast<double>(shape.fixed)), shape.fixed};
     } else {
         long long largest = 9;

@@ -74,9 +74,19 @@ TEST(NumberFormat, DigitsAndPlaces) {
         {"# ?\?/??", 3.14159265, "3 14/99"},
         {"?/8", 1.5, "12/8"},
         {"# ?/16", 0.5, " 8/16"},
+        {"?/?", 5e9, "5000000000/1"},
+        {"?/?", 2e13, "20000000000000/1"},
+        {"?\?/??", 1e12 + 0.5, "2000000000001/2 "},
+        {"?/999999999999999999", 1e10, "10000000000"},  // more digits than a ratio has
         {"@", 1.5, "1.5"},
     };
     for (const Case& c : cases) expectShown(c);
+}
+
+TEST(NumberFormat, LongerThanAnyCode) {
+    const std::string places(longestCode, '0');
+    EXPECT_EQ(NumberFormat(places).show(1, false).size(), places.size());
+    EXPECT_EQ(NumberFormat(places + "0").show(1, false), "1");
 }
 
 TEST(NumberFormat, Sections) {
