@@ -1,6 +1,9 @@
 #!/usr/bin/env python3
-"""recalc_corpus.py QUILLET CORPUS [--sample N [--seed S]]: real workbooks with formulas get the results that LibreOffice
+"""recalc_corpus.py QUILLET CORPUS [--sample N [--seed S]] [--alone]: real workbooks with formulas get the results that LibreOffice
 calculates, and nothing else changes in them.
+
+Starting LibreOffice takes longer than most files do, so one process calculates many copies, and what `quillet recalc`
+starts hands these out; with --alone it starts the real program for each file.
 
 A file that `quillet recalc` changed is compared with one that was only loaded and saved: streams and parts byte by byte,
 but for the results of formulas. Its results are compared with those that LibreOffice shows in a flat OpenDocument file of
@@ -9,6 +12,7 @@ and what depends on them, are what differs between two such files. Exit status 1
 import argparse
 import json
 import math
+import os
 import pathlib
 import random
 import re
@@ -47,8 +51,13 @@ def dump(quillet, path):
     return cells
 
 
+HAND_OUT = """#!/bin/sh
+mkdir -p "$6" && cp "$CALCULATED" "$6/book.xlsx"
+"""
+
+
 def convert(paths, folder, target, profile):
-    """One process for all; one each for those that a file which ended it left out."""
+    """One process for all; one each for those that a file which ended it left out. {path: what was made of it}"""
     made = lambda path: folder / (path.stem + "." + target)  # noqa: E731
     for batch in [paths] + [[path] for path in paths]:
         wanted = [str(path) for path in batch if not made(path).exists()]
@@ -59,7 +68,7 @@ def convert(paths, folder, target, profile):
                             "--outdir", folder, *wanted], capture_output=True, timeout=SECONDS + 5 * len(wanted))
         except subprocess.TimeoutExpired:
             pass
-    return {path: flat_sheets.formulas(made(path)) for path in paths if made(path).exists()}
+    return {path: made(path) for path in paths if made(path).exists()}
 
 
 def parts(path):
@@ -102,21 +111,28 @@ def same(ours, theirs):
 
 
 class Check:
-    def __init__(self, quillet, folder):
-        self.quillet, self.folder, self.faults = quillet, folder, []
+    def __init__(self, quillet, folder, alone):
+        self.quillet, self.folder, self.alone, self.faults = quillet, folder, alone, []
+        (folder / "bin").mkdir()
+        (folder / "bin" / "soffice").write_text(HAND_OUT)
+        (folder / "bin" / "soffice").chmod(0o755)
         self.counts = dict.fromkeys(("files", "changed files", "not calculated files", "formulas", "changed results",
                                      "not calculated", "compared", "of time or chance", "not shown"), 0)
 
     def fault(self, path, text):
         self.faults.append(f"{path.name}: {text}")
 
-    def recalc(self, path):
+    def recalc(self, path, calculated):
         """The recalculated copy and the cells that kept their result; None where there is nothing to compare."""
         self.counts["files"] += 1
         copy = self.folder / ("fresh" + path.suffix)
         shutil.copyfile(path, copy)
+        env = dict(os.environ)
+        if not self.alone:
+            env["PATH"] = f"{self.folder / 'bin'}:{env['PATH']}"
+            env["CALCULATED"] = str(calculated)
         done = subprocess.run([self.quillet, "recalc", "--time-limit", str(SECONDS), copy], capture_output=True, text=True,
-                              errors="replace", timeout=5 * SECONDS)
+                              errors="replace", env=env, timeout=5 * SECONDS)
         if done.returncode != 0:
             self.counts["not calculated files"] += 1
             if copy.read_bytes() != path.read_bytes() or "LibreOffice" not in done.stderr:
@@ -176,6 +192,7 @@ def main():
     parser.add_argument("corpus", type=pathlib.Path)
     parser.add_argument("--sample", type=int, help="so many files only")
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--alone", action="store_true")
     options = parser.parse_args()
     if not shutil.which("soffice"):
         print("recalc_corpus: no soffice")
@@ -188,7 +205,7 @@ def main():
         user = folder / "profile" / "user"
         user.mkdir(parents=True)
         (user / "registrymodifications.xcu").write_text(SETTINGS)
-        check = Check(options.quillet, folder)
+        check = Check(options.quillet, folder, options.alone)
         batch = []
         left = options.sample or sys.maxsize
         for path in files:
@@ -213,20 +230,24 @@ def run(check, batch, folder):
     for number, path in enumerate(batch):
         copies[path] = folder / f"book{number}{path.suffix}"
         shutil.copyfile(path, copies[path])
-    shown, wanted = {}, list(copies.values())
+    wanted = list(copies.values())
+    (folder / "calculated").mkdir()
+    calculated = {} if check.alone else convert(wanted, folder / "calculated", "xlsx", folder / "profile")
+    shown = {}
     for turn in ("shown", "again"):
         (folder / turn).mkdir()
         shown[turn] = convert(wanted, folder / turn, "fods", folder / "profile")
-        wanted = [copy for copy in wanted if VOLATILE.search((folder / turn / (copy.stem + ".fods")).read_text()
-                                                             if copy in shown[turn] else "")]
+        wanted = [copy for copy, flat in shown[turn].items() if VOLATILE.search(flat.read_text())]
     for path in batch:
         print(f"{path.name}: {check.counts['files']} files, {len(check.faults)} faults", file=sys.stderr)
-        done = check.recalc(path)
-        if done and copies[path] in shown["shown"]:
-            check.results(path, *done, shown["shown"][copies[path]], shown["again"].get(copies[path], shown["shown"][copies[path]]))
+        copy = copies[path]
+        done = check.recalc(path, calculated.get(copy))
+        if done and copy in shown["shown"]:
+            first = flat_sheets.formulas(shown["shown"][copy])
+            check.results(path, *done, first, flat_sheets.formulas(shown["again"][copy]) if copy in shown["again"] else first)
         elif done:
             check.fault(path, "LibreOffice shows nothing of it")
-    for turn in ("shown", "again"):
+    for turn in ("shown", "again", "calculated"):
         shutil.rmtree(folder / turn)
 
 
