@@ -46,6 +46,7 @@ void addExplain(CLI::App& program, int& exitStatus) {
         ->capture_default_str();
     command->callback([wanted, &exitStatus] {
         wanted->options.colours = isatty(STDOUT_FILENO) != 0;
+        if (wanted->script != "-") wanted->options.name = wanted->script;
         exitStatus = explainFile(wanted->script, wanted->options);
     });
 }

@@ -17,7 +17,7 @@ void addRecalc(CLI::App& program, int& exitStatus) {
     CLI::App* command =
         program.add_subcommand("recalc", "Makes the results of a workbook's formulas anew, by LibreOffice");
     command->footer(
-        "Exit status: 0 results are fresh, 2 nothing could be done.\n"
+        "Exit status: 0 results are fresh, 2 nothing could be done\n"
         "Example: quillet recalc model.xlsx");
     command->add_option("file", arguments->file, "The workbook; only results change in it")->required();
     command->add_option("--time-limit", arguments->seconds, "Seconds that LibreOffice has")

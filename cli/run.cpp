@@ -45,6 +45,7 @@ refhost::RunStatus run(const RunArguments& arguments, const std::string& script,
     refhost::Host host;
     if (!arguments.stale) host.load(module, arguments.catalogue);
     refhost::RunOptions options;
+    if (arguments.script != "-") options.name = arguments.script;
     options.json = arguments.json;
     options.progress = !arguments.json && isatty(STDERR_FILENO);
     Backups backups;
@@ -90,7 +91,9 @@ void addRun(CLI::App& program, int& exitStatus) {
     CLI::Option* backup = command->add_flag("--backup", arguments->backup,
                                             "Copies files to NAME.before; puts them back unless all goes well");
     command->add_flag("--keep", arguments->keep, "Leaves the copies after a good run")->needs(backup);
-    command->footer("Example: quillet run --backup update.quillet");
+    command->footer(
+        "Exit status: 0 every statement succeeded, 1 one failed, 2 the script is not understood\n"
+        "Example: quillet run --backup update.quillet");
     CLI::Option* stale = command->add_flag("--stale", arguments->stale,
                                            "Tells of results of formulas that are older than what the script wrote");
     CLI::Option* recalc = command

@@ -139,7 +139,7 @@ int dump(const std::string& path, const DumpOptions& options, std::ostream& out,
     std::string error;
     const BookPtr book = loadBook(path, error);
     if (!book) {
-        errors << error << '\n';
+        errors << path << ": " << error << '\n';
         return 1;
     }
     dumpBook(*book, options, out, errors);

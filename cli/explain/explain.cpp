@@ -105,6 +105,7 @@ int explainScript(std::string_view script, const ExplainOptions& options, std::o
     try {
         statements = refhost::parseScript(script, host.types);
     } catch (const refhost::ScriptError& e) {
+        if (!options.name.empty()) err << options.name << ": ";
         err << "line " << e.at.line << ", column " << e.at.column << ": " << e.what() << "\n";
         return explainNotUnderstood;
     }

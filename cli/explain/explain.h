@@ -10,6 +10,7 @@ namespace cli::explain {
 enum ExplainStatus : int { explainClean = 0, explainWarned = 1, explainFails = 2, explainNotUnderstood = 3 };
 
 struct ExplainOptions {
+    std::string name;  // of the script's file, which stands in front of a place in it; may be empty
     bool json = false, colours = false;
     std::string htmlFile;   // empty: none
     int rows = 5;           // of each item that are shown

@@ -1,5 +1,9 @@
 #include "cli/workbook/book_file.h"
 
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <string_view>
 
@@ -25,6 +29,7 @@ BookPtr loadBook(const std::string& path, std::string& error, std::string* first
     book->setLocale("UTF-8");
     if (!book->loadFile(path.c_str())) {
         error = book->errorMessage();
+        if (access(path.c_str(), R_OK) != 0) error.append(": ").append(std::strerror(errno));
         auto* const tries = dynamic_cast<vellum::IBookTries*>(book.get());
         if (firstTry && tries) *firstTry = tries->firstTryText();
         book.reset();

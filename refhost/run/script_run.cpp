@@ -15,6 +15,7 @@ RunStatus runScript(Host& host, std::string_view script, const RunOptions& optio
     try {
         statements = parseScript(script, host.types);
     } catch (const ScriptError& e) {
+        if (!options.name.empty()) err << options.name << ": ";
         err << "line " << e.at.line << ", column " << e.at.column << ": " << e.what() << "\n";
         return runNotUnderstood;
     }

@@ -19,6 +19,7 @@ namespace refhost {
 enum RunStatus : int { runOk = 0, runFailed = 1, runNotUnderstood = 2 };
 
 struct RunOptions {
+    std::string name;  // of the script's file, which stands in front of a place in it; may be empty
     bool json = false;
     bool progress = false;  // a line on `err` while a statement takes more than a second
     /// What the statement that is over read of stale results; may be empty.

@@ -37,13 +37,14 @@ TEST(CliRun, ExitStatus) {
         {"run failing", 1, "x = 0\n",
          "line 2: cannot open 'none.csv' for reading: No such file or directory\nline 2: 'csv:none.csv' could not be "
          "opened\n"},
-        {"run wrong", 2, "", "line 2, column 7: 'y' is not declared\n"},
+        {"run wrong", 2, "", "wrong: line 2, column 7: 'y' is not declared\n"},
+        {"explain wrong", 3, "", "wrong: line 2, column 7: 'y' is not declared\n"},
         {"run missing", 2, "", "cannot read 'missing'\n"},
         {"run .", 2, "", "cannot read '.'\n"},
         {"--version", 0, "quillet " QUILLET_VERSION "\n", ""},
-        {"dump missing.xls", 1, "", "can't open file for reading\n"},
+        {"dump missing.xls", 1, "", "missing.xls: can't open file for reading: No such file or directory\n"},
         {"info good", 1, "", "good: readHeader: file is corrupt (size < 512 bytes)\n"},
-        {"resave missing.xls x.xls", 1, "", "missing.xls: can't open file for reading\n"},
+        {"resave missing.xls x.xls", 1, "", "missing.xls: can't open file for reading: No such file or directory\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.arguments);
