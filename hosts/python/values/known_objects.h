@@ -15,6 +15,8 @@ namespace pyhost {
 /// kept.
 class KnownObjects {
 public:
+    /// `enough`: how many different ones are kept in any case.
+    explicit KnownObjects(std::size_t enough = std::size_t{1} << 16) : _enough(enough) {}
     /// The object of a key; `make()` gives it when it is not known. One of key 0 is never kept.
     template <class Make>
     py::object find(std::uint64_t key, Make&& make) {
@@ -25,10 +27,9 @@ public:
         return made;
     }
     /// Whether keeping more is worth its room: half of what was asked for was known.
-    bool pays() const { return _count < enough || _count * 2 < _asked; }
+    bool pays() const { return _count < _enough || _count * 2 < _asked; }
 
 private:
-    static constexpr std::size_t enough = std::size_t{1} << 16;
     struct Slot {
         std::uint64_t key = 0;  // 0: free
         py::object made;
@@ -39,10 +40,11 @@ private:
     void keep(std::uint64_t key, const py::object& made);
 
     std::vector<Slot> _slots;  // a power of two of them
-    std::size_t _count = 0, _asked = 0;
+    std::size_t _enough, _count = 0, _asked = 0;
 };
 
-/// Texts as Python's, by what they say.
+/// Texts as Python's, by what they say: so few that they stay near the processor, where finding one takes less time
+/// than making it.
 class KnownTexts {
 public:
     py::object find(std::string_view text) {
@@ -53,7 +55,7 @@ public:
 
 private:
     refhost::TextPool _pool;
-    KnownObjects _objects;
+    KnownObjects _objects{4096};
 };
 
 }  // namespace pyhost

@@ -6,6 +6,7 @@
 #include <limits>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "engine/facts/cell_address.h"
 #include "engine/facts/error_text.h"
@@ -64,9 +65,12 @@ py::object isoDate(Sheet& sheet, int row, int col) {
     return date ? dateOr(*date, [&] { return pythonText(text); }) : pythonText(text);
 }
 
-/// What many cells have in common.
+/// What many cells have in common. Texts are known by column, since those of one may all be different.
 struct KnownValues {
-    KnownTexts texts;
+    explicit KnownValues(std::size_t columns) : texts(std::clamp<std::size_t>(columns, 1, 64)) {}
+    KnownTexts& textsOf(int col) { return texts[static_cast<std::size_t>(col) % texts.size()]; }
+
+    std::vector<KnownTexts> texts;
     KnownObjects moments;
 };
 
@@ -83,7 +87,7 @@ py::object valueOf(SheetHandle& handle, int row, int col, bool dates, const py::
         }
         case vellum::cellString: {
             const char* const text = sheet.readString(row, col);
-            return known == nullptr || text == nullptr ? pythonText(text) : known->texts.find(text);
+            return known == nullptr || text == nullptr ? pythonText(text) : known->textsOf(col).find(text);
         }
         case vellum::cellBoolean:
             return py::bool_(sheet.readBool(row, col));
@@ -288,7 +292,7 @@ py::array areaValues(SheetHandle& handle, const Area& area, bool dates, const py
         return made;
     }
     found.values = {};
-    KnownValues known;
+    KnownValues known(area.columns());
     return objectArray(sheet, area,
                        [&](int row, int col) { return valueOf(handle, row, col, dates, errorClass, &known); });
 }
