@@ -1,0 +1,112 @@
+#!/usr/bin/env python3
+"""xls_moved.py [--corpus DIR] [--build DIR] [--count 12]: rows and columns moved, as other programs see them.
+
+In binary workbooks with shared formulas, arrays, merged blocks, comments and names rows and columns are inserted and
+removed by tools/sheet_features. xlrd must find every value, those of formulas too, and every comment at its new place, and
+gnumeric must open the file.
+"""
+import argparse
+import csv
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+SECONDS = 120
+FEATURES = ("sharedformula", "array", "merges", "comments", "names")
+MOVES = (("insertRows", 3, 4), ("removeRows", 3, 4), ("insertColumns", 1, 2), ("removeColumns", 1, 1))
+
+# Cells have their kind and value, comments their text.
+XLRD = """
+import json, sys, xlrd
+for number, sheet in enumerate(xlrd.open_workbook(sys.argv[1], formatting_info=True, logfile=sys.stderr).sheets()):
+    for row in range(sheet.nrows):
+        for col, (kind, value) in enumerate(zip(sheet.row_types(row), sheet.row_values(row))):
+            if value != "":
+                print(json.dumps(["cell", number, row, col, [kind, value]]))
+    for (row, col), note in sheet.cell_note_map.items():
+        print(json.dumps(["comment", number, row, col, note.text]))
+"""
+
+
+def seen(path):
+    """{(what, sheet, row, column): content}; None when xlrd refuses the file."""
+    done = subprocess.run(["/usr/bin/python3", "-c", XLRD, path], capture_output=True, timeout=SECONDS)
+    if b"No module named 'xlrd'" in done.stderr:
+        raise SystemExit("crosscheck: python3-xlrd is not installed")
+    if done.returncode:
+        return None
+    return {tuple(line[:4]): line[4] for line in map(json.loads, done.stdout.splitlines())}
+
+
+def opens(path, folder):
+    out = os.path.join(folder, "converted.xlsx")
+    done = subprocess.run(["ssconvert", "-T", "Gnumeric_Excel:xlsx", path, out], capture_output=True, timeout=SECONDS)
+    return done.returncode == 0
+
+
+def placed(place, move):
+    """Where a cell is afterwards; None when it went."""
+    operation, first, last = move
+    line = 2 if operation.endswith("Rows") else 3
+    at = place[line]
+    if at >= first:
+        if operation.startswith("remove") and at <= last:
+            return None
+        at += (last - first + 1) * (1 if operation.startswith("insert") else -1)
+    return place[:line] + (at,) + place[line + 1:]
+
+
+def check(path, move, before, args, folder):
+    out = os.path.join(folder, "moved.xls")
+    done = subprocess.run([os.path.join(args.build, "tools", "sheet_features"), "move", path, out, *map(str, move)],
+                          capture_output=True, text=True, timeout=SECONDS)
+    if done.returncode:
+        yield "does not save: " + done.stderr.strip()
+        return
+    if done.stderr:
+        return  # a sheet that refuses, and stays
+    after = seen(out)
+    if after is None or not opens(out, folder):
+        yield "%s does not take it any more" % ("xlrd" if after is None else "gnumeric")
+        return
+    wanted = {placed(place, move): content for place, content in before.items()}
+    wanted.pop(None, None)
+    args.compared += len(wanted)
+    wrong = [place for place in wanted.keys() | after.keys() if wanted.get(place) != after.get(place)]
+    for place in sorted(wrong)[:2]:
+        yield "%s is %r, xlrd has %r" % (place, wanted.get(place), after.get(place))
+
+
+def main():
+    options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    options.add_argument("--corpus", default=os.path.join(ROOT, "..", "shared", "corpus"))
+    options.add_argument("--build", default=os.path.join(ROOT, "build", "release"))
+    options.add_argument("--count", type=int, default=12)
+    args = options.parse_args()
+    if not shutil.which("ssconvert"):
+        raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
+    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
+        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
+                if r["expect"] == "load" and r["format"] == "biff8"]
+    rows.sort(key=lambda r: (-sum(one in r["features"].split(",") for one in FEATURES), int(r["size"])))
+    moves = failed = args.compared = 0
+    for row in rows[:args.count]:
+        path = os.path.join(args.corpus, "xls", row["file"])
+        before = seen(path)
+        for move in MOVES if before is not None else ():
+            with tempfile.TemporaryDirectory(prefix="moved-") as folder:
+                faults = list(check(path, move, before, args, folder))
+            moves += 1
+            failed += bool(faults)
+            for fault in faults:
+                print("%s %s: %s" % (row["file"], " ".join(map(str, move)), fault))
+    print("crosscheck xls_moved: %d moves, %d cells and comments, %d with differences" % (moves, args.compared, failed))
+    return 1 if failed or not args.compared else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
