@@ -48,6 +48,20 @@ void writeCell(std::ostream& out, const Cell& cell) {
     out << "</td>";
 }
 
+/// The statements, and what the colours of cells mean.
+void writeList(std::ostream& out, const std::vector<Entry>& entries) {
+    out << "<nav aria-label=\"Statements\">\n<ol>\n";
+    for (const Entry& entry : entries) {
+        out << "<li><a href=\"#" << escaped(entry.id) << "\">" << escaped(entry.title) << "</a>";
+        if (entry.failed) out << " <span class=\"fail\">fails</span>";
+        if (entry.warned) out << " <span class=\"warn\">warnings</span>";
+        out << "</li>\n";
+    }
+    out << "</ol>\n<p class=\"legend\"><span class=\"header\">header</span><span class=\"index\">index</span>"
+        << "<span class=\"value\">value</span><span class=\"passed\">passed over</span><span class=\"cut\">cut</span>"
+        << "<span class=\"outside\">outside</span></p>\n</nav>\n";
+}
+
 }  // namespace
 
 std::string escaped(std::string_view text) {
@@ -83,16 +97,9 @@ std::string escaped(std::string_view text) {
 void beginPage(std::ostream& out, std::string_view title, const std::vector<Entry>& entries) {
     out << "<!doctype html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
         << "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">\n<title>" << escaped(title)
-        << "</title>\n<style>" << style << "</style>\n</head>\n<body>\n<nav aria-label=\"Statements\">\n<ol>\n";
-    for (const Entry& entry : entries) {
-        out << "<li><a href=\"#" << escaped(entry.id) << "\">" << escaped(entry.title) << "</a>";
-        if (entry.failed) out << " <span class=\"fail\">fails</span>";
-        if (entry.warned) out << " <span class=\"warn\">warnings</span>";
-        out << "</li>\n";
-    }
-    out << "</ol>\n<p class=\"legend\"><span class=\"header\">header</span><span class=\"index\">index</span>"
-        << "<span class=\"value\">value</span><span class=\"passed\">passed over</span><span class=\"cut\">cut</span>"
-        << "<span class=\"outside\">outside</span></p>\n</nav>\n<main>\n<h1>" << escaped(title) << "</h1>\n";
+        << "</title>\n<style>" << style << "</style>\n</head>\n<body>\n";
+    if (!entries.empty()) writeList(out, entries);
+    out << "<main>\n<h1>" << escaped(title) << "</h1>\n";
 }
 
 void endPage(std::ostream& out) {

@@ -73,9 +73,9 @@ private:
         } else if (c == '\'') {
             const std::string name = skipQuoted('\'');
             if (peek() == '!') reference(sheetsOf(name));
-        } else if (c == '#') {  // an error value
+        } else if (c == '#') {  // an error value, in front of what is left of a reference, too: #REF!$A:$B
             ++_at;
-            while (isNamePart(peek()) || peek() == '/' || peek() == '!') ++_at;
+            while (isNamePart(peek()) || peek() == '/' || peek() == '!' || peek() == ':') ++_at;
         } else if (c == '[') {
             bracket();
         } else if (isNamePart(c)) {

@@ -99,6 +99,7 @@ TEST(FormulaReferences, TextsAreRead) {
         {"'It''s'!2:3", "1 A2:XFD3 "},
         {"'One:It''s'!A1", "0-1 A1:A1 "},
         {"One!A1:B2*1E5&\"A9\"&#REF!A1", "0 A1:B2 "},
+        {"VLOOKUP(A1;#REF!$A:$B;2)", "-1 A1:A1 "},
         {"[1]One!A1+'[book.xlsx]One'!A2+Gone!A3", ""},
         {"A1:INDEX(B1:B9,2)", "-1 A1:A1 -1 B1:B9 ", true},
         {"first:last", "7 A6:A1 7 A5:A1 ", true},
