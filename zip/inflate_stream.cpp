@@ -4,6 +4,7 @@
 #include <isa-l/igzip_lib.h>
 #endif
 
+#include <algorithm>
 #include <cstdint>
 
 #include "zip/messages.h"
@@ -72,10 +73,10 @@ bool FastInflateStream::step(std::span<const unsigned char>& in, std::span<unsig
     stream.avail_in = static_cast<std::uint32_t>(in.size());
     stream.next_out = out.data();
     stream.avail_out = static_cast<std::uint32_t>(out.size());
-    const int code = isal_inflate(&stream);
-    in = in.last(stream.avail_in);
+    if (isal_inflate(&stream) != ISAL_DECOMP_OK) throw ZipError(msg::zlibData);
+    // At the end it gives back what it took ahead, which may have come with an earlier window.
+    in = in.last(std::min<std::size_t>(stream.avail_in, in.size()));
     out = out.last(stream.avail_out);
-    if (code != ISAL_DECOMP_OK) throw ZipError(msg::zlibData);
     return stream.block_state == ISAL_BLOCK_FINISH;
 }
 
