@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bindery/binderyparse/limits.h"
+#include "bindery/binderyparse/messages.h"
 
 namespace bindery {
 namespace {
@@ -314,6 +315,10 @@ TEST(Reader, DepthIsBounded) {
     while (reader.nextContent() == token_start_tag) {
     }
     EXPECT_EQ(reader.failure(), 5);
+    EXPECT_EQ(reader.errorState().lastText, msg::tooDeep);
+    c_xml_reader_file none("no such file");
+    EXPECT_NE(none.nextRoot(), token_start_tag);
+    EXPECT_EQ(none.errorState().lastText, msg::cannotOpen);
 }
 
 /// As many declarations as may be in force, and one more.

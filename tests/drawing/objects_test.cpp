@@ -316,10 +316,24 @@ TEST(Objects, DrawingGroups) {
         {hex("0F00 01F0 00000000"), "error in record OfficeArtDggContainer"},
         {hex("0F00 00F0 18000000 0000 06F0 10000000 02040000 00000010 02000000 01000000"),
          "error in record OfficeArtFDGGBlock"},
+        {hex("0F00 00F0 61000000 0000 06F0 18000000 02040000 02000000 02000000 01000000 01000000 02000000"
+             "1F00 01F0 39000000 6200 07F0 31000000 0606 00000000000000000000000000000000 FF00 0D000000 01000000"
+             "00000000 00000000 006E 1EF0 05000000 1122334455"),
+         "OfficeArtBlip: data is corrupted"},
     };
     for (const auto& [bytes, text] : broken) {
         EXPECT_STREQ(loaded(compoundFile(withGlobals({{235, bytes}})))->errorMessage(), text);
     }
+    // Identifiers of drawings up to the last one, and a picture that was deleted.
+    const Book full = loaded(compoundFile(
+        withGlobals({{235, hex("0F00 00F0 54000000 0000 06F0 18000000 02040000 02000000 02000000 01000000 FE0F0000"
+                               "02000000 1F00 01F0 2C000000 0200 07F0 24000000 0000 00000000000000000000000000000000"
+                               "FF00 00000000 00000000 00000000 00000000")}})));
+    ASSERT_STREQ(full->errorMessage(), "ok");
+    EXPECT_FALSE(full->getSheet(0)->writeComment(0, 0, "t", "A", 10, 10));
+    EXPECT_STREQ(full->errorMessage(), "too many drawings in the workbook");
+    EXPECT_FALSE(full->getSheet(0)->placePicture(0, 0, 0));
+    EXPECT_STREQ(full->errorMessage(), "picture is empty");
 }
 
 }  // namespace

@@ -273,6 +273,7 @@ TEST(Pictures, FailuresAndTheirTexts) {
         {"index is out of range", [&] { return book.pictureAt(1, nullptr, nullptr) == 255; }},
         {"file name can't be 0", [&] { return book.addPictureFile(nullptr) == -1; }},
         {"can't open file", [&] { return book.addPictureFile("/no/such/picture.png") == -1; }},
+        {"error in record OfficeArtBlipJPEG (2)", [&] { return add(book, hex("FFD8FFE0 0001 4A464946 00")) == -1; }},
         {"function is not supported for xls files", [&] { return book.addPictureLink("a.png", false) == -1; }},
     };
     for (const auto& c : cases) {
@@ -281,6 +282,15 @@ TEST(Pictures, FailuresAndTheirTexts) {
     }
     EXPECT_EQ(sheet.pictureTotalOnSheet(), 1);
     EXPECT_STREQ(book.errorMessage(), "ok");
+}
+
+TEST(Pictures, AsManyAsASheetHasNumbersFor) {
+    NewSheet one;
+    add(*one.book, png);
+    int placed = 0;
+    while (placed < 70000 && one.sheet->placePictureSized(placed % 65536, 0, 0, 10, 10)) ++placed;
+    EXPECT_EQ(placed, 65535);
+    EXPECT_STREQ(one.book->errorMessage(), "too many objects on the sheet");
 }
 
 TEST(Pictures, RemovingLeavesTheOthers) {

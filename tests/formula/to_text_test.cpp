@@ -1,3 +1,5 @@
+#include <set>
+
 #include "formula/token_cut.h"
 #include "tests/formula/fixture.h"
 
@@ -215,13 +217,17 @@ TEST(TokensToText, TokensCutShort) {
         "29 00 00",
         "18 0A 00 00 00 00 00",
     };
+    std::set<std::wstring> texts;
     for (const char* tokens : whole) {
         const auto bytes = hex(tokens);
         for (std::size_t n = 1; n < bytes.size(); ++n) {
             const std::wstring text = textOf(hexOf(std::span(bytes).first(n)), FakeBook());
             EXPECT_TRUE(text.starts_with(L"ByteStream::pop") && text.ends_with(L"() error")) << tokens << " " << n;
+            texts.insert(text);
         }
     }
+    EXPECT_TRUE(texts.contains(L"ByteStream::popInt32() error"));
+    EXPECT_TRUE(texts.contains(L"ByteStream::popDouble() error"));
 }
 
 TEST(TokensToText, DeepNestingTakesNoLonger) {

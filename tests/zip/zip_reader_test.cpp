@@ -220,6 +220,20 @@ const struct {
          a.store(deflated("hello").substr(0, 3));
      },
      msg::zlibBuffer},
+    {"cut bzip2 data",
+     [](Archive& a) {
+         a.method = 12;
+         a.store(bzip2("hello").substr(0, 20));
+     },
+     msg::bzipEof},
+    {"bzip2 data with another sum",
+     [](Archive& a) {
+         a.method = 12;
+         std::string data = bzip2("hello");
+         data[10] = static_cast<char>(data[10] ^ 1);
+         a.store(data);
+     },
+     msg::bzipData},
     {"more data than recorded",
      [](Archive& a) {
          a.method = 8;
@@ -252,6 +266,20 @@ TEST(ZipReader, RefusesWhatIsNotSo) {
         c.change(archive);
         EXPECT_EQ(firstEntry(archive.bytes()), c.text) << c.what;
     }
+}
+
+TEST(ZipReader, AddsOnlyToAnArchiveOfItsOwn) {
+    ZipReader reader;
+    const auto text = [](auto&& call) -> std::string {
+        try {
+            call();
+        } catch (const ZipError& e) {
+            return e.what();
+        }
+        return "";
+    };
+    EXPECT_EQ(text([&] { reader.addEntry("a", "x", 1); }), msg::internalError);
+    EXPECT_EQ(text([&] { reader.finish(); }), msg::internalError);
 }
 
 // Each entry is below what is refused alone; together they would be inflated to more than any workbook.

@@ -1,4 +1,5 @@
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
@@ -123,6 +124,29 @@ TEST_P(Failures, ADamagedFileNeverLeavesHalfABook) {
         EXPECT_EQ(broken->sheetCount(), 0) << cut;
         EXPECT_STRNE(broken->errorMessage(), "ok") << cut;
     }
+}
+
+// Limits that are far off, and books that do not fit together.
+TEST(BinaryFailures, OfLimitsAndOtherFormats) {
+    const BookPtr<char> book = createBook(Engine::binary), other = createBook(Engine::openXml);
+    auto* const sheet = book->addSheet("S");
+    for (const int percent : {0, -1, 65536}) {
+        EXPECT_FALSE(sheet->setZoomPercent(percent));
+        EXPECT_STREQ(book->errorMessage(), "zoom must be in range 1-65535");
+    }
+    EXPECT_EQ(book->addSheet("copy", other->addSheet("S")), nullptr);
+    EXPECT_STREQ(book->errorMessage(), "can't copy a sheet of a workbook of another format");
+    int names = 0;
+    while (names < 70000 && sheet->setNamedRangeByName(("name" + std::to_string(names)).c_str(), 0, 0, 0, 0)) ++names;
+    EXPECT_EQ(names, 65535);
+    EXPECT_STREQ(book->errorMessage(), "too many names");
+
+    const std::string name = testing::TempDir() + std::to_string(getpid()) + "large.xls";
+    std::ofstream(name, std::ios::binary) << "x";
+    std::filesystem::resize_file(name, std::uintmax_t{1} << 32);  // it has no blocks on the disk
+    EXPECT_FALSE(book->loadFile(name.c_str()));
+    EXPECT_STREQ(book->errorMessage(), "Xls::measure(): a xls file can't be 4 GB or more");
+    std::remove(name.c_str());
 }
 
 TEST_P(Failures, WhatTheFormatDoesNotHave) {

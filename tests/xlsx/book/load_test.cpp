@@ -61,6 +61,40 @@ TEST(Load, TextsOfWhatIsMissing) {
     EXPECT_STREQ(book.errorMessage(), "load error: workbook relationships are not found");
 }
 
+/// Cells and parts that are not what their like name.
+TEST(Load, TextsOfWhatCellsDoNotHold) {
+    Parts parts = samplePackage(
+        1,
+        {{"xl/worksheets/sheet1.xml",
+          R"(<worksheet xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" )"
+          R"(xmlns:r="http://schemas.openxmlformats.org/officeDocument/2006/relationships"><sheetData><row r="1">)"
+          R"(<c r="A1"><v>7</v></c><c r="B1" t="s"><v>9</v></c></row></sheetData><tableParts count="1">)"
+          R"(<tablePart r:id="rId1"/></tableParts></worksheet>)"},
+         {"xl/worksheets/_rels/sheet1.xml.rels",
+          R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)"
+          R"(<Relationship Id="rId1" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/table")"
+          R"( Target="../tables/none.xml"/></Relationships>)"}});
+    const BookPtr book = newBook();
+    ASSERT_TRUE(load(*book, packed(parts))) << book->errorMessage();
+    auto* const sheet = book->getSheet(0);
+    ASSERT_TRUE(sheet->writeString(1, 0, "the only one"));
+    const auto text = [&](auto&& fails) {
+        EXPECT_TRUE(fails());
+        return std::string(book->errorMessage());
+    };
+    int n = 0;
+    EXPECT_EQ(text([&] { return !sheet->readRichText(0, 0); }), "this cell doesn't contain a rich string");
+    EXPECT_EQ(text([&] { return !sheet->readBlank(0, 0, nullptr); }), "cell is not blank");
+    EXPECT_EQ(text([&] { return !sheet->readString(0, 1); }), "index is out of range or no value");
+    EXPECT_EQ(text([&] { return !sheet->tableAt(0, &n, &n, &n, &n, &n, &n); }), "table is not found");
+    for (auto& [name, bytes] : parts) {
+        if (name == "xl/worksheets/sheet1.xml") bytes.clear();
+    }
+    Transitional empty;
+    EXPECT_FALSE(load(empty, packed(parts)));
+    EXPECT_STREQ(empty.errorMessage(), "data is empty");
+}
+
 TEST(Load, SpellingsOfNames) {
     Parts parts = samplePackage(2);
     for (auto& [name, content] : parts) {

@@ -7,6 +7,8 @@
 #include "engine/api/isheet.h"
 #include "engine/failure/vlerror.h"
 #include "tests/xlsx/book/package.h"
+#include "xlsx/styles/font.h"
+#include "xlsx/styles/format.h"
 #include "xlsx/styles/styles.h"
 
 namespace vellum {
@@ -64,6 +66,25 @@ TEST(Styles, OfANewBook) {
     EXPECT_FALSE(book->formatAt(1));
     EXPECT_STREQ(book->errorMessage(), "index is out of range");
     EXPECT_FALSE(book->fontAt(-1));
+}
+
+TEST(Styles, TextsOfWhatIsMissing) {
+    const BookPtr book = bookWithStyles("");
+    EXPECT_EQ(book->defaultFontName(nullptr), nullptr);
+    EXPECT_STREQ(book->errorMessage(), "fonts are not found");
+    const auto text = [](auto&& make) -> std::string {
+        try {
+            make();
+        } catch (const vlerror& e) {
+            return e.what();
+        }
+        return "made";
+    };
+    using Tag = excelNormal_tag;
+    Styles<char, Tag> styles;
+    EXPECT_EQ(text([] { XMLFormatImplT<char, Tag>(nullptr, nullptr, 0); }), "XMLFormatImplT(): styles can't be 0");
+    EXPECT_EQ(text([&] { XMLFormatImplT<char, Tag>(&styles, nullptr, 0); }), "XMLFormatImplT(): xf can't be 0");
+    EXPECT_EQ(text([] { XMLFontImplT<char, Tag>(nullptr); }), "XMLFontImplT(): styles can't be 0");
 }
 
 struct Property {
