@@ -5,6 +5,7 @@
 #include <array>
 #include <map>
 #include <random>
+#include <set>
 #include <utility>
 
 #include "tests/support/rounds.h"
@@ -23,7 +24,10 @@ struct Shown {
     std::map<int, std::string> rows;     // height, hidden, level
     std::vector<std::array<int, 4>> merges;
     std::vector<std::string> names;
+    std::map<std::string, std::array<int, 4>> areas;  // of names
     std::string filter;
+    std::array<int, 4> filterRange{};
+    std::set<int> filterColumns;  // from the sheet's first column
 
     bool operator==(const Shown&) const = default;
 };
@@ -51,11 +55,21 @@ Shown shownBy(TestSheet<>& sheet) {
     if (const auto* const names = sheet.book.workbook().find_definedNames()) {
         for (const auto& name : names->definedName()) {
             shown.names.emplace_back(name.text().begin(), name.text().end());
+            std::array<int, 4> at{};
+            const std::string called(name.name().begin(), name.name().end());
+            if (sheet->namedRangeByName(called.c_str(), &at[0], &at[1], &at[2], &at[3], -1, nullptr))
+                shown.areas[called] = at;
         }
     }
     if (const auto* const filter = sheet->root().find_autoFilter()) {
         shown.filter = filter->ref();
         for (const auto& column : filter->filterColumn()) shown.filter += " " + std::to_string(column.colId());
+        if (const auto range = readCellRange(std::string_view(filter->ref()))) {
+            shown.filterRange = {static_cast<int>(range->rowFirst), static_cast<int>(range->rowLast),
+                                 static_cast<int>(range->colFirst), static_cast<int>(range->colLast)};
+            for (const auto& column : filter->filterColumn())
+                shown.filterColumns.insert(static_cast<int>(range->colFirst + column.colId()));
+        }
     }
     return shown;
 }
@@ -100,6 +114,19 @@ Shown afterwards(const Shown& before, const Change& change) {
     for (auto at : before.merges) {
         if (!movedRange(at[change.rows ? 0 : 2], at[change.rows ? 1 : 3], change)) continue;
         if (at[0] != at[1] || at[2] != at[3]) after.merges.push_back(at);
+    }
+    for (auto [name, at] : before.areas) {
+        if (movedRange(at[change.rows ? 0 : 2], at[change.rows ? 1 : 3], change)) after.areas[name] = at;
+    }
+    after.filterRange = before.filterRange;
+    if (before.filter.empty() ||
+        !movedRange(after.filterRange[change.rows ? 0 : 2], after.filterRange[change.rows ? 1 : 3], change)) {
+        after.filterRange = {};
+        return after;
+    }
+    for (const int col : before.filterColumns) {
+        const int to = change.rows ? col : moved(col, change);
+        if (to >= 0) after.filterColumns.insert(to);
     }
     return after;
 }
@@ -153,6 +180,18 @@ public:
         return xml + "</mergeCells>";
     }
 
+    std::string filter() {
+        const int row = pick(6), col = pick(8), width = 1 + pick(5);
+        std::string xml =
+            "<autoFilter ref=\"" + cellRangeText({u(row), u(row + 5 + pick(9)), u(col), u(col + width - 1)}) + "\">";
+        for (int id = 0; id < width; ++id) {
+            if (pick(3) == 0)
+                xml += "<filterColumn colId=\"" + std::to_string(id) +
+                       "\"><filters><filter val=\"1\"/></filters></filterColumn>";
+        }
+        return xml + "</autoFilter>";
+    }
+
     Change change() { return {pick(2) != 0, pick(2) != 0, pick(20), 1 + pick(4)}; }
 
 private:
@@ -174,8 +213,16 @@ TEST(Layout, EverythingGoesWhereAModelPutsIt) {
     for (unsigned seed = 1; seed <= rounds(5000); ++seed) {
         SCOPED_TRACE(seed);
         RandomSheet random(seed);
-        TestSheet sheet(random.rows(), -1, -1, "", random.merges());
+        const bool isWhole = random.pick(4) != 0;  // or loaded from some row on, to another
+        const int firstRow = isWhole ? -1 : random.pick(6);
+        TestSheet sheet(random.rows(), firstRow, isWhole ? -1 : firstRow + random.pick(20), "",
+                        random.filter() + random.merges());
         sheet.book.workbook().sheets().sheet().append().name(L"S");
+        for (const char* const name : {"one", "two"}) {
+            const int row = random.pick(20), col = random.pick(12);
+            ASSERT_TRUE(
+                sheet->setNamedRangeByName(name, row, row + random.pick(5), col, col + random.pick(3), -1, false));
+        }
         for (int step = 0; step < 4; ++step) {
             const Change change = random.change();
             SCOPED_TRACE(testing::Message() << (change.inserts ? "insert " : "remove ") << change.count
@@ -186,6 +233,9 @@ TEST(Layout, EverythingGoesWhereAModelPutsIt) {
             ASSERT_EQ(after.cells, expected.cells);
             ASSERT_EQ(after.rows, expected.rows);
             ASSERT_EQ(after.merges, expected.merges);
+            ASSERT_EQ(after.areas, expected.areas);
+            ASSERT_EQ(after.filterRange, expected.filterRange);
+            ASSERT_EQ(after.filterColumns, expected.filterColumns);
             if (!change.inserts) continue;
             ASSERT_TRUE(apply(sheet, {false, change.rows, change.first, change.count}));
             ASSERT_TRUE(shownBy(sheet) == before) << "taking out what was put in";
