@@ -84,9 +84,11 @@ bool isKnown(std::wstring_view name) {
 /// Where the known name begins that ends with the bracket at `bracket` and has no letter in front of it.
 std::optional<std::size_t> nameAt(std::wstring_view formula, std::size_t bracket) {
     const std::size_t least = bracket + 1 - std::min(longest, bracket + 1);
-    for (std::size_t at = bracket; at > least && isNameCharacter(formula[at - 1]);) {
-        --at;
-        if (isKnown(formula.substr(at, bracket - at + 1)) && (at == 0 || !isLetter(formula[at - 1]))) return at;
+    std::size_t at = bracket;
+    while (at > least && isNameCharacter(formula[at - 1])) --at;
+    for (; at < bracket; ++at) {
+        if (at > 0 && isLetter(formula[at - 1])) continue;
+        if (isKnown(formula.substr(at, bracket - at + 1))) return at;
     }
     return std::nullopt;
 }
