@@ -5,58 +5,13 @@
 #include <cstring>
 
 #include "bindery/classes/extras.h"
+#include "ooxml/cells/packed_number.h"
 #include "ooxml/generated/sml-sheet/sml-sheet.h"
 #include "ooxml/generated/sml/sml.h"
 
 namespace ooxml {
 
-namespace {
-
-// A text outside: its place, then its size, in the bytes of the content.
-void putOutside(char* content, const char* text, std::uint32_t size) {
-    std::memcpy(content, &text, sizeof text);
-    std::memcpy(content + sizeof text, &size, sizeof size);
-}
-
-std::string_view outside(const char* content) {
-    const char* text;
-    std::uint32_t size;
-    std::memcpy(&text, content, sizeof text);
-    std::memcpy(&size, content + sizeof text, sizeof size);
-    return {text, size};
-}
-
-constexpr std::string_view numberCharacters = "0123456789.-+Ee";
-constexpr std::size_t packedRoom = 30;
-
-/// The number of each character of numbers, 15 for all others.
-constexpr auto packedCodes = [] {
-    struct {
-        unsigned char of[256];
-    } codes{};
-    for (unsigned char& code : codes.of) code = 15;
-    for (std::size_t i = 0; i < numberCharacters.size(); ++i) {
-        codes.of[static_cast<unsigned char>(numberCharacters[i])] = static_cast<unsigned char>(i);
-    }
-    return codes;
-}();
-
-/// False when the text is longer, or has other characters.
-bool pack(std::string_view text, char* content) {
-    if (text.size() > packedRoom) return false;
-    const auto code = [&](std::size_t at) {
-        return at < text.size() ? packedCodes.of[static_cast<unsigned char>(text[at])] : 0U;
-    };
-    unsigned worst = 0;
-    for (std::size_t at = 0; at < text.size(); at += 2) {
-        const unsigned low = code(at), high = code(at + 1);
-        worst |= (low + 1) | (high + 1);
-        content[at / 2] = static_cast<char>(low | high << 4);
-    }
-    return worst < 16;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 std::string_view cellTypeText(CellType type) {
     static constexpr std::string_view texts[] = {"", "b", "n", "e", "s", "str", "inlineStr", "d"};
@@ -66,8 +21,8 @@ std::string_view cellTypeText(CellType type) {
 CellText::CellText(const char* packed, std::size_t size) : _text(_unpacked, size) {
     for (std::size_t at = 0; at < size; at += 2) {
         const auto pair = static_cast<unsigned char>(packed[at / 2]);
-        _unpacked[at] = numberCharacters[pair & 15];
-        _unpacked[at + 1] = numberCharacters[pair >> 4];
+        _unpacked[at] = packedCharacters[pair & 15];
+        _unpacked[at + 1] = packedCharacters[pair >> 4];
     }
 }
 
@@ -100,7 +55,14 @@ c_CT_Cell<Family>::c_CT_Cell(const c_CT_Cell& other) : _bits(other._bits) {
         _bits = other._bits;
     } else if (other.form() == Form::outside) {
         emptyContent();
-        setText(other.outsideText());
+        if (other.flags() == 0) {
+            setText(other.outsideText());
+        } else {
+            const auto formula = std::string_view(other.outsideBytes(), other.bytesOfFormula());
+            putBlock(other.flags(), other.numberOfFormula(), formula.substr(sizeof(std::uint32_t)),
+                     other.outsideText());
+        }
+        _bits = other._bits;
     } else {
         std::memcpy(_content, other._content, contentRoom);
     }
@@ -127,9 +89,11 @@ typename c_CT_Cell<Family>::Rare& c_CT_Cell<Family>::rare() {
     if (Rare* const there = rareOrNull()) return *there;
     auto rest = std::make_unique<Rare>();
     rest->text = std::string_view(text());
+    rest->formula = wholeFormula();
     dropContent();
     Rare* const made = rest.release();
     std::memcpy(_content, &made, sizeof made);
+    _content[lengthAt] = 0;
     putForm(Form::rare);
     return *made;
 }
@@ -139,14 +103,26 @@ void c_CT_Cell<Family>::freeContent() {
     if (isRare()) {
         std::unique_ptr<Rare>(rareOrNull()).reset();
     } else {
-        std::unique_ptr<const char[]>(outside(_content).data()).reset();
+        std::unique_ptr<const char[]>(outsideBytes()).reset();
     }
+}
+
+/// From now on the bytes are this cell's.
+template <class Family>
+void c_CT_Cell<Family>::takeOutside(char* bytes, std::size_t valueSize, unsigned char flags) {
+    dropContent();
+    std::memcpy(_content, &bytes, sizeof bytes);
+    putOutsideSize(valueSize);
+    _content[lengthAt] = static_cast<char>(flags);
+    putForm(Form::outside);
 }
 
 template <class Family>
 std::string_view c_CT_Cell<Family>::outsideText() const {
     if (isRare()) return rareOrNull()->text;
-    return outside(_content);
+    std::uint32_t size;
+    std::memcpy(&size, _content + sizeof(char*), sizeof size);
+    return {outsideBytes() + bytesOfFormula(), size};
 }
 
 /// The text may be this cell's own.
@@ -158,19 +134,25 @@ void c_CT_Cell<Family>::setText(std::string_view utf8) {
         _bits |= valuePresent;
         return;
     }
+    if (flags() != 0) {
+        setTextBesideFormula(utf8);
+        _bits |= valuePresent;
+        return;
+    }
     char content[contentRoom] = {};
     Form newForm = Form::plain;
     if (utf8.size() <= lengthAt) {
         std::memcpy(content, utf8.data(), utf8.size());
         content[lengthAt] = static_cast<char>(utf8.size());
-    } else if (pack(utf8, content)) {
+    } else if (utf8.size() <= packedRoom && packNumber(utf8, content)) {
         newForm = Form::packed;
         content[lengthAt] = static_cast<char>(utf8.size());
     } else {
-        newForm = Form::outside;
-        auto copy = std::make_unique<char[]>(utf8.size());
+        auto copy = std::make_unique_for_overwrite<char[]>(utf8.size());
         std::memcpy(copy.get(), utf8.data(), utf8.size());
-        putOutside(content, copy.release(), static_cast<std::uint32_t>(utf8.size()));
+        takeOutside(copy.release(), utf8.size(), 0);
+        _bits |= valuePresent;
+        return;
     }
     dropContent();
     std::memcpy(_content, content, contentRoom);
@@ -192,6 +174,11 @@ void c_CT_Cell<Family>::clearValue() {
         _bits &= ~valuePresent;
         return;
     }
+    if (flags() != 0) {
+        setTextBesideFormula({});
+        _bits &= ~valuePresent;
+        return;
+    }
     dropContent();
     emptyContent();
 }
@@ -204,18 +191,6 @@ std::wstring c_CT_Cell<Family>::value() const {
 template <class Family>
 void c_CT_Cell<Family>::setValue(std::wstring_view text) {
     setText(bindery::toUtf8(text));
-}
-
-template <class Family>
-typename Family::c_CT_CellFormula& c_CT_Cell<Family>::makeFormula() {
-    auto& formula = rare().formula;
-    if (!formula) formula = std::make_unique<Formula>();
-    return *formula;
-}
-
-template <class Family>
-void c_CT_Cell<Family>::clearFormula() {
-    if (Rare* const rest = rareOrNull()) rest->formula.reset();
 }
 
 template <class Family>

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "ooxml/cells/cell_formula.h"
 #include "ooxml/cells/sheet_family.h"
 
 namespace bindery {
@@ -46,7 +47,8 @@ private:
 };
 
 /// One cell of a worksheet, 24 bytes. Texts of up to 15 bytes lie in the cell itself, and so do those of numbers with
-/// up to 30 characters, two in a byte. Cells are held by value in their row, so pointers to them hold until the row's
+/// up to 30 characters, two in a byte; in a member of a shared formula 11 and 22. A formula that is a text alone stands
+/// in one block with the value. Cells are held by value in their row, so pointers to them hold until the row's
 /// cells change.
 template <class Family>
 class c_CT_Cell {
@@ -101,24 +103,30 @@ public:
     CellText text() const {
         switch (form()) {
             case Form::plain:
-                return std::string_view(_content, static_cast<std::size_t>(_content[lengthAt]));
+                return std::string_view(_content, length());
             case Form::packed:
-                return CellText(_content, static_cast<std::size_t>(_content[lengthAt]));
+                return CellText(_content, length());
             default:
                 return outsideText();
         }
     }
     /// Whether the text is not empty.
-    bool hasText() const { return form() >= Form::outside ? !outsideText().empty() : _content[lengthAt] != 0; }
+    bool hasText() const { return form() >= Form::outside ? !outsideText().empty() : length() != 0; }
     std::wstring value() const;
     void setText(std::string_view utf8);
     void setValue(std::wstring_view text);
     void clearValue();
 
-    // ---- formula and inline string: null when there is none, owned by the cell
-    Formula* formula() const { return isRare() ? rareOrNull()->formula.get() : nullptr; }
+    // ---- formula
+    CellFormula<Formula> formula() const;
+    bool hasFormula() const { return isRare() ? rareOrNull()->formula != nullptr : flags() != 0; }
+    /// One that is a text alone, in place of any other.
+    void setFormula(std::wstring_view text);
+    /// The element, owned by the cell, with what is known of the formula already.
     Formula& makeFormula();
     void clearFormula();
+
+    // ---- inline string: null when there is none, owned by the cell
     Rst* inlineString() const { return isRare() ? rareOrNull()->inlineString.get() : nullptr; }
     Rst& makeInlineString();
     void clearInlineString();
@@ -159,7 +167,7 @@ private:
     enum class Form : std::uint8_t {
         plain,    // up to 15 bytes, their number in the last
         packed,   // up to 30 characters of a number, two in a byte, their number in the last
-        outside,  // the place of the bytes, and their number
+        outside,  // the place of the bytes, and their number; what tells of a formula stands in front of them
         rare      // the place of a Rare, which holds the text, too
     };
 
@@ -174,6 +182,10 @@ private:
     static constexpr std::uint64_t formMask = std::uint64_t{3} << formShift;
     static constexpr std::uint32_t styleOutside = 0x7FFFF;
     static constexpr std::size_t contentRoom = 16, lengthAt = contentRoom - 1;
+    // In the last byte, beside the number: a formula of text alone, its `aca` that is false, a member of a group, whose
+    // number stands in front of the last byte or in the block.
+    static constexpr unsigned char textFlag = 0x80, memberFlag = 0x40, acaFlag = 0x20, lengthMask = 0x1F;
+    static constexpr std::size_t memberTextRoom = lengthAt - sizeof(std::uint32_t), packedRoom = 30;
 
     Form form() const { return static_cast<Form>(_bits >> formShift & 3); }
     void putForm(Form form) { _bits = (_bits & ~formMask) | static_cast<std::uint64_t>(form) << formShift; }
@@ -188,6 +200,31 @@ private:
         return there;
     }
     Rare& rare();
+    std::size_t length() const { return static_cast<unsigned char>(_content[lengthAt]) & lengthMask; }
+    unsigned char flags() const {
+        return isRare() ? 0 : static_cast<unsigned char>(static_cast<unsigned char>(_content[lengthAt]) & ~lengthMask);
+    }
+    bool hasFlag(unsigned char flag) const { return (flags() & flag) != 0; }
+    char* outsideBytes() const {
+        char* bytes;
+        std::memcpy(&bytes, _content, sizeof bytes);
+        return bytes;
+    }
+    void putOutsideSize(std::size_t size) {
+        const auto number = static_cast<std::uint32_t>(size);
+        std::memcpy(_content + sizeof(char*), &number, sizeof number);
+    }
+    void takeOutside(char* bytes, std::size_t valueSize, unsigned char flags);
+    std::uint32_t numberOfFormula() const;
+    std::size_t bytesOfFormula() const;
+    std::unique_ptr<Formula> wholeFormula() const;
+    void putBlock(unsigned char flags, std::uint32_t number, std::string_view formula, std::string_view value);
+    void setFormulaText(std::string_view utf8, bool withAca = false);
+    void setMember(std::uint32_t group, std::string_view value);
+    void setTextBesideFormula(std::string_view utf8);
+    void slim();
+    void writeFormula(std::string& out) const;
+    const char* readPlainFormula(const char* at, const char* end);
     void takeContent(c_CT_Cell& other) {
         std::memcpy(_content, other._content, contentRoom);
         other.emptyContent();
@@ -217,6 +254,8 @@ private:
     char _content[contentRoom] = {};
 };
 
+extern template class CellFormula<SheetFamily::c_CT_CellFormula>;
+extern template class CellFormula<StrictFamily::c_CT_CellFormula>;
 extern template class c_CT_Cell<SheetFamily>;
 extern template class c_CT_Cell<StrictFamily>;
 

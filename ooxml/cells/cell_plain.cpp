@@ -27,6 +27,29 @@ bool isPlain(char c) {
 
 }  // namespace
 
+/// Behind the "<f", in the room that is there for a body. Few forms: a text, and a member of a group.
+template <class Family>
+const char* c_CT_Cell<Family>::readPlainFormula(const char* at, const char* end) {
+    if (isRare()) return nullptr;
+    constexpr std::string_view member = " t=\"shared\" si=\"", acaOfNone = " aca=\"false\">";
+    if (std::memcmp(at, member.data(), member.size()) == 0) {
+        const char* first = at += member.size();
+        std::uint32_t group = 0;
+        for (; *at >= '0' && *at <= '9' && at - first < 9; ++at)
+            group = group * 10 + static_cast<std::uint32_t>(*at - '0');
+        if (at == first || std::memcmp(at, "\"/>", 3) != 0) return nullptr;
+        setMember(group, {});
+        return at + 3;
+    }
+    const bool withAca = std::memcmp(at, acaOfNone.data(), acaOfNone.size()) == 0;
+    if (!withAca && *at != '>') return nullptr;
+    const char* first = at += withAca ? acaOfNone.size() : 1;
+    while (at != end && isPlain(*at)) ++at;
+    if (end - at < 8 || std::memcmp(at, "</f>", 4) != 0) return nullptr;
+    setFormulaText({first, static_cast<std::size_t>(at - first)}, withAca);
+    return at + 4;
+}
+
 template <class Family>
 const char* c_CT_Cell<Family>::readPlain(const char* at, const char* end) {
     for (;;) {
@@ -60,13 +83,7 @@ const char* c_CT_Cell<Family>::readPlain(const char* at, const char* end) {
         }
         if (*at++ != '"') return nullptr;
     }
-    if (std::memcmp(at, "<f>", 3) == 0) {
-        const char* first = at += 3;
-        while (at != end && isPlain(*at)) ++at;
-        if (end - at < 8 || std::memcmp(at, "</f>", 4) != 0) return nullptr;
-        makeFormula().text(std::wstring(first, at));
-        at += 4;
-    }
+    if (std::memcmp(at, "<f", 2) == 0 && (at = readPlainFormula(at + 2, end)) == nullptr) return nullptr;
     if (std::memcmp(at, "<v>", 3) == 0) {
         const char* first = at += 3;
         while (at != end && isPlain(*at)) ++at;

@@ -94,9 +94,13 @@ int c_CT_Cell<Family>::unmarshal(bindery::c_xml_reader& reader) {
     reader.sourceAt(cellSource, __LINE__);
     if (!reader.declarations().empty() && reader.keepsUnknown()) keepDeclarations(reader, makeExtras());
     if (const int code = readAttributes(reader)) return code;
-    if (!reader.emptyElement()) return readChildren(reader);
-    reader.closeElement();
-    return 0;
+    if (reader.emptyElement()) {
+        reader.closeElement();
+        return 0;
+    }
+    const int code = readChildren(reader);
+    if (code == 0 && isRare()) slim();
+    return code;
 }
 
 template <class Family>
@@ -134,7 +138,7 @@ int c_CT_Cell<Family>::readChild(bindery::c_xml_reader& reader, std::uint16_t& s
     if (token < bindery::token_first_name) return keepElement(reader, makeExtras(), slot, 1, "c");
     slot = static_cast<std::uint16_t>(token - bindery::token_first_name);
     reader.sourceAt(cellSource, __LINE__);
-    const bool again = slot == cellSlot_f    ? formula() != nullptr
+    const bool again = slot == cellSlot_f    ? hasFormula()
                        : slot == cellSlot_v  ? hasValue()
                        : slot == cellSlot_is ? inlineString() != nullptr
                                              : rare().extLst != nullptr;

@@ -50,20 +50,44 @@ void appendText(std::string& out, std::string_view text, bool isAsRead = false) 
 }  // namespace
 
 template <class Family>
+void c_CT_Cell<Family>::writeFormula(std::string& out) const {
+    if (hasFlag(memberFlag)) {
+        char number[10];
+        out += "<f t=\"shared\" si=\"";
+        out.append(number, writeNumber(number, numberOfFormula()));
+        out += "\"/>";
+        return;
+    }
+    out += hasFlag(acaFlag) ? "<f aca=\"false\"" : "<f";
+    if (const std::uint32_t size = numberOfFormula(); size == 0) {
+        out += "/>";
+    } else {
+        out += '>';
+        appendText(out, {outsideBytes() + sizeof size, size});
+        out += "</f>";
+    }
+}
+
+template <class Family>
 int c_CT_Cell<Family>::marshal(bindery::c_xml_writer& writer) const {
     if (isRare()) return writeRare(writer);
     std::string& out = writer.raw();
     out += "<c";
     writeAttributes(out);
-    if (!hasValue()) {
+    const bool isFormula = flags() != 0;
+    if (!hasValue() && !isFormula) {
         out += "/>";
         return 0;
     }
+    out += '>';
+    if (isFormula) writeFormula(out);
     const CellText value = text();
-    if (value.empty()) {
-        out += "><v/></c>";
+    if (!hasValue()) {
+        out += "</c>";
+    } else if (value.empty()) {
+        out += "<v/></c>";
     } else {
-        out += "><v>";
+        out += "<v>";
         if (form() == Form::packed) {
             out += value;  // nothing in a number is escaped
         } else {
@@ -87,9 +111,9 @@ int c_CT_Cell<Family>::writeRare(bindery::c_xml_writer& writer) const {
         for (const bindery::Attr& attr : extras()->attrs) writer.keptAttribute(attr);
     bindery::PlacedWriter placed(writer, extras());
     placed.before(cellSlot_f);
-    if (formula() != nullptr) {
+    if (rest.formula) {
         const bindery::MemberInfo f = {.name = "f", .ns = sheetNamespace};
-        if (const int code = bindery::marshalObject(writer, *formula(), Formula::info, f)) return code;
+        if (const int code = bindery::marshalObject(writer, *rest.formula, Formula::info, f)) return code;
     }
     placed.behindAll(cellSlot_f);
     if (hasValue()) {

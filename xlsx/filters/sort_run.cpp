@@ -117,7 +117,7 @@ private:
 
     /// The range of an array formula goes along with its cell.
     static void moveFormula(Cell& cell, std::uint32_t from, std::uint32_t to) {
-        auto* const formula = cell.formula();
+        const auto formula = cell.formula();
         const auto range =
             formula && formula->isset_ref() ? readCellRange(std::string_view(formula->ref())) : std::nullopt;
         if (!range) return;
@@ -125,7 +125,8 @@ private:
             const std::int64_t at = std::int64_t{row} + to - from;
             return static_cast<std::uint32_t>(std::clamp<std::int64_t>(at, 0, sheetRows - 1));
         };
-        formula->ref(cellRangeText({moved(range->rowFirst), moved(range->rowLast), range->colFirst, range->colLast}));
+        cell.makeFormula().ref(
+            cellRangeText({moved(range->rowFirst), moved(range->rowLast), range->colFirst, range->colLast}));
     }
 
     Rows<Tag>& _rows;

@@ -57,13 +57,13 @@ void MovedCells<Tag>::moveFormulas(const CellMove& move) {
     std::vector<std::pair<Cell*, Side>> members;
     for (Row& row : _rows) {
         for (Cell& cell : row.c()) {
-            auto* const formula = cell.formula();
+            const auto formula = cell.formula();
             if (!formula) continue;
             const Side side = sideOf(move.isRow ? cell.row() : cell.column(), move);
             if (formula->isset_si() && formula->isset_t()) {
                 Group& group = groups[formula->si()];
                 group.sides |= side;
-                if (!group.hasText && !formula->text().empty()) {
+                if (!group.hasText && formula->hasText()) {
                     group.hasText = true;
                     group.row = cell.row();
                     group.col = cell.column();
@@ -74,7 +74,7 @@ void MovedCells<Tag>::moveFormulas(const CellMove& move) {
             if (side == goes || !formula->isset_ref()) continue;
             auto ref = movedRef(formula->ref(), move);
             if (!ref) ref = movedRef(cellAddressText(cell.row(), cell.column()), move);  // it was no range of its cell
-            if (ref) formula->ref(std::move(*ref));
+            if (ref) cell.makeFormula().ref(std::move(*ref));
         }
     }
     for (const auto& [cell, side] : members) {
@@ -86,8 +86,7 @@ void MovedCells<Tag>::moveFormulas(const CellMove& move) {
             text = translateFormula(group.text, std::int64_t{cell->row()} - group.row,
                                     std::int64_t{cell->column()} - group.col);
         }
-        cell->clearFormula();
-        cell->makeFormula().text(std::move(text));
+        cell->setFormula(text);
     }
 }
 

@@ -9,7 +9,7 @@ namespace vellum {
 
 template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::isFilled(const Cell& cell) {
-    return cell.hasText() || cell.formula() || cell.inlineString();
+    return cell.hasText() || cell.hasFormula() || cell.inlineString();
 }
 
 /// Writers extend both areas as they go, which is exact while nothing is taken away: a number that becomes a blank

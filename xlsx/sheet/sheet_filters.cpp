@@ -97,7 +97,7 @@ void XMLSheetImplT<CharT, Tag>::dissolveShared(const CellRange& range) {
     std::unordered_set<std::uint32_t> groups;
     for (RowPlace row = rowAt(range.rowFirst); row != _rows->end() && row->r() <= range.rowLast + 1; ++row) {
         for (const Cell& cell : row->c()) {
-            const Formula* const formula = cell.formula();
+            const auto formula = cell.formula();
             const bool isInside = cell.column() >= range.colFirst && cell.column() <= range.colLast;
             if (isInside && formula && formula->t() == "shared" && formula->isset_si()) groups.insert(formula->si());
         }
@@ -105,13 +105,12 @@ void XMLSheetImplT<CharT, Tag>::dissolveShared(const CellRange& range) {
     if (groups.empty()) return;
     std::vector<std::pair<Cell*, std::wstring>> texts;
     eachCell([&](CellPlace at, Cell& cell) {
-        const Formula* const formula = cell.formula();
+        const auto formula = cell.formula();
         if (!formula || formula->t() != "shared" || !groups.contains(formula->si())) return;
         texts.emplace_back(&cell, formulaText(at, cell, at));
     });
     for (auto& [cell, text] : texts) {
-        cell->clearFormula();
-        cell->makeFormula().text(std::move(text));
+        cell->setFormula(text);
     }
     _mastersKnown = false;
     _heirs.clear();

@@ -16,7 +16,7 @@ const CharT* XMLSheetImplT<CharT, Tag>::readFormula(int row, int col, Format** f
     return guard<const CharT*>(nullptr, [&] {
         const Cell& cell = requireCell(row, col);
         giveFormat(cell, format);
-        if (!cell.formula()) throw vlerror(xlsx::msg::noFormula);
+        if (!cell.hasFormula()) throw vlerror(xlsx::msg::noFormula);
         const CellPlace at = place(row, col);
         std::wstring text = formulaText(at, cell, at);
         if (book().isR1C1()) text = a1ToR1C1(text, row, col);
@@ -46,12 +46,14 @@ auto XMLSheetImplT<CharT, Tag>::putFormula(CellPlace at, const CharT* text, Form
         _areasDirty = true;
         return cell;
     }
-    Formula& element = cell.makeFormula();
     if (isArray) {
+        Formula& element = cell.makeFormula();
         element.t("array");
         element.ref(cellAddressText(at.row, at.col));
+        element.text(std::move(formula));
+    } else {
+        cell.setFormula(formula);
     }
-    element.text(std::move(formula));
     fill(at);
     return cell;
 }

@@ -166,7 +166,7 @@ bool XMLSheetImplT<CharT, Tag>::clearCells(const CellRange& range) {
         std::size_t past = from;
         for (; past < cells.size() && cells[past].column() <= range.colLast; ++past) {
             Cell& cell = cells[past];
-            if (cell.formula() && isMaster(cell)) handOverMaster({cell.row(), cell.column()}, cell);
+            if (isMaster(cell)) handOverMaster({cell.row(), cell.column()}, cell);
             cell.clearContent();
         }
         const auto at = [&](std::size_t n) { return cells.begin() + static_cast<std::ptrdiff_t>(n); };

@@ -147,7 +147,7 @@ auto XMLSheetImplT<CharT, Tag>::ensureCell(CellPlace at, Format* format, bool re
         cells[place].setReference(at.row, at.col);
         _cellHint = place;
     } else if (reset) {
-        if (cells[place].formula() && isMaster(cells[place])) handOverMaster(at, cells[place]);
+        if (isMaster(cells[place])) handOverMaster(at, cells[place]);
         cells[place].clearContent();
     }
     Cell& cell = cells[place];

@@ -104,7 +104,7 @@ template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::isFormulaCell(int row, int col) {
     return guard(false, [&] {
         const Cell* const cell = findCell(row, col);
-        return cell && cell->formula();
+        return cell && cell->hasFormula();
     });
 }
 

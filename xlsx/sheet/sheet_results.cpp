@@ -13,7 +13,7 @@ template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::isCalculated(int row, int col) {
     return guard(false, [&] {
         const Cell* const cell = findCell(row, col);
-        return cell && cell->formula() && cell->hasValue();
+        return cell && cell->hasFormula() && cell->hasValue();
     });
 }
 
@@ -21,7 +21,7 @@ template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::setResult(int row, int col, const FormulaResult& result) {
     return guard(false, [&] {
         Cell* const cell = findCell(place(row, col));
-        if (!cell || !cell->formula()) throw vlerror(xlsx::msg::noFormula);
+        if (!cell || !cell->hasFormula()) throw vlerror(xlsx::msg::noFormula);
         switch (result.kind) {
             case cellNumber:
                 putNumber(*cell, result.number);
@@ -48,7 +48,7 @@ template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::arrayArea(int row, int col, int* rowFirst, int* rowLast, int* colFirst, int* colLast) {
     return guard(false, [&] {
         const Cell* const cell = findCell(row, col);
-        const Formula* const formula = cell ? cell->formula() : nullptr;
+        const auto formula = cell ? cell->formula() : ooxml::CellFormula<Formula>();
         if (!formula || formula->t() != "array" || !formula->isset_ref()) return false;
         const auto area = readCellRange(std::string_view(formula->ref()));
         if (!area) return false;
@@ -66,11 +66,11 @@ template <class CharT, class Tag>
 std::optional<ReferenceText> XMLSheetImplT<CharT, Tag>::referenceText(int row, int col) {
     return guard(std::optional<ReferenceText>(), [&]() -> std::optional<ReferenceText> {
         const Cell* const cell = findCell(row, col);
-        const Formula* const formula = cell ? cell->formula() : nullptr;
-        if (!formula || formula->t() != "shared" || !formula->text().empty()) return std::nullopt;
+        const auto formula = cell ? cell->formula() : ooxml::CellFormula<Formula>();
+        if (!formula || formula->t() != "shared" || formula->hasText()) return std::nullopt;
         CellPlace at{};
         const Cell* const master = findMaster(formula->si(), at);
-        if (!master || !master->formula()) return std::nullopt;
+        if (!master || !master->hasFormula()) return std::nullopt;
         return ReferenceText{toNarrow(master->formula()->text(), true), static_cast<int>(at.row),
                              static_cast<int>(at.col)};
     });

@@ -9,20 +9,20 @@ namespace vellum {
 
 template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::isMember(const Cell& cell, std::uint32_t si) {
-    const Formula* const formula = cell.formula();
+    const auto formula = cell.formula();
     return formula && formula->t() == "shared" && formula->isset_si() && formula->si() == si;
 }
 
 template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::isMaster(const Cell& cell) {
-    const Formula* const formula = cell.formula();
+    const auto formula = cell.formula();
     return formula && formula->t() == "shared" && formula->isset_ref() && formula->isset_si();
 }
 
 template <class CharT, class Tag>
 bool XMLSheetImplT<CharT, Tag>::hasGroupText(const Cell& cell) {
-    const Formula* const formula = cell.formula();
-    return formula && formula->isset_si() && formula->isset_t() && !formula->text().empty();
+    const auto formula = cell.formula();
+    return formula && formula->isset_si() && formula->isset_t() && formula->hasText();
 }
 
 /// The master of a group and its place; null when there is none.
@@ -52,15 +52,15 @@ auto XMLSheetImplT<CharT, Tag>::findMaster(std::uint32_t si, CellPlace& at) -> C
 
 template <class CharT, class Tag>
 std::wstring XMLSheetImplT<CharT, Tag>::formulaText(CellPlace at, const Cell& cell, CellPlace as) {
-    const Formula& formula = *cell.formula();
+    const auto formula = cell.formula();
     const auto translated = [&](const std::wstring& text, CellPlace from) {
         return translateFormula(text, std::int64_t{as.row} - from.row, std::int64_t{as.col} - from.col);
     };
-    if (formula.t() != "shared") return formula.text();
-    if (!formula.text().empty())
-        return at.row == as.row && at.col == as.col ? formula.text() : translated(formula.text(), at);
+    if (formula->t() != "shared") return formula->text();
+    if (formula->hasText())
+        return at.row == as.row && at.col == as.col ? formula->text() : translated(formula->text(), at);
     CellPlace masterAt{};
-    const Cell* const master = findMaster(formula.si(), masterAt);
+    const Cell* const master = findMaster(formula->si(), masterAt);
     return master && master->formula() ? translated(master->formula()->text(), masterAt) : std::wstring();
 }
 
@@ -85,12 +85,12 @@ void XMLSheetImplT<CharT, Tag>::eachMember(const Formula& master, CellPlace from
 /// the top passes its group on at every cell, so the search goes on where the last one ended.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::handOverMaster(CellPlace at, Cell& master) {
-    const Formula old = *master.formula();
+    const Formula old = master.makeFormula();
     const auto last = _heirs.find(old.si());
     const bool isHeir = last != _heirs.end() && last->second == at;
     eachMember(old, isHeir ? at : CellPlace{}, [&](CellPlace heirAt, Cell& heir) {
         if (&heir == &master) return false;
-        Formula& formula = *heir.formula();
+        Formula& formula = heir.makeFormula();
         formula.text(
             translateFormula(old.text(), std::int64_t{heirAt.row} - at.row, std::int64_t{heirAt.col} - at.col));
         formula.ref(old.ref());
@@ -105,12 +105,11 @@ void XMLSheetImplT<CharT, Tag>::handOverMaster(CellPlace at, Cell& master) {
 /// Every cell of the group gets a formula of its own.
 template <class CharT, class Tag>
 void XMLSheetImplT<CharT, Tag>::removeShared(CellPlace at, Cell& master) {
-    const Formula old = *master.formula();
+    const Formula old = master.makeFormula();
     eachMember(old, {}, [&](CellPlace memberAt, Cell& member) {
         const std::wstring text =
             translateFormula(old.text(), std::int64_t{memberAt.row} - at.row, std::int64_t{memberAt.col} - at.col);
-        member.clearFormula();
-        member.makeFormula().text(text);
+        member.setFormula(text);
         return false;
     });
 }

@@ -154,18 +154,17 @@ bool XMLSheetImplT<CharT, Tag>::copyCell(int rowSrc, int colSrc, int rowDst, int
         Cell copy;
         if (source) {
             copy = *source;
-            if (Formula* const formula = copy.formula()) {
+            if (const auto formula = copy.formula()) {
                 const bool isTable = formula->t() == "dataTable";
                 const std::string address = cellAddressText(to.row, to.col);
                 if (formula->t() == "shared") {
                     // A second master of the group, or a member out of its range, would be corrupt.
                     const std::wstring text = formulaText(from, *source, to);
-                    copy.clearFormula();
-                    copy.makeFormula().text(text);
+                    copy.setFormula(text);
                 } else if (isTable) {
                     copy.clearFormula();
                 } else if (formula->isset_ref()) {
-                    formula->ref(address);
+                    copy.makeFormula().ref(address);
                 }
             }
         }

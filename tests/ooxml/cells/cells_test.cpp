@@ -33,6 +33,22 @@ TEST(Cells, ComeBackAsTheyWere) {
         "<c r=\"A1\" t=\"inlineStr\"><is><t xml:space=\"preserve\"> in </t></is></c>",
         "<c r=\"A1\" t=\"str\"><f>A2&amp;&quot;x&quot;</f><v>x</v></c>",
         "<c r=\"A1\"><f t=\"shared\" ref=\"A1:A3\" si=\"0\">B1*2</f><v>4</v></c>",
+        "<c r=\"A1\"><f t=\"shared\" si=\"70000\"/><v>-1.2345678901234567e-308</v></c>",
+        "<c r=\"A1\" t=\"str\"><f t=\"shared\" si=\"0\"/><v>eleven byte</v></c>",
+        "<c r=\"A1\" t=\"str\"><f t=\"shared\" si=\"0\"/><v>twelve bytes</v></c>",
+        "<c r=\"A1\"><f t=\"shared\" si=\"4294967295\"/></c>",
+        "<c r=\"A1\" s=\"4294967295\"><f t=\"shared\" si=\"1\"/><v>1</v></c>",
+        "<c r=\"A1\" s=\"524288\"><f>A2</f><v>1</v></c>",
+        "<c r=\"A1\"><f aca=\"false\">SUM(A2:A9)</f><v>1</v></c>",
+        "<c r=\"A1\"><f aca=\"true\">A2</f><v>1</v></c>",
+        "<c r=\"A1\"><f ca=\"true\">NOW()</f><v/></c>",
+        "<c r=\"A1\"><f t=\"normal\">A2</f></c>",
+        "<c r=\"A1\"><f si=\"3\">A2</f></c>",
+        "<c r=\"A1\"><f t=\"shared\" si=\"3\">A2</f></c>",
+        "<c r=\"A1\"><f aca=\"false\"/><v>1</v></c>",
+        "<c r=\"A1\"><f x14ac:n=\"1\">A2</f></c>",
+        "<c r=\"A1\"><f/><v>1</v></c>",
+        "<c r=\"A1\"><f>\xC3\xA4\xE2\x82\xAC&amp;\xF0\x9F\x98\x80</f><v>1</v></c>",
         "<c r=\"A1\" cm=\"1\" vm=\"2\" ph=\"true\"><f t=\"array\" ref=\"A1\">X()</f><v>1</v></c>",
         "<c r=\"A1\" x14ac:unknown=\"1\"><v>1</v></c>",
         "<c r=\"A1\"><mc:AlternateContent><mc:Choice Requires=\"x14ac\"/></mc:AlternateContent><f>1</f><n/><v>1</v>"
@@ -141,7 +157,7 @@ TEST(Cells, FastPathAgreesWithTheGeneralOne) {
                 if (random() % 2) rows += " s=\"" + std::to_string(random() % 1000) + "\"";
                 rows += types[random() % std::size(types)];
                 if (random() % 16 == 0) rows += " cm=\"1\"";
-                switch (random() % 6) {
+                switch (random() % 9) {
                     case 0:
                         rows += "/>";
                         break;
@@ -150,6 +166,14 @@ TEST(Cells, FastPathAgreesWithTheGeneralOne) {
                         break;
                     case 2:
                         rows += "><f>A1+1</f><v>2</v></c>";
+                        break;
+                    case 3:
+                        rows += "><f t=\"shared\" si=\"12\"/><v>";
+                        rows += values[random() % std::size(values)];
+                        rows += "</v></c>";
+                        break;
+                    case 4:
+                        rows += "><f aca=\"false\">A1&amp;\"x\"</f></c>";
                         break;
                     default:
                         rows += "><v>";
@@ -223,7 +247,6 @@ TEST(Cells, TextsOfAnyForm) {
             copy.setText(other);
             copy.setText(copy.text());
             EXPECT_EQ(copy.text(), other);
-            EXPECT_NE(copy.formula(), cell.formula());
             const Cell plain = [&] {
                 Cell made;
                 made.setText(text);
@@ -232,16 +255,79 @@ TEST(Cells, TextsOfAnyForm) {
             }();
             cell = plain;
             EXPECT_EQ(cell.text(), other);
-            EXPECT_EQ(cell.formula(), nullptr);
+            EXPECT_FALSE(cell.hasFormula());
             cell = std::move(copy);
             EXPECT_EQ(cell.text(), other);
-            EXPECT_NE(cell.formula(), nullptr);
+            EXPECT_TRUE(cell.hasFormula());
             EXPECT_EQ(cell.style(), 524287u);
             EXPECT_EQ(cell.row(), 77u);
             EXPECT_EQ(cell.column(), 7u);
             cell.clearValue();
             EXPECT_FALSE(cell.hasValue());
             EXPECT_EQ(cell.text(), "");
+        }
+    }
+}
+
+/// Formulas in the room that each needs, beside values that change.
+TEST(Cells, FormulasBesideValues) {
+    const std::string formulas[] = {"<f>A2</f>",
+                                    "<f>IF(A2=1,&quot;\xC3\xA4&quot;,&quot;none of them&quot;)</f>",
+                                    "<f/>",
+                                    "<f t=\"shared\" si=\"70000\"/>",
+                                    "<f aca=\"false\">A2</f>",
+                                    "<f t=\"shared\" ref=\"A1:A3\" si=\"0\">B1*2</f>"};
+    const std::string values[] = {
+        "", "1", "-1.2345678901234567e-308", "eleven byte", "twelve bytes", std::string(99, 'x')};
+    for (const std::string& formula : formulas) {
+        const std::string text = "<c r=\"A1\" s=\"3\">" + formula + "</c>";
+        sheet::c_worksheet root;
+        const std::string document = sheetText(row(text));
+        Reader reader(document);
+        ASSERT_EQ(root.unmarshal(reader), 0);
+        Cell& cell = root.sheetData().row()[0].c()[0];
+        const auto written = [&] {
+            bindery::c_keeping_writer writer;
+            EXPECT_EQ(root.marshal(writer), 0);
+            return writer.buffer();
+        };
+        for (const std::string& value : values) {
+            for (const std::string& other : values) {
+                cell.setText(value);
+                EXPECT_EQ(cell.text(), value);
+                Cell copy = cell;
+                copy.setText(other);
+                copy.setText(copy.text());
+                EXPECT_EQ(copy.text(), other);
+                EXPECT_EQ(copy.formula()->text(), cell.formula()->text());
+                EXPECT_EQ(copy.formula()->si(), cell.formula()->si());
+                copy.clearFormula();
+                EXPECT_FALSE(copy.hasFormula());
+                EXPECT_EQ(copy.text(), other);
+                EXPECT_NE(written().find(value.empty() ? formula + "<v/></c>" : formula + "<v>" + value + "</v></c>"),
+                          std::string::npos)
+                    << written();
+                copy = cell;
+                EXPECT_EQ(&copy.makeFormula(), &copy.makeFormula());
+                cell = std::move(copy);  // with the whole element
+                EXPECT_NE(written().find(formula), std::string::npos) << written();
+                EXPECT_EQ(cell.text(), value);
+                EXPECT_EQ(cell.style(), 3u);
+            }
+            cell.clearValue();
+            EXPECT_FALSE(cell.hasValue());
+            EXPECT_NE(written().find(text), std::string::npos) << written();
+        }
+    }
+    for (const std::wstring text : {L"", L" ", L"A1", L"\xE4", L"\xD800", L"\xD83D\xDE00", L"]]>"}) {
+        for (const bool isRare : {false, true}) {
+            Cell cell;
+            if (isRare) cell.makeFormula().ref("A1");
+            cell.setText("7");
+            cell.setFormula(text);
+            EXPECT_EQ(cell.formula()->text(), text);
+            EXPECT_FALSE(cell.formula()->isset_ref());
+            EXPECT_EQ(cell.text(), "7");
         }
     }
 }
@@ -293,7 +379,7 @@ TEST(Cells, ClearContentKeepsPlaceAndStyle) {
     cell.setMetadata(1, 2);
     Cell copy = cell;
     cell.clearContent();
-    EXPECT_EQ(cell.formula(), nullptr);
+    EXPECT_FALSE(cell.hasFormula());
     EXPECT_EQ(cell.inlineString(), nullptr);
     EXPECT_FALSE(cell.hasValue());
     EXPECT_EQ(cell.type(), CellType::absent);
