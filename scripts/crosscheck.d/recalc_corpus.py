@@ -34,7 +34,8 @@ SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 <prop oor:name="OOXMLRecalcMode" oor:op="fuse"><value>0</value></prop></item></oor:items>
 """
 VOLATILE = re.compile(r"\b(NOW|TODAY|RAND|RANDBETWEEN|INFO|CELL)\(")
-CELL = re.compile(rb"<((?:\w+:)?)c(?: [^>]*)?>(?:(?!</\1c>).)*<\1f[ />](?:(?!</\1c>).)*</\1c>", re.S)
+CELL = re.compile(rb"<(?:\w+:)?c(?: [^>]*[^/>])?>.*?</(?:\w+:)?c>", re.S)
+FORMULA = re.compile(rb"<(?:\w+:)?f[ />]")
 RESULT = re.compile(rb"<(?:\w+:)?v(?:/>|(?: [^>]*)?>[^<]*</(?:\w+:)?v>)| t=\"\w+\"(?=[^<]*<(?:\w+:)?f)")
 
 
@@ -75,7 +76,8 @@ def parts(path):
     """{name: bytes} without results of formulas."""
     if zipfile.is_zipfile(path):
         package = zipfile.ZipFile(path)
-        return {name: CELL.sub(lambda m: RESULT.sub(b"", m[0]), package.read(name)) for name in package.namelist()}
+        cell = lambda m: RESULT.sub(b"", m[0]) if FORMULA.search(m[0]) else m[0]  # noqa: E731
+        return {name: CELL.sub(cell, package.read(name)) for name in package.namelist()}
     file = xlsfile.CompoundFile(path.read_bytes())
     out = {entry.path: file.stream(entry) for entry in file.entries if entry.type == 2 and entry is not file.main()}
     book = bytearray()
