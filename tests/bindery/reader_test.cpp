@@ -104,6 +104,7 @@ TEST(Reader, EndsOfLine) {
         {"<a>\xC2\x86\xE2\x80\xA9</a>", "a{\xC2\x86\xE2\x80\xA9}"},
         {"<a>&#13;&#10;&#133;&#8232;</a>", "a{\r\n\n\n}"},  // references are not joined
         {"<a b='1\r\n2\t3\n4&#9;&#10;'/>", "a[b=1 2 3 4\t\n]"},
+        {"<a b='&lt;' c='1&gt;'/>", "a[b=< c=1>]"},
         {"<a><![CDATA[1\r\n2\r]]></a>", "a{1\n2\n}"},
     });
 }
