@@ -2,8 +2,10 @@
 
 #include <sys/stat.h>
 
+#include <charconv>
 #include <ostream>
 #include <sstream>
+#include <string_view>
 
 #include "cli/backup/backups.h"
 #include "cli/recalc/calculated_copy.h"
@@ -17,7 +19,26 @@ namespace {
 
 using Sheet = vellum::ISheetT<char>;
 
-vellum::FormulaResult resultAt(Sheet& sheet, int row, int col) {
+/// Characters that XML does not take are read from packages as _x0007_, and written as they are.
+std::string withoutEscapes(std::string_view text) {
+    constexpr std::size_t length = 7;
+    std::string out;
+    while (!text.empty()) {
+        unsigned unit = 0;
+        const bool framed = text.size() >= length && text.starts_with("_x") && text[length - 1] == '_';
+        const char* const end = text.data() + length - 1;
+        if (framed && std::from_chars(text.data() + 2, end, unit, 16).ptr == end && unit > 0 && unit < 0x80) {
+            out += static_cast<char>(unit);
+            text.remove_prefix(length);
+        } else {
+            out += text.front();
+            text.remove_prefix(1);
+        }
+    }
+    return out;
+}
+
+vellum::FormulaResult resultAt(Sheet& sheet, int row, int col, bool package) {
     vellum::FormulaResult result;
     switch (sheet.cellType(row, col)) {
         case vellum::cellNumber:
@@ -34,7 +55,7 @@ vellum::FormulaResult resultAt(Sheet& sheet, int row, int col) {
         default: {
             result.kind = vellum::cellString;
             const char* const text = sheet.readString(row, col);
-            result.text = text != nullptr ? text : "";
+            result.text = text == nullptr ? "" : package ? withoutEscapes(text) : text;
         }
     }
     return result;
@@ -59,7 +80,7 @@ bool isUnknown(const vellum::FormulaResult& before, const vellum::FormulaResult&
     return now.kind == vellum::cellError && now.error == vellum::errorName && !isSame(before, now);
 }
 
-bool replaceResults(Sheet& sheet, Sheet* calculated, Recalculated& outcome) {
+bool replaceResults(Sheet& sheet, Sheet* calculated, bool package, Recalculated& outcome) {
     auto* const cells = dynamic_cast<vellum::ISheetCells*>(&sheet);
     auto* const results = dynamic_cast<vellum::IFormulaResults*>(&sheet);
     const char* const name = sheet.sheetName();
@@ -67,9 +88,9 @@ bool replaceResults(Sheet& sheet, Sheet* calculated, Recalculated& outcome) {
     for (int row = 0, col = 0; cells->cellFrom(&row, &col); ++col) {
         if (!sheet.isFormulaCell(row, col)) continue;
         ++outcome.formulas;
-        const vellum::FormulaResult before = resultAt(sheet, row, col);
+        const vellum::FormulaResult before = resultAt(sheet, row, col, package);
         const bool known = calculated != nullptr && calculated->isFormulaCell(row, col);
-        const vellum::FormulaResult now = known ? resultAt(*calculated, row, col) : before;
+        const vellum::FormulaResult now = known ? resultAt(*calculated, row, col, true) : before;
         if (!known || isUnknown(before, now)) {
             outcome.notCalculated.push_back(prefix + cellName(row, col));
             continue;
@@ -94,12 +115,13 @@ Sheet* sheetNamed(vellum::IBookT<char>& book, const std::string& name) {
     return nullptr;
 }
 
-bool replaceAll(vellum::IBookT<char>& book, vellum::IBookT<char>& calculated, Recalculated& outcome) {
+bool replaceAll(vellum::IBookT<char>& book, vellum::IBookT<char>& calculated, bool package, Recalculated& outcome) {
     for (int i = 0; i < book.sheetCount(); ++i) {
         Sheet* const sheet = worksheetAt(book, i);
         if (sheet == nullptr) continue;
         const char* const name = book.sheetNameAt(i);
-        if (!replaceResults(*sheet, sheetNamed(calculated, name != nullptr ? name : ""), outcome)) return false;
+        if (!replaceResults(*sheet, sheetNamed(calculated, name != nullptr ? name : ""), package, outcome))
+            return false;
     }
     return true;
 }
@@ -139,7 +161,7 @@ std::optional<Recalculated> makeResultsAnew(const std::string& path, int seconds
     const BookPtr calculated = book ? calculatedCopy(path, seconds, error) : nullptr;
     if (!calculated) return std::nullopt;
     Recalculated outcome;
-    if (!replaceAll(*book, *calculated, outcome)) {
+    if (!replaceAll(*book, *calculated, isPackage(path), outcome)) {
         error = book->errorMessage();
         return std::nullopt;
     }

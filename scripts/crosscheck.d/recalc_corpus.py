@@ -98,7 +98,9 @@ def parts(path):
 
 
 def lines(text):
-    return text.replace("\r\n", "\n")
+    """Without what the flat file cannot hold: control characters, which packages have as _x0007_."""
+    text = re.sub("_x([0-9A-Fa-f]{4})_", lambda m: chr(int(m[1], 16)), text)
+    return re.sub("[\0-\x08\x0b\x0c\x0e-\x1f]", "", text.replace("\r\n", "\n"))
 
 
 def same(ours, theirs):

@@ -94,7 +94,14 @@ TEST_P(Recalc, ReplacesResultsAndNothingElse) {
     EXPECT_EQ(sheet->readNumber(0, 0), 1);
     EXPECT_STREQ(sheet->readFormula(0, 1), "A1*60");
 
+    fakeResults(120, "\ax_x00_", true);
+    ASSERT_EQ(recalc(), 0) << errors();
+    const cli::BookPtr belled = cli::loadBook(file(), error);
+    ASSERT_TRUE(belled) << error;
+    EXPECT_STREQ(belled->getSheet(0)->readString(1, 1), driver() == "xls" ? "\ax_x00_" : "_x0007_x_x00_");
+
     fakeResults(120, "2x", true);
+    ASSERT_EQ(recalc(), 0) << errors();
     const std::string fresh = folder.read(GetParam());
     ASSERT_EQ(recalc(), 0) << errors();
     EXPECT_EQ(folder.read(GetParam()), fresh);  // nothing changed, nothing saved
