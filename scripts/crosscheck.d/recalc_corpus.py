@@ -44,7 +44,7 @@ def dump(quillet, path):
     if out.returncode != 0:
         return None
     cells, sheet = {}, None
-    for line in map(json.loads, out.stdout.splitlines()):
+    for line in map(json.loads, filter(None, out.stdout.split("\n"))):
         if "sheet" in line:
             sheet = line["sheet"]["name"]
         elif line.get("f"):
