@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "zip/checksum.h"
+#include "zip/deflating/checksum.h"
 #include "zip/messages.h"
 #include "zip/zip_error.h"
 

@@ -9,9 +9,9 @@
 #include <span>
 #include <vector>
 
+#include "zip/deflating/threads.h"
 #include "zip/inflate_stream.h"
 #include "zip/stored_bytes.h"
-#include "zip/threads.h"
 
 namespace zip {
 

@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "zip/checksum.h"
 #include "zip/decompress.h"
+#include "zip/deflating/checksum.h"
 #include "zip/entry_stream.h"
 #include "zip/messages.h"
 #include "zip/zip_error.h"

@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "zip/entry_deflater.h"
+#include "zip/deflating/entry_deflater.h"
 
 namespace zip {
 

@@ -16,8 +16,8 @@
 #include "biff/records/bof.h"
 #include "biff/sheet/book_context.h"
 #include "drawing/objects/comments.h"
-#include "drawing/objects/note.h"
 #include "drawing/objects/sheet_drawing.h"
+#include "drawing/records/note.h"
 
 namespace vellum {
 

@@ -2,7 +2,7 @@
 #pragma once
 #include <memory>
 
-#include "drawing/objects/obj_base.h"
+#include "drawing/records/obj_base.h"
 
 namespace vellum {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "drawing/objects/note.h"
 #include "drawing/objects/sheet_drawing.h"
+#include "drawing/records/note.h"
 
 namespace vellum::drawing {
 

@@ -7,7 +7,7 @@
 
 #include "biff/container/record_ids.h"
 #include "drawing/art/containers.h"
-#include "drawing/objects/obj_base.h"
+#include "drawing/records/obj_base.h"
 
 namespace vellum::drawing {
 

@@ -1,7 +1,7 @@
 // The pictures and comments of a sheet of another book.
 #pragma once
-#include "drawing/objects/note.h"
 #include "drawing/objects/sheet_drawing.h"
+#include "drawing/records/note.h"
 
 namespace vellum::drawing {
 

@@ -10,8 +10,8 @@
 
 #include "drawing/objects/drawing_context.h"
 #include "drawing/objects/drawing_unit.h"
-#include "drawing/objects/obj.h"
-#include "drawing/objects/text_object.h"
+#include "drawing/records/obj.h"
+#include "drawing/records/text_object.h"
 
 namespace vellum::drawing {
 

@@ -1,5 +1,5 @@
 // Entries that are deflated in blocks by several threads.
-#include "zip/entry_deflater.h"
+#include "zip/deflating/entry_deflater.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "tests/zip/faults.h"
-#include "zip/block_deflater.h"
+#include "zip/deflating/block_deflater.h"
 #include "zip/zip_memory_buffer.h"
 #include "zip/zip_reader.h"
 #include "zip/zip_writer.h"

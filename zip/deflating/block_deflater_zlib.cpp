@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "zip/block_deflater.h"
+#include "zip/deflating/block_deflater.h"
 
 namespace zip {
 namespace {

@@ -1,4 +1,4 @@
-#include "drawing/objects/note.h"
+#include "drawing/records/note.h"
 
 #include <algorithm>
 

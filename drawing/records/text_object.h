@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "drawing/objects/obj_base.h"
+#include "drawing/records/obj_base.h"
 
 namespace vellum {
 

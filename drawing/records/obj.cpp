@@ -1,4 +1,4 @@
-#include "drawing/objects/obj.h"
+#include "drawing/records/obj.h"
 
 #include <algorithm>
 #include <iterator>

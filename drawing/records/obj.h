@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "drawing/objects/obj_base.h"
+#include "drawing/records/obj_base.h"
 
 namespace vellum {
 

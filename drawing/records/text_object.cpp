@@ -1,4 +1,4 @@
-#include "drawing/objects/text_object.h"
+#include "drawing/records/text_object.h"
 
 #include "biff/container/cursor.h"
 #include "biff/container/sink.h"

@@ -1,4 +1,4 @@
-#include "zip/work_crew.h"
+#include "zip/deflating/work_crew.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "zip/checksum.h"
+#include "zip/deflating/checksum.h"
 
 #include <zlib.h>
 #if QUILLET_LIBDEFLATE

@@ -1,4 +1,4 @@
-#include "zip/threads.h"
+#include "zip/deflating/threads.h"
 
 #include <sched.h>
 #include <signal.h>

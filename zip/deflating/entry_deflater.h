@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "zip/work_crew.h"
+#include "zip/deflating/work_crew.h"
 
 namespace zip {
 

@@ -5,7 +5,7 @@
 #include <deque>
 #include <mutex>
 
-#include "zip/threads.h"
+#include "zip/deflating/threads.h"
 
 namespace zip {
 

@@ -9,7 +9,7 @@
 #include <new>
 #include <vector>
 
-#include "zip/block_deflater.h"
+#include "zip/deflating/block_deflater.h"
 
 namespace zip {
 namespace {

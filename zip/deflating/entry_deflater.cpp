@@ -1,11 +1,11 @@
-#include "zip/entry_deflater.h"
+#include "zip/deflating/entry_deflater.h"
 
 #include <algorithm>
 #include <cstring>
 #include <vector>
 
-#include "zip/block_deflater.h"
-#include "zip/checksum.h"
+#include "zip/deflating/block_deflater.h"
+#include "zip/deflating/checksum.h"
 
 namespace zip {
 namespace {

@@ -1,4 +1,4 @@
-#include "drawing/objects/obj_base.h"
+#include "drawing/records/obj_base.h"
 
 #include <algorithm>
 
