@@ -1,5 +1,8 @@
 #include "biff/cells/shared_tokens.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "biff/cells/cell_store.h"
 
 namespace vellum {
@@ -81,8 +84,8 @@ void SharedTokens::handOn(CellStore& cells, Anchor at) {
     if (own.cells.empty()) {
         own = std::move(users);
     } else {
-        own.cells.insert(own.cells.end(), users.cells.begin() + static_cast<std::ptrdiff_t>(users.next),
-                         users.cells.end());
+        std::copy(users.cells.begin() + static_cast<std::ptrdiff_t>(users.next), users.cells.end(),
+                  std::back_inserter(own.cells));
     }
 }
 

@@ -63,16 +63,20 @@ def formulas(path):
     cells, first_day = {}, datetime.date(1899, 12, 30)
     sheet = row = None
     repeated = column = 0
+    around = []  # of a table within a cell, which is a chart's
     for event, element in ET.iterparse(path, events=("start", "end")):
         if event == "start":
             if element.tag == TABLE + "table":
+                around.append((sheet, row, repeated, column))
                 sheet, row = element.get(TABLE + "name"), 0
             elif element.tag == TABLE + "table-row":
                 column, repeated = 0, int(element.get(TABLE + "number-rows-repeated", 1))
+        elif element.tag == TABLE + "table":
+            sheet, row, repeated, column = around.pop()
         elif element.tag == TABLE + "null-date":
             first_day = datetime.date.fromisoformat(element.get(TABLE + "date-value", "1899-12-30"))
         elif element.tag in (TABLE + "table-cell", TABLE + "covered-table-cell"):
-            if element.get(TABLE + "formula") is not None:
+            if len(around) == 1 and element.get(TABLE + "formula") is not None:
                 cells[sheet, row, column] = value(element, first_day)
             column += int(element.get(TABLE + "number-columns-repeated", 1))
             element.clear()

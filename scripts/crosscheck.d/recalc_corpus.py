@@ -111,6 +111,7 @@ def same(ours, theirs):
         return kind in "nd" and (wanted is None or kind == "d" or abs(found - wanted) < 1e-6 + 1e-12 * abs(wanted))
     if their_kind == "n" or their_kind == "b":
         return kind in "nb" and math.isclose(float(found or 0), float(wanted), rel_tol=1e-14, abs_tol=1e-300)
+    wanted = "\u00a0" if wanted == " " and kind == "s" else wanted  # as every text of one blank that is written
     return lines(found or "") == lines(wanted) if kind in "sz" else (kind == "n" and found is None and not wanted)
 
 
