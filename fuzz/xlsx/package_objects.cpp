@@ -54,12 +54,13 @@ Counts read(Sheet& sheet) {
     return counts;
 }
 
-/// A picture more, and away with it again: where that goes, nothing else has changed.
-void touch(Book& book, Sheet& sheet, const Counts& before) {
+/// A picture more, and away with it again: where that goes, nothing else has changed. False where it does not go.
+bool touch(Book& book, Sheet& sheet, const Counts& before) {
     const int id = book.addPictureData(png, sizeof png - 1);
-    if (id < 0 || !sheet.placePicture(3, 2, id)) return;
+    if (id < 0 || !sheet.placePicture(3, 2, id)) return false;
     if (sheet.pictureTotalOnSheet() != before.pictures + 1) std::abort();
     if (!sheet.removePictureByIndex(before.pictures) || read(sheet) != before) std::abort();
+    return true;
 }
 
 }  // namespace
@@ -71,10 +72,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     book->setLocale("UTF-8");
     for (int i = 0; i < book->pictureTotal(); ++i) book->pictureAt(i, nullptr, nullptr);
     std::vector<Counts> counts;
+    std::vector<bool> reached;  // a drawing named by a prefix that nobody declared is reached when that was saved
     for (int i = 0; i < book->sheetCount() && i < mostSheets; ++i) {
         Sheet* const sheet = book->getSheet(i);
         counts.push_back(sheet ? read(*sheet) : Counts{});
-        if (sheet) touch(*book, *sheet, counts.back());
+        reached.push_back(sheet && touch(*book, *sheet, counts.back()));
     }
     const char* saved = nullptr;
     std::size_t savedSize = 0;
@@ -84,7 +86,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     book->setLocale("UTF-8");
     for (std::size_t i = 0; i < counts.size(); ++i) {
         Sheet* const sheet = book->getSheet(static_cast<int>(i));
-        if (sheet && read(*sheet).pictures != counts[i].pictures) std::abort();
+        const int pictures = sheet ? read(*sheet).pictures : counts[i].pictures;
+        if (reached[i] ? pictures != counts[i].pictures : pictures < counts[i].pictures) std::abort();
     }
     return 0;
 }

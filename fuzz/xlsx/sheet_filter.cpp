@@ -142,7 +142,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     again->setLocale("UTF-8");
     for (int i = 0; i < sheets; ++i) {
         Sheet* const sheet = again->getSheet(i);
-        if (sheet && ask(*sheet) != told[static_cast<std::size_t>(i)]) std::abort();
+        const std::string& before = told[static_cast<std::size_t>(i)];
+        // One that was out of reach, named by a prefix that nobody declared, is reached when that was saved.
+        if (sheet && !before.empty() && ask(*sheet) != before) std::abort();
     }
     return 0;
 }
