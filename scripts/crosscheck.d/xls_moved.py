@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""xls_moved.py [--corpus DIR] [--build DIR] [--count 12]: rows and columns moved, as other programs see them.
+"""xls_moved.py [--libreoffice] [--corpus DIR] [--build DIR] [--count 12]: rows and columns moved, as other programs see them.
 
 In binary workbooks with shared formulas, arrays, merged blocks, comments and names rows and columns are inserted and
 removed by tools/sheet_features. xlrd must find every value, those of formulas too, and every comment at its new place, and
-gnumeric must open the file.
+gnumeric, and with --libreoffice also LibreOffice, must open the file.
 """
 import argparse
 import csv
@@ -14,7 +14,11 @@ import subprocess
 import sys
 import tempfile
 
+sys.dont_write_bytecode = True
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+sys.path.append(os.path.dirname(os.path.abspath(__file__)))
+from libreoffice import sheets_as_csv  # noqa: E402
+
 SECONDS = 120
 FEATURES = ("sharedformula", "array", "merges", "comments", "names")
 MOVES = (("insertRows", 3, 4), ("removeRows", 3, 4), ("insertColumns", 1, 2), ("removeColumns", 1, 1))
@@ -61,7 +65,7 @@ def placed(place, move):
 
 
 def check(path, move, before, args, folder):
-    out = os.path.join(folder, "moved.xls")
+    out = os.path.join(args.moved, "%d.xls" % len(os.listdir(args.moved)))
     done = subprocess.run([os.path.join(args.build, "tools", "sheet_features"), "move", path, out, *map(str, move)],
                           capture_output=True, text=True, timeout=SECONDS)
     if done.returncode:
@@ -81,8 +85,33 @@ def check(path, move, before, args, folder):
         yield "%s is %r, xlrd has %r" % (place, wanted.get(place), after.get(place))
 
 
+def check_all(rows, args):
+    moves = failed = 0
+    for row in rows:
+        path = os.path.join(args.corpus, "xls", row["file"])
+        before = seen(path)
+        for move in MOVES if before is not None else ():
+            with tempfile.TemporaryDirectory(prefix="moved-") as folder:
+                faults = list(check(path, move, before, args, folder))
+            moves += 1
+            failed += bool(faults)
+            for fault in faults:
+                print("%s %s: %s" % (row["file"], " ".join(map(str, move)), fault))
+    return moves, failed
+
+
+def not_taken(folder):
+    """How many of the moved files LibreOffice does not take."""
+    paths = [os.path.join(folder, name) for name in sorted(os.listdir(folder))]
+    taken = sheets_as_csv(paths)
+    left = [path for path in paths if path not in taken]
+    print("LibreOffice takes %d of %d moved files" % (len(taken), len(paths)))
+    return len(left)
+
+
 def main():
     options = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    options.add_argument("--libreoffice", action="store_true")
     options.add_argument("--corpus", default=os.path.join(ROOT, "..", "shared", "corpus"))
     options.add_argument("--build", default=os.path.join(ROOT, "build", "release"))
     options.add_argument("--count", type=int, default=12)
@@ -93,17 +122,11 @@ def main():
         rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
                 if r["expect"] == "load" and r["format"] == "biff8"]
     rows.sort(key=lambda r: (-sum(one in r["features"].split(",") for one in FEATURES), int(r["size"])))
-    moves = failed = args.compared = 0
-    for row in rows[:args.count]:
-        path = os.path.join(args.corpus, "xls", row["file"])
-        before = seen(path)
-        for move in MOVES if before is not None else ():
-            with tempfile.TemporaryDirectory(prefix="moved-") as folder:
-                faults = list(check(path, move, before, args, folder))
-            moves += 1
-            failed += bool(faults)
-            for fault in faults:
-                print("%s %s: %s" % (row["file"], " ".join(map(str, move)), fault))
+    args.compared = 0
+    with tempfile.TemporaryDirectory(prefix="moved-") as args.moved:
+        moves, failed = check_all(rows[:args.count], args)
+        if args.libreoffice:
+            failed += not_taken(args.moved)
     print("crosscheck xls_moved: %d moves, %d cells and comments, %d with differences" % (moves, args.compared, failed))
     return 1 if failed or not args.compared else 0
 
