@@ -14,6 +14,7 @@ constexpr KnownLimit knownLimits[] = {
     {"insert a row at the top", nullptr, "every cell below moves, which is what the operation does"},
     {"remove a row at the top", nullptr, "every cell below moves, which is what the operation does"},
     {"insert a row at the end", "xlsx", "all cells, links and rules are looked at for what moves, once a call"},
+    {"remove the last row", "xls", "places of rows that went are looked through, of which a sheet has 65,536 at most"},
     {"remove the last row", "xlsx", "all cells, links and rules are looked at for what moves, once a call"},
     {"group row", "xls", "the deepest level of all rows is found anew, because files tell it wrongly"},
     {"set column, from the right", "xlsx", "the columns behind move up; a sheet has 16,384 at most"},
