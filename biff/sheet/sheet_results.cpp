@@ -71,9 +71,10 @@ bool SheetImplT<CharT>::arrayArea(int row, int col, int* rowFirst, int* rowLast,
 
 template <class CharT>
 std::optional<ReferenceText> SheetImplT<CharT>::referenceText(int row, int col) {
-    return guard(std::optional<ReferenceText>(), [&]() -> std::optional<ReferenceText> {
+    std::optional<ReferenceText> found;
+    guard(false, [&] {
         const auto* const cell = cellAs<FormulaCell>(slotAt(place(row, col)));
-        if (cell == nullptr) return std::nullopt;
+        if (cell == nullptr) return true;
         std::span<const std::byte> expression = cell->expressionBytes();
         formula::LocationBase base;
         if (const FormulaCell* const first = anchorOf(*cell); first != nullptr && first->tail != nullptr) {
@@ -84,13 +85,16 @@ std::optional<ReferenceText> SheetImplT<CharT>::referenceText(int row, int col) 
             } else if (first->tail->followingId == record_id::Array && first->tail->following.size() > arrayHead) {
                 expression = std::span(first->tail->following).subspan(arrayHead);
             } else {
-                return ReferenceText{"?", row, col};
+                found = {"?", row, col};
+                return true;
             }
         }
         const std::wstring words =
             formula::referenceWords(formula::tokensOf(expression), _book.formulas(), cell->generation, base);
-        return ReferenceText{toNarrow(words, true), row, col};
+        found = {toNarrow(words, true), row, col};
+        return true;
     });
+    return found;
 }
 
 }  // namespace vellum

@@ -64,16 +64,18 @@ bool XMLSheetImplT<CharT, Tag>::arrayArea(int row, int col, int* rowFirst, int* 
 // as well.
 template <class CharT, class Tag>
 std::optional<ReferenceText> XMLSheetImplT<CharT, Tag>::referenceText(int row, int col) {
-    return guard(std::optional<ReferenceText>(), [&]() -> std::optional<ReferenceText> {
+    std::optional<ReferenceText> found;
+    guard(false, [&] {
         const Cell* const cell = findCell(row, col);
         const auto formula = cell ? cell->formula() : ooxml::CellFormula<Formula>();
-        if (!formula || formula->t() != "shared" || formula->hasText()) return std::nullopt;
+        if (!formula || formula->t() != "shared" || formula->hasText()) return true;
         CellPlace at{};
         const Cell* const master = findMaster(formula->si(), at);
-        if (!master || !master->hasFormula()) return std::nullopt;
-        return ReferenceText{toNarrow(master->formula()->text(), true), static_cast<int>(at.row),
-                             static_cast<int>(at.col)};
+        if (!master || !master->hasFormula()) return true;
+        found = {toNarrow(master->formula()->text(), true), static_cast<int>(at.row), static_cast<int>(at.col)};
+        return true;
     });
+    return found;
 }
 
 }  // namespace vellum
