@@ -11,8 +11,6 @@
 
 namespace ooxml {
 
-namespace {}  // namespace
-
 std::string_view cellTypeText(CellType type) {
     static constexpr std::string_view texts[] = {"", "b", "n", "e", "s", "str", "inlineStr", "d"};
     return texts[static_cast<std::size_t>(type)];

@@ -7,7 +7,6 @@ of Calibri and Arial, each character rounded to whole pixels at 96 dpi. Texts in
 do not draw, and of merged cells are left out; of several lines the one with most characters counts.
 """
 import argparse
-import csv
 import json
 import logging
 import os
@@ -15,6 +14,9 @@ import subprocess
 import sys
 import warnings
 from concurrent.futures import ProcessPoolExecutor
+
+sys.dont_write_bytecode = True
+from corpus_files import loadable  # noqa: E402
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 FONTS = "/usr/share/fonts/truetype/"
@@ -99,9 +101,7 @@ def main():
     if not all(os.path.exists(FONTS + file) for file in FACES.values()):
         print("fitted_columns: no typefaces, nothing done")
         return 0
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        names = [r["file"] for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                 if r["expect"] == "load" and r["format"] == "xlsx"]
+    names = [r["file"] for r in loadable(args.corpus, "xlsx")]
     paths = [os.path.join(args.corpus, "xlsx", name) for name in sorted(names)[::args.every]]
     paths = [path for path in paths if os.path.getsize(path) <= LARGEST]
     columns, failed = 0, 0

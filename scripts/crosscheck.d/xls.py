@@ -7,7 +7,6 @@ and the same cells must come out. Files that a reader does not take as they are,
 from one reading of the same file to another (the time of day, random numbers) are left out.
 """
 import argparse
-import csv
 import os
 import shutil
 import subprocess
@@ -15,6 +14,7 @@ import sys
 import tempfile
 
 sys.dont_write_bytecode = True
+from corpus_files import loadable  # noqa: E402
 import steady  # noqa: E402
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
@@ -111,9 +111,7 @@ def main():
     args = options.parse_args()
     if not shutil.which("ssconvert"):
         raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                if r["expect"] == "load" and r["format"] == "biff8"]
+    rows = loadable(args.corpus, "biff8")
     failed, total = 0, 0
     with tempfile.TemporaryDirectory(prefix="crosscheck-") as folder:
         for row in choose(rows, args.count):

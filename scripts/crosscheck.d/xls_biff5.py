@@ -5,7 +5,6 @@ sees of BIFF5 workbooks that we saved in the newer format.
 Formulas and values of the saved file are those of the file, but for formulas that `quillet info` says become values.
 """
 import argparse
-import csv
 import os
 import re
 import shutil
@@ -17,6 +16,7 @@ import zipfile
 sys.dont_write_bytecode = True
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.append(os.path.dirname(os.path.abspath(__file__)))
+from corpus_files import loadable  # noqa: E402
 from libreoffice import convert  # noqa: E402
 
 SECONDS = 120
@@ -104,9 +104,7 @@ def main():
     args = options.parse_args()
     if not shutil.which("ssconvert"):
         raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        files = [r["file"] for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                 if r["expect"] == "load" and r["format"] == "biff5"]
+    files = [r["file"] for r in loadable(args.corpus, "biff5")]
     programs = [("gnumeric", by_gnumeric)] + ([("LibreOffice", by_libreoffice)] if args.libreoffice else [])
     return max(compare(files, args, *program) for program in programs)
 

@@ -9,7 +9,6 @@ it makes of the original, and ours. A new workbook has three pictures of one col
 LibreOffice print them, where ours are. Whoever is not installed is left out.
 """
 import argparse
-import csv
 import os
 import re
 import shutil
@@ -21,6 +20,7 @@ import zipfile
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.insert(0, os.path.join(ROOT, "tools"))
 sys.dont_write_bytecode = True
+from corpus_files import loadable  # noqa: E402
 from xlsdrawing import SheetDrawing  # noqa: E402
 from xlsfile import CompoundFile, Fault, records, substreams  # noqa: E402
 import placed_pictures  # noqa: E402
@@ -134,9 +134,7 @@ def main():
     options.add_argument("--count", type=int, default=12)
     options.add_argument("--libreoffice", action="store_true")
     args = options.parse_args()
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = [r["file"] for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                if r["expect"] == "load" and r["format"] == "biff8"]
+    rows = [r["file"] for r in loadable(args.corpus, "biff8")]
     programs = [p for p, command in (("gnumeric", "ssconvert"), ("libreoffice", "soffice"))
                 if shutil.which(command) and (p == "gnumeric" or args.libreoffice)]
     variety = {}

@@ -20,6 +20,7 @@ from concurrent.futures import ThreadPoolExecutor
 sys.dont_write_bytecode = True
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path += [os.path.join(ROOT, "tools"), os.path.dirname(os.path.abspath(__file__))]
+from corpus_files import loadable  # noqa: E402
 from formula_text import has_substitute, letters, normal, of_package, shortened  # noqa: E402
 from libreoffice import convert  # noqa: E402
 import steady  # noqa: E402
@@ -173,9 +174,7 @@ def main():
     args = options.parse_args()
     args.quillet = os.path.join(args.build, "cli", "quillet")
     args.tool = os.path.join(args.build, "tools", "formula_texts")
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        names = [r["file"] for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                 if r["expect"] == "load" and r["format"] == "biff8"]
+    names = [r["file"] for r in loadable(args.corpus, "biff8")]
     paths = [os.path.join(args.corpus, "xls", name) for name in names if not args.names or name in args.names]
     total = Count()
     with tempfile.TemporaryDirectory(prefix="crosscheck-") as args.rewritten:

@@ -6,7 +6,6 @@ removed by tools/sheet_features. xlrd must find every value, those of formulas t
 gnumeric, and with --libreoffice also LibreOffice, must open the file.
 """
 import argparse
-import csv
 import json
 import os
 import shutil
@@ -17,6 +16,7 @@ import tempfile
 sys.dont_write_bytecode = True
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.append(os.path.dirname(os.path.abspath(__file__)))
+from corpus_files import loadable  # noqa: E402
 from libreoffice import sheets_as_csv  # noqa: E402
 
 SECONDS = 120
@@ -118,9 +118,7 @@ def main():
     args = options.parse_args()
     if not shutil.which("ssconvert"):
         raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                if r["expect"] == "load" and r["format"] == "biff8"]
+    rows = loadable(args.corpus, "biff8")
     rows.sort(key=lambda r: (-sum(one in r["features"].split(",") for one in FEATURES), int(r["size"])))
     args.compared = 0
     with tempfile.TemporaryDirectory(prefix="moved-") as args.moved:

@@ -9,7 +9,6 @@ names that were added, and tools/xlslint.py must find nothing wrong that was not
 show each name over cells as we do.
 """
 import argparse
-import csv
 import json
 import os
 import re
@@ -22,6 +21,7 @@ import zipfile
 sys.dont_write_bytecode = True
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.append(os.path.join(ROOT, "tools"))
+from corpus_files import loadable  # noqa: E402
 import libreoffice  # noqa: E402
 import xlslint  # noqa: E402
 
@@ -196,9 +196,7 @@ def main():
     args = options.parse_args()
     if not shutil.which("ssconvert"):
         raise SystemExit("crosscheck: gnumeric's ssconvert is not installed")
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                if r["expect"] == "load" and r["format"] in ("biff8", "biff5")]
+    rows = loadable(args.corpus, "biff8", "biff5")
     failed = check_corpus(rows, args)
     named = [r for r in rows if r["format"] == "biff8" and "names" in (r["features"] or "").split(",")]
     named.sort(key=lambda r: int(r["size"]))

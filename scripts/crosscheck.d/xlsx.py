@@ -8,7 +8,6 @@ saved file: the same sheets and the same values must come out. Files that a read
 asked of it. Cells that change from one reading of the same file to the next are left out.
 """
 import argparse
-import csv
 import os
 import shutil
 import subprocess
@@ -16,6 +15,7 @@ import sys
 import tempfile
 
 sys.dont_write_bytecode = True
+from corpus_files import loadable  # noqa: E402
 import libreoffice  # noqa: E402
 import steady  # noqa: E402
 
@@ -125,9 +125,7 @@ def main():
         if not shutil.which("soffice"):
             raise SystemExit("crosscheck: LibreOffice is not installed")
         readers["LibreOffice"] = libreoffice.sheets_as_csv
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                if r["expect"] == "load" and os.path.exists(os.path.join(args.corpus, "xlsx", r["file"]))]
+    rows = [r for r in loadable(args.corpus) if os.path.exists(os.path.join(args.corpus, "xlsx", r["file"]))]
     faulty, total = set(), 0
     with tempfile.TemporaryDirectory(prefix="crosscheck-") as folder:
         pairs = []

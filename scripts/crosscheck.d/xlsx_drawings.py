@@ -10,7 +10,6 @@ more than what they make of the original, and as many comments and charts. Whoev
 """
 import argparse
 import collections
-import csv
 import hashlib
 import json
 import os
@@ -22,6 +21,7 @@ import tempfile
 import zipfile
 
 sys.dont_write_bytecode = True
+from corpus_files import loadable  # noqa: E402
 import libreoffice  # noqa: E402
 from placed_pictures import printed_findings, python  # noqa: E402
 
@@ -115,9 +115,7 @@ def check_touched(tool, path, programs, folder):
 
 
 def richest(corpus, count):
-    with open(os.path.join(corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-        names = sorted(r["file"] for r in rows if r["expect"] == "load" and r["format"] == "xlsx")
+    names = sorted(r["file"] for r in loadable(corpus, "xlsx"))
     corpus, found = os.path.join(corpus, "xlsx"), []
     for name in names:
         try:

@@ -8,7 +8,6 @@ out that was not wrong before; openpyxl, ssconvert and on request LibreOffice mu
 with the cells that they had. Where formulas may look at the sheet that is gone, only the number of sheets counts.
 """
 import argparse
-import csv
 import os
 import shutil
 import subprocess
@@ -18,6 +17,7 @@ import tempfile
 sys.dont_write_bytecode = True
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.append(os.path.join(ROOT, "tools"))
+from corpus_files import loadable  # noqa: E402
 import libreoffice  # noqa: E402
 import xlsx  # noqa: E402
 import xlsxcompare  # noqa: E402
@@ -127,9 +127,7 @@ def main():
     readers = {} if args.lint_only else {"openpyxl": openpyxl_sheets, "ssconvert": ssconvert_sheets}
     schemas = os.path.join(args.corpus, "..", "ooxml-schemas")
     schemas = schemas if os.path.isdir(schemas) and shutil.which("xmllint") else None
-    with open(os.path.join(args.corpus, "manifest.tsv"), newline="", encoding="utf-8") as f:
-        rows = [r for r in csv.DictReader(f, delimiter="\t", quoting=csv.QUOTE_NONE)
-                if r["expect"] == "load" and os.path.exists(os.path.join(args.corpus, "xlsx", r["file"]))]
+    rows = [r for r in loadable(args.corpus) if os.path.exists(os.path.join(args.corpus, "xlsx", r["file"]))]
     failed = workbooks = comparisons = 0
     with tempfile.TemporaryDirectory(prefix="crosscheck-") as folder:
         work, faults_of = [], {}

@@ -1,4 +1,6 @@
 """What the suites share."""
+import gc
+import sys
 import zipfile
 
 import pytest
@@ -18,6 +20,25 @@ def csv(tmp_path):
     def write(text, name="in.csv"):
         (tmp_path / name).write_bytes(text if isinstance(text, bytes) else text.encode())
     return write
+
+
+@pytest.fixture
+def counts_stay():
+    """counts_stay(round_, watched): a thousand rounds leave the reference counts of these, and the number of objects, as
+    they were. What the interpreter shares with everybody, None and True, only about."""
+    def check(round_, watched):
+        for _ in range(20):
+            round_()
+        gc.collect()
+        before, objects = [sys.getrefcount(thing) for thing in watched], len(gc.get_objects())
+        for _ in range(1000):
+            round_()
+        gc.collect()
+        after = [sys.getrefcount(thing) for thing in watched]
+        ours = [thing is not None and thing is not True for thing in watched]
+        assert all(b == a if own else abs(b - a) < 50 for own, a, b in zip(ours, before, after)), list(zip(before, after))
+        assert abs(len(gc.get_objects()) - objects) < 200
+    return check
 
 
 _MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"

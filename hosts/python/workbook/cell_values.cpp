@@ -192,11 +192,21 @@ bool writeDate(SheetHandle& handle, int row, int col, const refhost::Date& date)
     return sheet.setCellFormatAt(row, col, handle.book().formatLike(sheet.cellFormatAt(row, col), numFormat));
 }
 
-/// A value of the type `any`.
-MadeValue anyFrom(refhost::TextArena& texts, const py::object& value) {
-    static const refhost::TypeRegistry types;
-    return valueFrom(types, texts, hostTypeAny, value);
-}
+/// A value of Python's as one of the type `any`.
+class AnyValue {
+public:
+    explicit AnyValue(const py::object& value) {
+        static const refhost::TypeRegistry types;
+        _made = valueFrom(types, _texts, hostTypeAny, value);
+    }
+    const refhost::UnionObject* operator->() const {
+        return static_cast<const refhost::UnionObject*>(_made.object.get());
+    }
+
+private:
+    refhost::TextArena _texts;
+    MadeValue _made;
+};
 
 double finite(double number) {
     if (!std::isfinite(number)) throw py::value_error("a cell holds no infinity and no not-a-number");
@@ -223,55 +233,51 @@ py::object cellValue(SheetHandle& handle, int row, int col, bool dates, const py
 }
 
 void setCellValue(SheetHandle& handle, int row, int col, const py::object& value) {
-    refhost::TextArena texts;
-    const MadeValue made = anyFrom(texts, value);
-    const auto& any = static_cast<const refhost::UnionObject&>(*made.object);
+    const AnyValue any(value);
     Sheet& sheet = handle.use();
     bool done = false;
-    switch (any.holds) {
+    switch (any->holds) {
         case hostTypeAny:
             done = sheet.writeBlank(row, col, sheet.cellFormatAt(row, col));
             break;
         case hostTypeInteger:
-            done = sheet.writeNumber(row, col, any.value.integer);
+            done = sheet.writeNumber(row, col, any->value.integer);
             break;
         case hostTypeReal:
-            done = sheet.writeNumber(row, col, finite(any.value.real));
+            done = sheet.writeNumber(row, col, finite(any->value.real));
             break;
         case hostTypeText:
-            done = sheet.writeString(row, col, any.value.text);
+            done = sheet.writeString(row, col, any->value.text);
             break;
         case hostTypeBoolean:
-            done = sheet.writeBool(row, col, any.value.integer != 0);
+            done = sheet.writeBool(row, col, any->value.integer != 0);
             break;
         default:
-            done = writeDate(handle, row, col, static_cast<const refhost::DateObject&>(*any.held()).date);
+            done = writeDate(handle, row, col, static_cast<const refhost::DateObject&>(*any->held()).date);
     }
     handle.book().check(done);
 }
 
 void setCellFormula(SheetHandle& handle, int row, int col, const py::str& text, const py::object& value) {
     const std::string words(textOf(text));
-    refhost::TextArena texts;
-    const MadeValue made = anyFrom(texts, value);
-    const auto& any = static_cast<const refhost::UnionObject&>(*made.object);
+    const AnyValue any(value);
     Sheet& sheet = handle.use();
     bool done = false;
-    switch (any.holds) {
+    switch (any->holds) {
         case hostTypeAny:
             done = sheet.writeFormula(row, col, words.c_str());
             break;
         case hostTypeInteger:
-            done = sheet.writeFormulaNumber(row, col, words.c_str(), any.value.integer);
+            done = sheet.writeFormulaNumber(row, col, words.c_str(), any->value.integer);
             break;
         case hostTypeReal:
-            done = sheet.writeFormulaNumber(row, col, words.c_str(), finite(any.value.real));
+            done = sheet.writeFormulaNumber(row, col, words.c_str(), finite(any->value.real));
             break;
         case hostTypeText:
-            done = sheet.writeFormulaText(row, col, words.c_str(), any.value.text);
+            done = sheet.writeFormulaText(row, col, words.c_str(), any->value.text);
             break;
         case hostTypeBoolean:
-            done = sheet.writeFormulaBoolean(row, col, words.c_str(), any.value.integer != 0);
+            done = sheet.writeFormulaBoolean(row, col, words.c_str(), any->value.integer != 0);
             break;
         default:
             throw py::type_error("a formula's value is a number, a text or a boolean");
